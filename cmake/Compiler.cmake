@@ -1,0 +1,22 @@
+# Warnings are errors everywhere; sanitizers and a faster linker where asked for or present.
+add_library(tessary_options INTERFACE)
+target_compile_options(tessary_options INTERFACE -Wall -Wextra -Wpedantic -Werror)
+target_compile_definitions(tessary_options INTERFACE QT_NO_CAST_FROM_BYTEARRAY QT_NO_CAST_TO_ASCII
+                                                     QT_NO_KEYWORDS)
+if(TESSARY_SANITIZE)
+  target_compile_options(tessary_options INTERFACE -fsanitize=${TESSARY_SANITIZE}
+                                                   -fno-omit-frame-pointer)
+  target_link_options(tessary_options INTERFACE -fsanitize=${TESSARY_SANITIZE})
+endif()
+if(TESSARY_FUZZ)
+  target_compile_options(tessary_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+find_program(TESSARY_LLD ld.lld)
+if(TESSARY_LLD)
+  target_link_options(tessary_options INTERFACE -fuse-ld=lld)
+endif()
+find_program(TESSARY_CCACHE ccache)
+if(TESSARY_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${TESSARY_CCACHE})
+endif()

@@ -1,0 +1,17 @@
+find_package(GTest REQUIRED)
+
+# One test program a layer, from tests/<name>; it may use the shared test support.
+function(add_layer_tests name)
+  cmake_parse_arguments(ARG "" "" "USES" ${ARGN})
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp
+       ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.h)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(test_${name} ${sources})
+  target_link_libraries(test_${name} PRIVATE ${ARG_USES} test_support GTest::gmock tessary_options)
+  target_precompile_headers(test_${name} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/Precompiled.h
+                            <gtest/gtest.h>)
+  add_test(NAME ${name} COMMAND test_${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()
