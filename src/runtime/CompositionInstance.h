@@ -1,0 +1,112 @@
+#pragma once
+
+#include <QVariantHash>
+#include <map>
+
+#include "runtime/Execution.h"
+
+namespace runtime {
+
+/// The state of one node, or of one node in one iteration.
+struct NodeMemory {
+  std::unique_ptr<PatchEvaluator> evaluator;
+  std::vector<Value> inputs;
+  std::vector<quint64> inputVersions;  ///< version of the source when it was last taken over
+  std::vector<bool> changed;           ///< inputs that differ from the last execution
+  std::vector<Value> outputs;
+  std::vector<quint64> outputVersions;
+  Destination destination;  ///< at the last execution
+  double time = 0;          ///< at the last execution
+  double timeStep = 0;
+  quint64 checkedPass = 0;
+  quint64 hostEpoch = 0;
+  bool executed = false;
+  bool anyChanged = false;
+};
+
+/// A running copy of a compiled composition: port values, patch memories and the clock. Not
+/// thread-safe; what it yields (draw lists) is.
+class CompositionInstance {
+ public:
+  explicit CompositionInstance(std::shared_ptr<const CompiledComposition> compiled);
+  ~CompositionInstance();
+
+  [[nodiscard]] const CompiledComposition& compiled() const { return *m_compiled; }
+
+  /// Sets the constant of an input; applies from the next frame.
+  void setInput(int node, int input, const Value& value);
+  [[nodiscard]] Value inputValue(int node, int input) const;
+  /// The value that the output had after the last frame.
+  [[nodiscard]] Value outputValue(int node, int output) const;
+
+  /// Runs the graph once at the time (seconds, clamped to 0) and returns what it drew.
+  [[nodiscard]] DrawList evaluate(double time, const Destination& destination,
+                                  const FrameArguments& arguments = {});
+  /// False when a further frame at another time is certain to look the same.
+  [[nodiscard]] bool isAnimated() const { return m_animated; }
+  /// Facts reported by patches (missing files, scripts with errors …), each once.
+  [[nodiscard]] const QStringList& findings() const { return m_findings; }
+  [[nodiscard]] QVariantHash& userInfo() { return m_userInfo; }
+
+ private:
+  friend class Execution;
+  struct NodeState {
+    std::vector<Value> constants;
+    std::vector<quint64> constantVersions;
+    std::vector<std::unique_ptr<NodeMemory>> memories;
+    bool running = false;
+    quint64 lastUsedFrame = 0;
+    double localStart = 0;
+  };
+  struct ScopeState {
+    ContentContext context;
+    size_t slot = 0;  ///< which memory the nodes use
+    qint64 iterationIndex = 0;
+    qint64 iterationCount = 0;
+    std::map<std::pair<size_t, qint64>, size_t> slots;  ///< (outer slot, index) → slot, iterators
+    quint64 timePass = 0;
+    double time = 0;
+    std::optional<double> forcedTime;
+    quint64 lastUsedFrame = 0;
+    double localStart = 0;
+    std::map<std::pair<QString, size_t>, Value> fedBack;
+  };
+
+  [[nodiscard]] const CompiledNode& node(int index) const {
+    return m_compiled->nodes()[static_cast<size_t>(index)];
+  }
+  NodeMemory& memory(int node);
+  void pull(int node);
+  void pullInput(int node, NodeMemory& memory, int input);
+  void run(int node, NodeMemory& memory);
+  void runConsumer(int node);
+  void runScope(int scope, const ContentContext& context);
+  bool enterIteration(int scope, qint64 index, qint64 count);
+  void leaveIterations(int scope);
+  void setSlot(int scope, size_t slot);
+  void keepFeedback(int scope);
+  [[nodiscard]] double scopeTime(int scope);
+  [[nodiscard]] double nodeTime(int node, NodeMemory& memory);
+  [[nodiscard]] double basedTime(TimeBase base, double parent, const NodeMemory* memory,
+                                 int timeInput, quint64& lastUsedFrame, double& localStart);
+  [[nodiscard]] const ContentContext& contextOf(int scope) const;
+  void report(int node, const QString& text);
+
+  std::shared_ptr<const CompiledComposition> m_compiled;
+  std::vector<NodeState> m_nodes;
+  std::vector<ScopeState> m_scopes;
+  FrameArguments m_arguments;
+  QVariantHash m_userInfo;
+  QStringList m_findings;
+  double m_time = 0;
+  quint64 m_frame = 1;      ///< number of the frame; the first is 2, so that 0 means never
+  quint64 m_pass = 0;       ///< grows with every frame and iteration: what is up to date
+  quint64 m_version = 0;    ///< grows with every change of a value
+  quint64 m_hostEpoch = 0;  ///< grows when the host sets an input
+  qint64 m_iterations = 0;
+  qint64 m_drawItems = 0;
+  size_t m_slotCount = 1;
+  bool m_animated = false;
+};
+
+}  // namespace runtime

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QDateTime>
+#include <QHash>
+#include <QPointF>
+#include <QSet>
+#include <QString>
+#include <QVariant>
+#include <functional>
+#include <optional>
+
+namespace runtime {
+
+/// Limits for graphs that nobody vouches for. Reaching one ends the frame's work on the item
+/// concerned and is reported once.
+struct Budget {
+  qint64 nodes = 200'000;             ///< nodes of a compiled composition, virtual patches unfolded
+  qint64 iterations = 100'000;        ///< passes of all iterators in one frame
+  qint64 drawItems = 200'000;         ///< items of one frame
+  qint64 imagePixels = 64'000'000;    ///< pixels of one image
+  qint64 scriptMilliseconds = 1'000;  ///< one run of a script
+  int depth = 64;                     ///< nesting of macros
+};
+
+/// What a frame is given from outside; the runtime itself reads no clock and no device.
+struct FrameArguments {
+  QPointF mouse{0.5, 0.5};     ///< 0…1 on both axes from the lower left
+  bool mouseButtons[3] = {};   ///< left, right, other
+  QSet<char16_t> pressedKeys;  ///< UTF-16 code units of keys that are down
+  /// The wall clock; composition time never depends on it.
+  QDateTime wallClock = QDateTime::fromMSecsSinceEpoch(978307200000, Qt::UTC);
+};
+
+/// The surface that a patch draws to, in pixels; always 2 units wide.
+struct Destination {
+  int pixelsWide = 1;
+  int pixelsHigh = 1;
+  [[nodiscard]] double aspect() const { return static_cast<double>(pixelsWide) / pixelsHigh; }
+  [[nodiscard]] double height() const { return 2.0 * pixelsHigh / pixelsWide; }
+  [[nodiscard]] double pixelsPerUnit() const { return pixelsWide / 2.0; }
+  friend bool operator==(const Destination&, const Destination&) = default;
+};
+
+}  // namespace runtime

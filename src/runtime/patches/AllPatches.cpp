@@ -1,0 +1,13 @@
+#include "runtime/patches/AllPatches.h"
+
+namespace runtime::patches {
+
+void registerAll(PatchRegistry& registry) {
+  registerMacroPatches(registry);
+  registerRenderInImage(registry);
+  registerRendererPatches(registry);
+  registerSplitterPatches(registry);
+  registerDestinationPatches(registry);
+}
+
+}  // namespace runtime::patches
