@@ -4,13 +4,53 @@
 #include <QDateTime>
 #include <QList>
 #include <QString>
+#include <QStringList>
+#include <initializer_list>
+#include <utility>
 #include <variant>
 
 namespace foundation {
 
 class PropertyValue;
-class PropertyDictionary;
 using PropertyArray = QList<PropertyValue>;
+
+/// The dictionary of a property list: unique string keys, kept in ascending key order so that equal
+/// content always reads and writes in the same order. Implicitly shared.
+class PropertyDictionary {
+ public:
+  using Entry = std::pair<QString, PropertyValue>;
+  PropertyDictionary();
+  PropertyDictionary(std::initializer_list<Entry> entries);  ///< later duplicates win
+  PropertyDictionary(const PropertyDictionary&);
+  PropertyDictionary(PropertyDictionary&&) noexcept;
+  PropertyDictionary& operator=(const PropertyDictionary&);
+  PropertyDictionary& operator=(PropertyDictionary&&) noexcept;
+  ~PropertyDictionary();
+
+  [[nodiscard]] bool isEmpty() const { return m_entries.isEmpty(); }
+  [[nodiscard]] qsizetype size() const { return m_entries.size(); }
+  [[nodiscard]] bool contains(QStringView key) const;
+  /// The value under the key, or a null value.
+  [[nodiscard]] const PropertyValue& value(QStringView key) const;
+  [[nodiscard]] const PropertyValue& operator[](QStringView key) const { return value(key); }
+  /// The entry under the key, created null when missing; stays valid until the next insertion.
+  [[nodiscard]] PropertyValue& edit(const QString& key);
+  void insert(const QString& key, PropertyValue value);  ///< replaces an earlier value
+  PropertyValue take(QStringView key);                   ///< removes and returns
+  bool remove(QStringView key);
+  [[nodiscard]] QStringList keys() const;
+
+  [[nodiscard]] QList<Entry>::const_iterator begin() const { return m_entries.cbegin(); }
+  [[nodiscard]] QList<Entry>::const_iterator end() const { return m_entries.cend(); }
+
+  /// Takes entries in any order (later duplicates win): the fast way to build a large dictionary.
+  [[nodiscard]] static PropertyDictionary fromEntries(QList<Entry> entries);
+
+  friend bool operator==(const PropertyDictionary&, const PropertyDictionary&);
+
+ private:
+  QList<Entry> m_entries;
+};
 
 /// One value of a property list: a cheap-to-copy tree (containers are shared until written to).
 /// Integers, reals and booleans are different types and compare unequal; the lenient readers
@@ -88,47 +128,31 @@ class PropertyValue {
   [[nodiscard]] PropertyArray& editArray();
   [[nodiscard]] PropertyDictionary& editDictionary();
 
+  /// Exact, type included; only NaN counts as equal to itself, so that copies always compare equal.
   friend bool operator==(const PropertyValue& a, const PropertyValue& b);
   friend bool operator!=(const PropertyValue& a, const PropertyValue& b) { return !(a == b); }
 
  private:
-  struct DictionaryBox;  // keeps the recursive type complete
   std::variant<std::monostate, bool, Integer, double, QString, QByteArray, QDateTime, Uid,
-               PropertyArray, std::shared_ptr<PropertyDictionary>>
-      m_value;
+               PropertyArray, PropertyDictionary>
+      m_value;  // in the order of Type
 };
 
-/// The dictionary of a property list: unique string keys, kept in ascending key order so that equal
-/// content always reads and writes in the same order. Implicitly shared.
-class PropertyDictionary {
- public:
-  using Entry = std::pair<QString, PropertyValue>;
-  PropertyDictionary() = default;
-  PropertyDictionary(std::initializer_list<Entry> entries);
+inline PropertyValue::PropertyValue() = default;
+inline PropertyValue::PropertyValue(PropertyValue&&) noexcept = default;
+inline PropertyValue& PropertyValue::operator=(PropertyValue&&) noexcept = default;
+inline PropertyValue::~PropertyValue() = default;
+inline PropertyValue::Type PropertyValue::type() const {
+  return static_cast<Type>(m_value.index());
+}
 
-  [[nodiscard]] bool isEmpty() const { return m_entries.isEmpty(); }
-  [[nodiscard]] qsizetype size() const { return m_entries.size(); }
-  [[nodiscard]] bool contains(QStringView key) const;
-  /// The value under the key, or a null value.
-  [[nodiscard]] const PropertyValue& value(QStringView key) const;
-  [[nodiscard]] const PropertyValue& operator[](QStringView key) const { return value(key); }
-  /// The entry under the key, created null when missing; stays valid until the next insertion.
-  [[nodiscard]] PropertyValue& edit(const QString& key);
-  void insert(const QString& key, PropertyValue value);  ///< replaces an earlier value
-  PropertyValue take(QStringView key);                   ///< removes and returns
-  bool remove(QStringView key);
-  [[nodiscard]] QStringList keys() const;
-
-  [[nodiscard]] auto begin() const { return m_entries.cbegin(); }
-  [[nodiscard]] auto end() const { return m_entries.cend(); }
-
-  /// Takes entries in any order (later duplicates win): the fast way to build a large dictionary.
-  [[nodiscard]] static PropertyDictionary fromEntries(QList<Entry> entries);
-
-  friend bool operator==(const PropertyDictionary&, const PropertyDictionary&);
-
- private:
-  QList<Entry> m_entries;
-};
+inline PropertyDictionary::PropertyDictionary() = default;
+inline PropertyDictionary::PropertyDictionary(const PropertyDictionary&) = default;
+inline PropertyDictionary::PropertyDictionary(PropertyDictionary&&) noexcept = default;
+inline PropertyDictionary& PropertyDictionary::operator=(const PropertyDictionary&) = default;
+inline PropertyDictionary& PropertyDictionary::operator=(PropertyDictionary&&) noexcept = default;
+inline PropertyDictionary::~PropertyDictionary() = default;
 
 }  // namespace foundation
+
+Q_DECLARE_TYPEINFO(foundation::PropertyValue, Q_RELOCATABLE_TYPE);
