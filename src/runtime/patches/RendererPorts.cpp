@@ -2,10 +2,6 @@
 
 namespace runtime::patches {
 
-Port numberPort(const char* key, double defaultValue, const char* label) {
-  return {QString::fromLatin1(key), PortType::Number, defaultValue, QString::fromLatin1(label)};
-}
-
 QList<Port> placePorts() {
   return {numberPort("inputX", 0, "X Position"),  numberPort("inputY", 0, "Y Position"),
           numberPort("inputZ", 0, "Z Position"),  numberPort("inputRX", 0, "X Rotation"),

@@ -2,11 +2,11 @@
 
 #include "runtime/Execution.h"
 #include "runtime/PatchClass.h"
+#include "runtime/patches/PortHelpers.h"
 
 /// Ports and conversions that the renderers share.
 namespace runtime::patches {
 
-[[nodiscard]] Port numberPort(const char* key, double defaultValue, const char* label);
 /// X, Y, Z position and rotation, in that order.
 [[nodiscard]] QList<Port> placePorts();
 [[nodiscard]] Port blendingPort(Blending defaultValue);
