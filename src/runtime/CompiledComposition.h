@@ -71,6 +71,7 @@ struct PatchUse {
   QString identifier;
   int count = 0;
   bool known = false;
+  QString firstPath;  ///< of the first node of the class
 };
 
 /// A composition file turned into a flat graph. Immutable and shared by all its instances.

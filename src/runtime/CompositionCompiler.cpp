@@ -50,6 +50,7 @@ foundation::Result<std::shared_ptr<const CompiledComposition>> CompositionCompil
   if (!compileContent(root, 0, QString(), 0)) return tl::unexpected(*m_error);
   applyInputParameters(m_composition.data().value(u"inputParameters").dictionary(), 0);
   publishRoot(root);
+  reportUnknown();
   linkFeedback();
   if (!markVolatile()) return tl::unexpected(*m_error);
   return std::shared_ptr<const CompiledComposition>(m_result);
@@ -112,15 +113,9 @@ int CompositionCompiler::compileNode(const QuartzPatch& patch, int scope, const 
     if (node.patchClass->addPorts) node.patchClass->addPorts(description, node.ports);
     node.isConsumer =
         node.patchClass->kind == PatchClass::Kind::Consumer || node.patchClass->alwaysConsumer;
-  } else {
-    finding(QStringLiteral("unknown patch %1 at %2: it does nothing")
-                .arg(description.identifier.isEmpty()
-                         ? description.className
-                         : description.className + QLatin1Char(':') + description.identifier,
-                     node.path));
   }
   if (!isVirtual)
-    countUse(description.className, description.identifier, node.patchClass != nullptr);
+    countUse(description.className, description.identifier, node.patchClass != nullptr, node.path);
   m_names[static_cast<size_t>(scope)].nodes.insert(patch.key(), index);
   m_result->m_scopes[static_cast<size_t>(scope)].nodes.push_back(index);
   m_result->m_nodes.push_back(std::move(node));
@@ -152,12 +147,10 @@ bool CompositionCompiler::compileVirtual(const QuartzPatch& patch, int node, int
   const QString name = patch.patchClass();
   const PropertyValue& stored =
       m_composition.data().value(u"virtualPatches").dictionary().value(name);
-  countUse(name, QString(), stored.isDictionary());
+  countUse(name, QString(), stored.isDictionary(),
+           m_result->m_nodes[static_cast<size_t>(node)].path);
   if (!stored.isDictionary()) {
-    CompiledNode& missing = m_result->m_nodes[static_cast<size_t>(node)];
-    missing.patchClass = nullptr;
-    finding(QStringLiteral("the virtual patch %1 is not in the file: %2 does nothing")
-                .arg(name, missing.path));
+    m_result->m_nodes[static_cast<size_t>(node)].patchClass = nullptr;
     return true;
   }
   if (m_virtualPath.contains(name))
@@ -362,14 +355,30 @@ bool CompositionCompiler::markVolatile() {
                           QStringLiteral("more than %1 patches").arg(maximumChain));
 }
 
-void CompositionCompiler::countUse(const QString& className, const QString& identifier,
-                                   bool known) {
+void CompositionCompiler::countUse(const QString& className, const QString& identifier, bool known,
+                                   const QString& path) {
   for (PatchUse& use : m_result->m_patchUses)
     if (use.className == className && use.identifier == identifier) {
       ++use.count;
       return;
     }
-  m_result->m_patchUses.append({className, identifier, 1, known});
+  m_result->m_patchUses.append({className, identifier, 1, known, path});
+}
+
+void CompositionCompiler::reportUnknown() {
+  for (const PatchUse& use : m_result->m_patchUses) {
+    if (use.known) continue;
+    const QString name = use.identifier.isEmpty()
+                             ? use.className
+                             : use.className + QLatin1Char(':') + use.identifier;
+    const QString what = use.className.startsWith(QLatin1Char('/'))
+                             ? QStringLiteral("the virtual patch %1 is not in the file")
+                             : QStringLiteral("the patch %1 is unknown");
+    finding(
+        QStringLiteral("%1; it does nothing at %2%3")
+            .arg(what.arg(name), use.firstPath,
+                 use.count > 1 ? QStringLiteral(" and %1 more").arg(use.count - 1) : QString()));
+  }
 }
 
 void CompositionCompiler::finding(const QString& text) {

@@ -40,7 +40,9 @@ class CompositionCompiler {
   Link resolveOutput(int node, const QString& port, int depth = 0);
   void linkFeedback();
   bool markVolatile();
-  void countUse(const QString& className, const QString& identifier, bool known);
+  void countUse(const QString& className, const QString& identifier, bool known,
+                const QString& path);
+  void reportUnknown();
   void finding(const QString& text);
   bool fail(const QString& message, const QString& detail = {});
 

@@ -1,0 +1,56 @@
+#include "cli/CommandOptions.h"
+
+#include "cli/Console.h"
+
+namespace cli {
+
+CommandOptions::CommandOptions(QString usage, QString about)
+    : m_usage(std::move(usage)), m_about(std::move(about)) {
+  flag(QStringLiteral("help"), QStringLiteral("this text"));
+}
+
+void CommandOptions::flag(const QString& name, const QString& about) {
+  m_parser.addOption(QCommandLineOption(name, about));
+  m_lines.append(QStringLiteral("  %1%2").arg(QStringLiteral("--") + name, -26).arg(about));
+}
+
+void CommandOptions::value(const QStringList& names, const QString& valueName,
+                           const QString& about) {
+  m_parser.addOption(QCommandLineOption(names, about, valueName));
+  QStringList shown;
+  for (const QString& name : names)
+    shown.append((name.size() == 1 ? QStringLiteral("-") : QStringLiteral("--")) + name);
+  const QString option = shown.join(QStringLiteral(", ")) + QLatin1Char(' ') + valueName;
+  m_lines.append(QStringLiteral("  %1%2").arg(option, -26).arg(about));
+}
+
+std::optional<ExitStatus> CommandOptions::parse(const QStringList& arguments, int positional) {
+  const bool ok = m_parser.parse(QStringList(QStringLiteral("tessary")) + arguments);
+  if (arguments.contains(QLatin1String("--help"))) {
+    printHelp();
+    return ExitStatus::Ok;
+  }
+  QString wrong;
+  if (!ok) {
+    wrong = m_parser.errorText();
+  } else if (m_parser.positionalArguments().size() != positional) {
+    wrong = QStringLiteral("%1 file names are needed, %2 were given")
+                .arg(positional)
+                .arg(m_parser.positionalArguments().size());
+    if (positional == 1)
+      wrong = QStringLiteral("one file name is needed, %1 were given")
+                  .arg(m_parser.positionalArguments().size());
+  } else {
+    return {};
+  }
+  Console::error(wrong);
+  Console::error(QStringLiteral("usage: tessary ") + m_usage);
+  return ExitStatus::Usage;
+}
+
+void CommandOptions::printHelp() const {
+  Console::print(QStringLiteral("Usage: tessary %1\n\n%2\n\nOptions:\n%3")
+                     .arg(m_usage, m_about, m_lines.join(QLatin1Char('\n'))));
+}
+
+}  // namespace cli

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QCommandLineParser>
+
+#include "cli/ExitStatus.h"
+#include "foundation/Result.h"
+
+namespace cli {
+
+/// The options of one command: parsing, --help and the usage error, the same way for all commands.
+class CommandOptions {
+ public:
+  /// `usage` is what follows "tessary ", `about` the sentence below it.
+  CommandOptions(QString usage, QString about);
+
+  CommandOptions(const CommandOptions&) = delete;
+  CommandOptions& operator=(const CommandOptions&) = delete;
+
+  void flag(const QString& name, const QString& about);
+  void value(const QStringList& names, const QString& valueName, const QString& about);
+
+  /// Nothing when the command may go on; else the status to end with (help was asked for, or the
+  /// call is wrong, which has been reported). Takes exactly `positional` arguments.
+  [[nodiscard]] std::optional<ExitStatus> parse(const QStringList& arguments, int positional);
+
+  [[nodiscard]] QString positional(int index) const {
+    return m_parser.positionalArguments()[index];
+  }
+  [[nodiscard]] bool isSet(const QString& name) const { return m_parser.isSet(name); }
+  [[nodiscard]] QString text(const QString& name) const { return m_parser.value(name); }
+  [[nodiscard]] QStringList texts(const QString& name) const { return m_parser.values(name); }
+
+ private:
+  void printHelp() const;
+  QString m_usage;
+  QString m_about;
+  QStringList m_lines;
+  QCommandLineParser m_parser;
+};
+
+}  // namespace cli

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QStringList>
+
+#include "cli/ExitStatus.h"
+
+namespace cli {
+
+/// `tessary info`: what a composition file holds. `tessary patches`: what the runtime knows.
+class InfoCommand {
+ public:
+  [[nodiscard]] static ExitStatus run(const QStringList& arguments);
+  [[nodiscard]] static ExitStatus runPatches(const QStringList& arguments);
+};
+
+}  // namespace cli

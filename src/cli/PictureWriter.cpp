@@ -1,0 +1,62 @@
+#include "cli/PictureWriter.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QPainter>
+
+namespace cli {
+
+QString PictureName::of(qint64 number) const {
+  return isSequence ? before + QStringLiteral("%1").arg(number, digits, 10, padding) + after
+                    : before;
+}
+
+PictureWriter::PictureWriter(PictureName name, PictureFormat format, Alpha alpha)
+    : m_name(std::move(name)), m_format(format), m_alpha(alpha) {}
+
+foundation::Result<QByteArray> PictureWriter::encode(QImage& frame) {
+  QByteArray bytes;
+  if (m_format == PictureFormat::Png) {
+    convertToRgba(frame, m_alpha);
+    std::unique_ptr<PngEncoder> encoder = takeEncoder();
+    bytes = encoder->encode(frame.constBits(), frame.bytesPerLine(), frame.size());
+    giveBack(std::move(encoder));
+  } else {
+    QImage opaque(frame.size(), QImage::Format_RGB32);
+    opaque.fill(Qt::black);
+    QPainter(&opaque).drawImage(0, 0, frame);
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    opaque.save(&buffer, "JPEG", 92);
+  }
+  if (bytes.isEmpty()) return foundation::failure(QStringLiteral("the picture cannot be encoded"));
+  return bytes;
+}
+
+foundation::Result<void> PictureWriter::deliver(const QImage&, const QByteArray& bytes,
+                                                qint64 number) {
+  const QString path = m_name.of(number);
+  QFile file(path);
+  if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
+      file.write(bytes) != bytes.size()) {
+    const QString reason = file.errorString();
+    if (file.isOpen()) file.remove();  // no half picture stays
+    return foundation::failure(QStringLiteral("cannot be written: %1").arg(reason), path);
+  }
+  return {};
+}
+
+std::unique_ptr<PngEncoder> PictureWriter::takeEncoder() {
+  const QMutexLocker lock(&m_mutex);
+  if (m_encoders.empty()) return std::make_unique<PngEncoder>();
+  std::unique_ptr<PngEncoder> encoder = std::move(m_encoders.back());
+  m_encoders.pop_back();
+  return encoder;
+}
+
+void PictureWriter::giveBack(std::unique_ptr<PngEncoder> encoder) {
+  const QMutexLocker lock(&m_mutex);
+  m_encoders.push_back(std::move(encoder));
+}
+
+}  // namespace cli

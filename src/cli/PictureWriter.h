@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QMutex>
+#include <vector>
+
+#include "cli/FrameWriter.h"
+#include "cli/PngEncoder.h"
+
+namespace cli {
+
+enum class PictureFormat { Png, Jpeg };
+
+/// The name of each picture: a fixed one, or one with the frame's number in it.
+struct PictureName {
+  QString before;
+  QString after = {};
+  int digits = 0;
+  QLatin1Char padding = QLatin1Char('0');
+  bool isSequence = false;
+  [[nodiscard]] QString of(qint64 number) const;
+};
+
+/// Writes each frame as a picture file, at once and from the thread that drew it. JPEG has no
+/// alpha: frames lie on black.
+class PictureWriter : public FrameWriter {
+ public:
+  PictureWriter(PictureName name, PictureFormat format, Alpha alpha);
+  [[nodiscard]] foundation::Result<QByteArray> encode(QImage& frame) override;
+  [[nodiscard]] foundation::Result<void> deliver(const QImage& frame, const QByteArray& bytes,
+                                                 qint64 number) override;
+
+ private:
+  [[nodiscard]] std::unique_ptr<PngEncoder> takeEncoder();
+  void giveBack(std::unique_ptr<PngEncoder> encoder);
+  PictureName m_name;
+  PictureFormat m_format;
+  Alpha m_alpha;
+  QMutex m_mutex;
+  std::vector<std::unique_ptr<PngEncoder>> m_encoders;
+};
+
+}  // namespace cli

@@ -1,0 +1,52 @@
+#include "cli/RenderCommand.h"
+
+#include "cli/Console.h"
+#include "cli/FrameWriter.h"
+#include "cli/InputValues.h"
+#include "cli/PlayableInput.h"
+#include "cli/RenderJob.h"
+#include "cli/RenderOptions.h"
+
+namespace cli {
+
+namespace {
+
+ExitStatus fail(ExitStatus status, const foundation::Error& error) {
+  Console::error(error);
+  return status;
+}
+
+foundation::Result<void> setInputs(const RenderOptions& options,
+                                   runtime::CompositionRenderer& renderer) {
+  if (!options.valuesFile.isEmpty())
+    if (auto ok = InputValues::assignFile(options.valuesFile, renderer); !ok) return ok;
+  for (const QString& assignment : options.assignments)
+    if (auto ok = InputValues::assign(assignment, renderer); !ok) return ok;
+  return {};
+}
+
+}  // namespace
+
+ExitStatus RenderCommand::run(const QStringList& arguments) {
+  const std::unique_ptr<CommandOptions> syntax = RenderOptions::syntax();
+  if (const auto status = syntax->parse(arguments, 1)) return *status;
+  const auto options = RenderOptions::read(*syntax);
+  if (!options) return fail(ExitStatus::Usage, options.error());
+
+  auto input = PlayableInput::load(options->input, options->background);
+  if (!input) return fail(input.error().status, input.error().error);
+  if (const auto ok = setInputs(*options, *input->renderer); !ok)
+    return fail(ok.error().file.isEmpty() ? ExitStatus::Usage : ExitStatus::InputUnreadable,
+                ok.error());
+  RenderJob job(*options, *input);
+  if (const auto ok = job.plan(); !ok) return fail(ExitStatus::Usage, ok.error());
+  auto writer = FrameWriter::forOutput(options->output, options->alpha);
+  if (!writer) return fail(ExitStatus::OutputFailed, writer.error());
+  if (const auto ok = job.run(**writer); !ok) return fail(ExitStatus::OutputFailed, ok.error());
+
+  const QStringList findings = input->findings + input->renderer->findings() + job.findings();
+  Console::findings(options->input, findings);
+  return findings.isEmpty() ? ExitStatus::Ok : ExitStatus::Findings;
+}
+
+}  // namespace cli

@@ -1,0 +1,96 @@
+#include "cli/RenderJob.h"
+
+#include "cli/Console.h"
+#include "cli/ProgressBar.h"
+#include "cli/RenderPipeline.h"
+
+namespace cli {
+
+namespace {
+const QString triggerKey = QStringLiteral("trigger");
+const QString waitingKey = QStringLiteral("waitingForTrigger");
+const QString activeKey = QStringLiteral("active");
+constexpr double longestPlay = 3600;  // seconds, where only the graphic says when it ends
+}  // namespace
+
+RenderJob::RenderJob(const RenderOptions& options, PlayableInput& input)
+    : m_options(options), m_input(input) {
+  m_arguments.wallClock = QDateTime::currentDateTimeUtc();
+}
+
+foundation::Result<void> RenderJob::plan() {
+  m_size = m_options.size.value_or(m_input.summary.size.value_or(QSize(1920, 1080)));
+  m_rate = m_options.rate.value_or(m_input.rate);
+  if (m_options.frames) m_frames = *m_options.frames;
+  if (m_options.duration) m_frames = std::max<qint64>(1, m_rate.framesIn(*m_options.duration));
+  if (FrameWriter::isSinglePicture(m_options.output)) {
+    if (m_frames.value_or(1) != 1)
+      return foundation::failure(
+          QStringLiteral("%1 is one picture; name a sequence such as name_%05d.png for %2 frames")
+              .arg(m_options.output)
+              .arg(*m_frames));
+    m_frames = 1;
+  }
+  if (!m_frames && !m_input.renderer->outputAttributes(activeKey))
+    return foundation::failure(
+        QStringLiteral("the file does not say when it ends; give --frames or --duration"));
+  if ((!m_options.triggers.empty() || m_options.automaticTrigger) &&
+      !m_input.renderer->inputAttributes(triggerKey))
+    return foundation::failure(
+        QStringLiteral("the file has no input '%1' to press").arg(triggerKey));
+  return {};
+}
+
+bool RenderJob::triggerPressed(double time) {
+  constexpr double slack = 1e-6;  // a trigger at a frame's time belongs to that frame
+  if (m_pressed) return false;    // the next press needs a release before it
+  if (m_options.automaticTrigger && m_input.renderer->valueForOutputKey(waitingKey).toBoolean())
+    return true;
+  if (m_nextTrigger < m_options.triggers.size() &&
+      m_options.triggers[m_nextTrigger] <= time + slack) {
+    ++m_nextTrigger;
+    return true;
+  }
+  return false;
+}
+
+runtime::DrawList RenderJob::play(double time) {
+  m_pressed = triggerPressed(time);
+  m_input.renderer->setValueForInputKey(m_pressed, triggerKey);
+  return m_input.renderer->renderAtTime(time, m_size, m_arguments);
+}
+
+bool RenderJob::isOver() {
+  if (m_frames) return false;
+  if (!m_input.renderer->valueForOutputKey(activeKey).toBoolean()) return true;
+  if (!m_input.renderer->valueForOutputKey(waitingKey).toBoolean() || m_pressed) return false;
+  if (m_options.automaticTrigger || m_nextTrigger < m_options.triggers.size()) return false;
+  m_findings.append(QStringLiteral(
+      "ended at a stop frame that waits for a trigger; see --trigger, --frames and --duration"));
+  return true;
+}
+
+void RenderJob::preroll() {
+  for (qint64 i = 0; m_rate.timeOf(i) < m_options.from - 1e-9; ++i) (void)play(m_rate.timeOf(i));
+}
+
+foundation::Result<void> RenderJob::run(FrameWriter& writer) {
+  preroll();
+  ProgressBar progress(QStringLiteral("rendering"), m_frames.value_or(0),
+                       Console::errorIsTerminal() && m_frames.value_or(2) > 1);
+  RenderPipeline pipeline(writer, m_size, m_options.threads);
+  const bool onBlack = m_options.background && !m_input.drawsBackground;
+  const qint64 last = m_frames.value_or(m_rate.framesIn(longestPlay));
+  qint64 frame = 0;
+  for (; frame < last; ++frame) {
+    runtime::DrawList list = play(m_options.from + m_rate.timeOf(frame));
+    if (frame > 0 && isOver()) break;
+    if (!pipeline.add(std::move(list), onBlack, frame)) break;
+    progress.update(pipeline.delivered());
+  }
+  auto done = pipeline.finish();
+  progress.finish(pipeline.delivered());
+  return done;
+}
+
+}  // namespace cli

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "cli/FrameWriter.h"
+#include "cli/PlayableInput.h"
+#include "cli/RenderOptions.h"
+
+namespace cli {
+
+/// Plays an input frame by frame, pressing its trigger when asked, and sends the frames to a
+/// writer.
+class RenderJob {
+ public:
+  /// Both must outlive the job.
+  RenderJob(const RenderOptions& options, PlayableInput& input);
+  /// Decides on size, rate and number of frames; fails when the call does not say enough.
+  [[nodiscard]] foundation::Result<void> plan();
+  [[nodiscard]] foundation::Result<void> run(FrameWriter& writer);
+  /// What came up while playing.
+  [[nodiscard]] const QStringList& findings() const { return m_findings; }
+
+ private:
+  /// Sets the trigger for the frame and evaluates it.
+  [[nodiscard]] runtime::DrawList play(double time);
+  [[nodiscard]] bool triggerPressed(double time);
+  [[nodiscard]] bool isOver();
+  void preroll();
+
+  const RenderOptions& m_options;
+  PlayableInput& m_input;
+  QSize m_size;
+  FrameRate m_rate;
+  std::optional<qint64> m_frames;  ///< nothing: until the graphic is over
+  size_t m_nextTrigger = 0;
+  bool m_pressed = false;
+  QStringList m_findings;
+  runtime::FrameArguments m_arguments;
+};
+
+}  // namespace cli

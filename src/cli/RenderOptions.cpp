@@ -1,0 +1,180 @@
+#include "cli/RenderOptions.h"
+
+#include <cmath>
+
+#if __has_include("model/VideoResolution.h")
+#include "model/VideoResolution.h"
+#endif
+
+namespace cli {
+
+using foundation::failure;
+
+qint64 FrameRate::framesIn(double seconds) const {
+  // A duration that is a whole number of frames but for rounding counts as that number.
+  const double frames = seconds * static_cast<double>(numerator) / static_cast<double>(denominator);
+  return static_cast<qint64>(std::ceil(frames - 1e-6));
+}
+
+std::optional<FrameRate> FrameRate::fromText(const QString& text) {
+  static const std::pair<QLatin1String, qint64> broadcast[] = {{QLatin1String("23.98"), 24},
+                                                               {QLatin1String("23.976"), 24},
+                                                               {QLatin1String("29.97"), 30},
+                                                               {QLatin1String("59.94"), 60},
+                                                               {QLatin1String("119.88"), 120}};
+  for (const auto& [name, nominal] : broadcast)
+    if (text == name) return FrameRate{nominal * 1000, 1001};
+  const QStringList parts = text.split(QLatin1Char('/'));
+  bool ok = false;
+  if (parts.size() == 2) {
+    bool ok2 = false;
+    const FrameRate rate{parts[0].toLongLong(&ok), parts[1].toLongLong(&ok2)};
+    if (!ok || !ok2 || rate.numerator < 1 || rate.denominator < 1 ||
+        rate.numerator > 1000 * rate.denominator || rate.numerator > 1'000'000'000)
+      return {};
+    return rate;
+  }
+  const double rate = text.toDouble(&ok);
+  if (!ok || !(rate > 0) || rate > 1000) return {};
+  if (rate == std::floor(rate)) return FrameRate{static_cast<qint64>(rate), 1};
+  return FrameRate{std::llround(rate * 1000), 1000};
+}
+
+std::unique_ptr<CommandOptions> RenderOptions::syntax() {
+  auto made = std::make_unique<CommandOptions>(
+      QStringLiteral("render FILE -o OUT [OPTIONS]"),
+      QStringLiteral(
+          "Renders a composition (.qtz) or an example source (.json). OUT is one picture "
+          "(picture.png),\na sequence (name_%05d.png, or a folder), or - for raw RGBA on standard "
+          "output. Times are in seconds.\nWithout --frames or --duration a file that says when it "
+          "ends is played to that end."));
+  CommandOptions& o = *made;
+  const auto s = [](const char* text) { return QString::fromLatin1(text); };
+  o.value({s("o"), s("output")}, s("OUT"), s("where the frames go"));
+  o.value({s("size")}, s("WxH"), s("picture size in pixels"));
+  o.value({s("mode")}, s("NAME"), s("video format, e.g. \"HD 1080i25\": its size and rate"));
+  o.value({s("fps")}, s("N"), s("frames a second: 25, 29.97, 60000/1001"));
+  o.value({s("from")}, s("T"), s("time of the first frame kept; playing starts at 0"));
+  o.value({s("duration")}, s("T"), s("how long"));
+  o.value({s("frames")}, s("N"), s("how many frames"));
+  o.value({s("set")}, s("KEY=VALUE"), s("value of a published input; may be repeated"));
+  o.value({s("values")}, s("FILE.json"), s("values of published inputs: {\"key\": value, …}"));
+  o.value({s("trigger")}, s("T"), s("presses the trigger at T, or 'auto': at every stop"));
+  o.flag(s("background"), s("with the document's background; compositions lie on black"));
+  o.value({s("alpha")}, s("straight|premultiplied"), s("how RGBA is written; straight by default"));
+  o.value({s("threads")}, s("N"), s("threads that draw; one a core by default"));
+  return made;
+}
+
+namespace {
+
+foundation::Result<double> seconds(const CommandOptions& options, const QString& name) {
+  bool ok = false;
+  const double value = options.text(name).toDouble(&ok);
+  if (!ok || !(value >= 0) || value > 1e6)
+    return failure(
+        QStringLiteral("--%1 takes a time in seconds, not '%2'").arg(name, options.text(name)));
+  return value;
+}
+
+foundation::Result<QSize> pictureSize(const QString& text) {
+  const QStringList parts = text.split(QLatin1Char('x'));
+  bool ok1 = false;
+  bool ok2 = false;
+  const QSize size =
+      parts.size() == 2 ? QSize(parts[0].toInt(&ok1), parts[1].toInt(&ok2)) : QSize();
+  if (!ok1 || !ok2 || size.isEmpty() || size.width() > 16384 || size.height() > 16384)
+    return failure(
+        QStringLiteral("--size takes WIDTHxHEIGHT up to 16384x16384, not '%1'").arg(text));
+  return size;
+}
+
+foundation::Result<void> readFormat(const CommandOptions& options, RenderOptions& r) {
+#if __has_include("model/VideoResolution.h")
+  if (options.isSet(QStringLiteral("mode"))) {
+    const QString name = options.text(QStringLiteral("mode"));
+    const auto format = model::VideoResolution::videoResolutionForBroadcastMode(name);
+    if (format.width() == 0)
+      return failure(QStringLiteral("there is no video format '%1'").arg(name));
+    r.size = QSize(format.width(), format.height());
+    r.rate = FrameRate::fromText(QString::fromLatin1(format.frameRateText()));
+  }
+#endif
+  if (options.isSet(QStringLiteral("size"))) {
+    const auto size = pictureSize(options.text(QStringLiteral("size")));
+    if (!size) return tl::unexpected(size.error());
+    r.size = *size;
+  }
+  if (options.isSet(QStringLiteral("fps"))) {
+    r.rate = FrameRate::fromText(options.text(QStringLiteral("fps")));
+    if (!r.rate)
+      return failure(QStringLiteral("--fps takes a rate such as 25, 29.97 or 60000/1001, not '%1'")
+                         .arg(options.text(QStringLiteral("fps"))));
+  }
+  return {};
+}
+
+foundation::Result<void> readTimes(const CommandOptions& options, RenderOptions& r) {
+  if (options.isSet(QStringLiteral("from"))) {
+    const auto from = seconds(options, QStringLiteral("from"));
+    if (!from) return tl::unexpected(from.error());
+    r.from = *from;
+  }
+  if (options.isSet(QStringLiteral("duration"))) {
+    const auto duration = seconds(options, QStringLiteral("duration"));
+    if (!duration) return tl::unexpected(duration.error());
+    r.duration = *duration;
+  }
+  if (options.isSet(QStringLiteral("frames"))) {
+    bool ok = false;
+    r.frames = options.text(QStringLiteral("frames")).toLongLong(&ok);
+    if (!ok || *r.frames < 1 || *r.frames > 10'000'000)
+      return failure(QStringLiteral("--frames takes a number from 1, not '%1'")
+                         .arg(options.text(QStringLiteral("frames"))));
+  }
+  if (r.duration && r.frames)
+    return failure(QStringLiteral("--duration and --frames exclude each other"));
+  for (const QString& text : options.texts(QStringLiteral("trigger"))) {
+    bool ok = false;
+    const double time = text.toDouble(&ok);
+    if (text == QLatin1String("auto"))
+      r.automaticTrigger = true;
+    else if (!ok || !(time >= 0))
+      return failure(
+          QStringLiteral("--trigger takes a time in seconds or 'auto', not '%1'").arg(text));
+    else
+      r.triggers.push_back(time);
+  }
+  std::sort(r.triggers.begin(), r.triggers.end());
+  return {};
+}
+
+}  // namespace
+
+foundation::Result<RenderOptions> RenderOptions::read(const CommandOptions& options) {
+  RenderOptions r;
+  r.input = options.positional(0);
+  r.output = options.text(QStringLiteral("output"));
+  if (r.output.isEmpty()) return failure(QStringLiteral("-o OUT is missing"));
+  if (const auto ok = readFormat(options, r); !ok) return tl::unexpected(ok.error());
+  if (const auto ok = readTimes(options, r); !ok) return tl::unexpected(ok.error());
+  r.assignments = options.texts(QStringLiteral("set"));
+  r.valuesFile = options.text(QStringLiteral("values"));
+  r.background = options.isSet(QStringLiteral("background"));
+  if (options.isSet(QStringLiteral("alpha"))) {
+    const QString alpha = options.text(QStringLiteral("alpha"));
+    if (alpha != QLatin1String("straight") && alpha != QLatin1String("premultiplied"))
+      return failure(
+          QStringLiteral("--alpha takes 'straight' or 'premultiplied', not '%1'").arg(alpha));
+    r.alpha = alpha == QLatin1String("straight") ? Alpha::Straight : Alpha::Premultiplied;
+  }
+  if (options.isSet(QStringLiteral("threads"))) {
+    bool ok = false;
+    r.threads = options.text(QStringLiteral("threads")).toInt(&ok);
+    if (!ok || r.threads < 1 || r.threads > 256)
+      return failure(QStringLiteral("--threads takes a number from 1 to 256"));
+  }
+  return r;
+}
+
+}  // namespace cli

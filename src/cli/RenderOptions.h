@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QSize>
+#include <QStringList>
+#include <optional>
+
+#include "cli/CommandOptions.h"
+#include "cli/PixelFormat.h"
+
+namespace cli {
+
+/// A frame rate as an exact fraction, so that frame times do not drift.
+struct FrameRate {
+  qint64 numerator = 25;
+  qint64 denominator = 1;
+  /// Seconds from the first frame to frame `index`.
+  [[nodiscard]] double timeOf(qint64 index) const {
+    return static_cast<double>(index * denominator) / static_cast<double>(numerator);
+  }
+  [[nodiscard]] qint64 framesIn(double seconds) const;
+  /// "25", "29.97" (30000/1001), "60000/1001". Nothing for other texts and rates out of 0…1000.
+  [[nodiscard]] static std::optional<FrameRate> fromText(const QString& text);
+};
+
+/// What `tessary render` was asked to do.
+struct RenderOptions {
+  QString input;
+  QString output;
+  std::optional<QSize> size;
+  std::optional<FrameRate> rate;
+  double from = 0;
+  std::optional<double> duration;  ///< seconds
+  std::optional<qint64> frames;
+  QStringList assignments;  ///< KEY=VALUE
+  QString valuesFile;
+  std::vector<double> triggers;  ///< seconds, ascending
+  bool automaticTrigger = false;
+  bool background = false;
+  Alpha alpha = Alpha::Straight;
+  int threads = 0;  ///< 0: one a core
+
+  /// The command's options, ready to parse.
+  [[nodiscard]] static std::unique_ptr<CommandOptions> syntax();
+  /// Fails with a sentence for the person.
+  [[nodiscard]] static foundation::Result<RenderOptions> read(const CommandOptions& options);
+};
+
+}  // namespace cli

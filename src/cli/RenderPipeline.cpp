@@ -1,0 +1,112 @@
+#include "cli/RenderPipeline.h"
+
+#include <QThread>
+#include <QThreadPool>
+
+#include "runtime/draw/RasterBackend.h"
+
+namespace cli {
+
+struct RenderPipeline::Frame {
+  QImage image;
+  runtime::DrawList list;
+  QByteArray bytes;
+  qint64 order = 0;
+  qint64 number = 0;
+  bool onBlack = false;
+};
+
+RenderPipeline::RenderPipeline(FrameWriter& writer, const QSize& size, int threads)
+    : m_writer(writer), m_size(size) {
+  const int drawing = threads > 0 ? threads : QThread::idealThreadCount();
+  QThreadPool::globalInstance()->setMaxThreadCount(drawing);
+  // One more than can be drawn, so that a frame being written holds up nobody.
+  for (int i = 0; i < drawing + 1; ++i) {
+    m_idle.push_back(std::make_unique<Frame>());
+    m_idle.back()->image = QImage(size, QImage::Format_ARGB32_Premultiplied);
+  }
+  m_delivery.reset(QThread::create([this] { deliverFrames(); }));
+  m_delivery->start();
+}
+
+RenderPipeline::~RenderPipeline() {
+  (void)finish();
+}
+
+bool RenderPipeline::add(runtime::DrawList list, bool onBlack, qint64 number) {
+  std::unique_ptr<Frame> frame;
+  {
+    QMutexLocker lock(&m_mutex);
+    while (m_idle.empty() && !m_error) m_changed.wait(&m_mutex);
+    if (m_error) return false;
+    frame = std::move(m_idle.back());
+    m_idle.pop_back();
+    frame->order = m_added++;
+  }
+  frame->list = std::move(list);
+  frame->onBlack = onBlack;
+  frame->number = number;
+  // Painting from outside this pool would be cut into small jobs for it, at half the speed.
+  QThreadPool::globalInstance()->start([this, raw = frame.release()] {
+    std::unique_ptr<Frame> owned(raw);
+    drawFrame(*owned);
+    const auto bytes = m_writer.encode(owned->image);
+    const QMutexLocker lock(&m_mutex);
+    if (bytes)
+      owned->bytes = *bytes;
+    else if (!m_error)
+      m_error = bytes.error();
+    const qint64 order = owned->order;
+    m_ready.emplace(order, std::move(owned));
+    m_changed.wakeAll();
+  });
+  return true;
+}
+
+void RenderPipeline::drawFrame(Frame& frame) {
+  frame.image.fill(frame.onBlack ? Qt::black : Qt::transparent);
+  runtime::RasterBackend().draw(frame.list, frame.image);
+  frame.list.items.clear();
+}
+
+void RenderPipeline::deliverFrames() {
+  QMutexLocker lock(&m_mutex);
+  for (;;) {
+    while (m_ready.find(m_delivered) == m_ready.end()) {
+      if (m_finished && m_delivered == m_added) return;
+      m_changed.wait(&m_mutex);
+    }
+    std::unique_ptr<Frame> frame = std::move(m_ready.extract(m_delivered).mapped());
+    if (!m_error) {
+      lock.unlock();
+      const auto written = m_writer.deliver(frame->image, frame->bytes, frame->number);
+      lock.relock();
+      if (!written && !m_error) m_error = written.error();
+    }
+    frame->bytes.clear();
+    ++m_delivered;
+    m_idle.push_back(std::move(frame));
+    m_changed.wakeAll();
+  }
+}
+
+foundation::Result<void> RenderPipeline::finish() {
+  if (m_delivery) {
+    {
+      const QMutexLocker lock(&m_mutex);
+      m_finished = true;
+      m_changed.wakeAll();
+    }
+    m_delivery->wait();
+    m_delivery.reset();
+  }
+  if (m_error) return tl::unexpected(*m_error);
+  return {};
+}
+
+qint64 RenderPipeline::delivered() const {
+  const QMutexLocker lock(&m_mutex);
+  return m_delivered;
+}
+
+}  // namespace cli

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QMutex>
+#include <QThread>
+#include <QWaitCondition>
+#include <map>
+
+#include "cli/FrameWriter.h"
+#include "runtime/draw/DrawList.h"
+
+namespace cli {
+
+/// Draws and encodes several frames at once and delivers them in order. Draw lists come from one
+/// thread; the pixel work runs in the global thread pool, writing on a thread of its own. At most a
+/// few frames are under way, so memory does not grow with their number.
+class RenderPipeline {
+ public:
+  /// The writer must outlive the pipeline. `threads` 0: one a core.
+  RenderPipeline(FrameWriter& writer, const QSize& size, int threads);
+  ~RenderPipeline();
+  RenderPipeline(const RenderPipeline&) = delete;
+  RenderPipeline& operator=(const RenderPipeline&) = delete;
+
+  /// Hands in the next frame; waits while enough are under way. `number` is for the writer. False
+  /// once a frame has failed.
+  bool add(runtime::DrawList list, bool onBlack, qint64 number);
+  /// Waits until everything is delivered; the first failure, if any.
+  [[nodiscard]] foundation::Result<void> finish();
+  [[nodiscard]] qint64 delivered() const;
+
+ private:
+  struct Frame;
+  void drawFrame(Frame& frame);
+  void deliverFrames();
+
+  FrameWriter& m_writer;
+  QSize m_size;
+  mutable QMutex m_mutex;
+  QWaitCondition m_changed;
+  std::vector<std::unique_ptr<Frame>> m_idle;
+  std::map<qint64, std::unique_ptr<Frame>> m_ready;  ///< drawn, waiting for their turn
+  qint64 m_added = 0;
+  qint64 m_delivered = 0;
+  bool m_finished = false;
+  std::optional<foundation::Error> m_error;
+  std::unique_ptr<QThread> m_delivery;
+};
+
+}  // namespace cli
