@@ -1,9 +1,9 @@
 #include "quartz/QuartzComposition.h"
 
-#include <QBuffer>
 #include <QSaveFile>
 
 #include "foundation/PropertyList.h"
+#include "quartz/TiffEncoder.h"
 
 namespace quartz {
 
@@ -19,13 +19,65 @@ const QString rootPatchKey = QStringLiteral("rootPatch");
 const QString parametersKey = QStringLiteral("inputParameters");
 const QString viewerKey = QStringLiteral("editorViewerWindow");
 const QString pixelFormatKey = QStringLiteral("pixelFormat");
+constexpr int deepestPatch = 100;  // a hundred macros inside each other; real files reach about ten
+
+/// What is wrong with the patch or one below it; empty when nothing is.
+QString patchFault(const PropertyValue& patch, int depth) {
+  if (depth > deepestPatch) return QStringLiteral("patches are nested too deeply");
+  if (!patch.isDictionary()) return QStringLiteral("a patch is not a dictionary");
+  const PropertyValue& state = patch.dictionary().value(u"state");
+  if (state.isNull()) return {};
+  if (!state.isDictionary()) return QStringLiteral("a patch's state is not a dictionary");
+  const PropertyValue& nodes = state.dictionary().value(u"nodes");
+  if (!nodes.isNull() && !nodes.isArray()) return QStringLiteral("the nodes are not a list");
+  for (const PropertyValue& node : nodes.array())
+    if (QString fault = patchFault(node, depth + 1); !fault.isEmpty()) return fault;
+  return {};
+}
+
+Result<std::unique_ptr<QuartzComposition>> compositionFromTree(Result<PropertyValue>&& tree,
+                                                               const QString& fileName) {
+  if (!tree) return tl::unexpected(tree.error());
+  if (!tree->isDictionary())
+    return foundation::failure(QStringLiteral("is not a composition: no dictionary"), fileName);
+  const PropertyValue& root = tree->dictionary().value(rootPatchKey);
+  if (const QString fault = root.isNull() ? QString() : patchFault(root, 0); !fault.isEmpty())
+    return foundation::failure(QStringLiteral("is not a composition: ") + fault, fileName);
+  return QuartzComposition::compositionWithDictionary(std::move(tree->editDictionary()));
+}
+
+/// The collection without the setting, or nothing when it holds none: what does not change stays
+/// shared with the live tree.
+std::optional<PropertyValue> withoutPixelFormat(const PropertyValue& collection) {
+  std::optional<PropertyValue> changed;
+  if (collection.isArray()) {
+    for (qsizetype i = 0; i < collection.array().size(); ++i) {
+      std::optional<PropertyValue> element = withoutPixelFormat(collection.array()[i]);
+      if (!element) continue;
+      if (!changed) changed = collection;
+      changed->editArray()[i] = std::move(*element);
+    }
+  } else if (collection.isDictionary() && collection.dictionary().contains(pixelFormatKey)) {
+    changed = collection;
+    changed->editDictionary().remove(pixelFormatKey);
+  } else if (collection.isDictionary()) {
+    for (const auto& [key, value] : collection.dictionary()) {
+      std::optional<PropertyValue> element = withoutPixelFormat(value);
+      if (!element) continue;
+      if (!changed) changed = collection;
+      changed->editDictionary().edit(key) = std::move(*element);
+    }
+  }
+  return changed;
+}
 }  // namespace
 
 QuartzComposition::QuartzComposition() : QuartzComposition(PropertyDictionary()) {}
 
-QuartzComposition::QuartzComposition(const PropertyDictionary& dictionary) : m_data(dictionary) {
-  const PropertyValue root = m_data.take(rootPatchKey);
-  m_rootPatch = std::make_unique<QuartzPatch>(this, root.dictionary());
+QuartzComposition::QuartzComposition(PropertyDictionary dictionary)
+    : m_data(std::move(dictionary)) {
+  PropertyValue root = m_data.take(rootPatchKey);
+  m_rootPatch = std::make_unique<QuartzPatch>(this, std::move(root.editDictionary()));
 }
 
 std::unique_ptr<QuartzComposition> QuartzComposition::composition() {
@@ -33,26 +85,18 @@ std::unique_ptr<QuartzComposition> QuartzComposition::composition() {
 }
 
 std::unique_ptr<QuartzComposition> QuartzComposition::compositionWithDictionary(
-    const PropertyDictionary& dictionary) {
-  return std::make_unique<QuartzComposition>(dictionary);
+    PropertyDictionary dictionary) {
+  return std::make_unique<QuartzComposition>(std::move(dictionary));
 }
 
 Result<std::unique_ptr<QuartzComposition>> QuartzComposition::compositionWithFile(
     const QString& path) {
-  const Result<PropertyValue> tree = PropertyList::fromFile(path);
-  if (!tree) return tl::unexpected(tree.error());
-  if (!tree->isDictionary())
-    return foundation::failure(QStringLiteral("is not a composition: no dictionary"), path);
-  return compositionWithDictionary(tree->dictionary());
+  return compositionFromTree(PropertyList::fromFile(path), path);
 }
 
 Result<std::unique_ptr<QuartzComposition>> QuartzComposition::compositionWithData(
     const QByteArray& bytes, const QString& fileName) {
-  const Result<PropertyValue> tree = PropertyList::fromData(bytes, fileName);
-  if (!tree) return tl::unexpected(tree.error());
-  if (!tree->isDictionary())
-    return foundation::failure(QStringLiteral("is not a composition: no dictionary"), fileName);
-  return compositionWithDictionary(tree->dictionary());
+  return compositionFromTree(PropertyList::fromData(bytes, fileName), fileName);
 }
 
 QSizeF QuartzComposition::viewerSize() const {
@@ -63,9 +107,8 @@ QSizeF QuartzComposition::viewerSize() const {
 
 void QuartzComposition::setViewerSize(const QSizeF& size) {
   constexpr double titleBar = 46;
-  if (!m_data.value(viewerKey).isString()) return;
   QStringList fields = m_data.value(viewerKey).toString().split(QLatin1Char(' '));
-  Q_ASSERT(fields.size() >= 4);
+  if (fields.size() < 4) return;
   fields[2] = QString::number(size.width(), 'f', 6);
   fields[3] = QString::number(size.height() + titleBar, 'f', 6);
   m_data.insert(viewerKey, fields.join(QLatin1Char(' ')));
@@ -92,23 +135,12 @@ PropertyValue QuartzComposition::quartzValueForObject(const Color& color) {
 }
 
 PropertyValue QuartzComposition::quartzValueForObject(const QImage& image) {
-  QByteArray bytes;
-  QBuffer buffer(&bytes);
-  buffer.open(QIODevice::WriteOnly);
-  image.save(&buffer, "TIFF");
-  return bytes;
+  return tiffData(image);
 }
 
 void QuartzComposition::removePixelFormatSettingFromCollection(PropertyValue& collection) {
-  if (collection.isArray()) {
-    for (PropertyValue& element : collection.editArray())
-      removePixelFormatSettingFromCollection(element);
-  } else if (collection.isDictionary()) {
-    PropertyDictionary& dictionary = collection.editDictionary();
-    if (dictionary.remove(pixelFormatKey)) return;
-    for (const QString& key : dictionary.keys())
-      removePixelFormatSettingFromCollection(dictionary.edit(key));
-  }
+  if (std::optional<PropertyValue> changed = withoutPixelFormat(collection))
+    collection = std::move(*changed);
 }
 
 PropertyDictionary QuartzComposition::fileDictionary() const {
@@ -122,7 +154,7 @@ Result<QByteArray> QuartzComposition::fileDataByRemovingPixelFormatSetting(bool 
   PropertyValue file = fileDictionary();
   if (remove) removePixelFormatSettingFromCollection(file);
   Result<QByteArray> bytes = PropertyList::toXml(file);
-  if (!bytes) qWarning("Error when serializing QTZ: %s", qPrintable(bytes.error().message));
+  if (!bytes) qCritical("Error when serializing QTZ: %s", qPrintable(bytes.error().text()));
   return bytes;
 }
 

@@ -17,15 +17,15 @@ class QuartzComposition {
  public:
   /// An empty composition: no top-level entries, a root of class "QCPatch".
   QuartzComposition();
-  explicit QuartzComposition(const foundation::PropertyDictionary& dictionary);
+  explicit QuartzComposition(foundation::PropertyDictionary dictionary);
   QuartzComposition(const QuartzComposition&) = delete;
   QuartzComposition& operator=(const QuartzComposition&) = delete;
 
   [[nodiscard]] static std::unique_ptr<QuartzComposition> composition();
   [[nodiscard]] static std::unique_ptr<QuartzComposition> compositionWithDictionary(
-      const foundation::PropertyDictionary& dictionary);
-  /// Reads any property-list encoding; fails when the file is no dictionary or nests patches beyond
-  /// reason.
+      foundation::PropertyDictionary dictionary);
+  /// Reads any property-list encoding; fails when the file is no dictionary, a patch in it is
+  /// malformed or patches are nested more than a hundred deep.
   [[nodiscard]] static foundation::Result<std::unique_ptr<QuartzComposition>> compositionWithFile(
       const QString& path);
   /// The same for bytes in memory; the name is for messages.
@@ -41,7 +41,7 @@ class QuartzComposition {
   /// Width and height of the editor's viewer; empty when the file does not say.
   [[nodiscard]] QSizeF viewerSize() const;
   /// Stores 46 more than the height (the title bar of the viewer's window), which viewerSize() does
-  /// not take off again. Does nothing in a composition that has no viewer.
+  /// not take off again. Does nothing in a composition without a viewer setting of four fields.
   void setViewerSize(const QSizeF& size);
   void setAspectRatio(float aspectRatio);
   void setInputParameter(const foundation::PropertyValue& value, const QString& key);
@@ -50,7 +50,7 @@ class QuartzComposition {
   /// A colour as files hold it: always opaque, single precision.
   [[nodiscard]] static foundation::PropertyValue quartzValueForObject(
       const foundation::Color& color);
-  /// An image as files hold it: TIFF data.
+  /// An image as files hold it: TIFF data (empty for a null image).
   [[nodiscard]] static foundation::PropertyValue quartzValueForObject(const QImage& image);
   [[nodiscard]] static foundation::PropertyValue quartzValueForObject(
       const foundation::PropertyValue& value) {

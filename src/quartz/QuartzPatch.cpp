@@ -48,24 +48,29 @@ void completeState(PropertyDictionary& state) {
   if (!state.value(inputPortsKey).isArray()) state.insert(inputPortsKey, PropertyArray());
 }
 
+/// The number that the text begins with; 0 when it begins with none.
+int leadingInteger(const QString& text) {
+  qsizetype length = 0;
+  while (length < text.size() && text[length] >= u'0' && text[length] <= u'9') ++length;
+  return QStringView(text).first(length).toInt();
+}
+
 }  // namespace
 
 QuartzPatch::QuartzPatch() : QuartzPatch(emptyMacro()) {}
 
-QuartzPatch::QuartzPatch(const PropertyDictionary& dictionary) : m_data(dictionary) {
-  const PropertyDictionary given = dictionary.value(stateKey).dictionary();
-  PropertyDictionary state = given;
-  state.remove(nodesKey);
+QuartzPatch::QuartzPatch(PropertyDictionary dictionary) : m_data(std::move(dictionary)) {
+  PropertyDictionary& state = m_data.edit(stateKey).editDictionary();
+  PropertyValue children = state.take(nodesKey);
   completeState(state);
-  m_data.insert(stateKey, std::move(state));
-  const PropertyArray& children = given.value(nodesKey).array();
-  m_nodes.reserve(static_cast<size_t>(children.size()));
-  for (const PropertyValue& child : children)
-    addNode(std::make_unique<QuartzPatch>(child.dictionary()));
+  if (!children.isArray()) return;
+  m_nodes.reserve(static_cast<size_t>(children.array().size()));
+  for (PropertyValue& child : children.editArray())
+    addNode(std::make_unique<QuartzPatch>(std::move(child.editDictionary())));
 }
 
-QuartzPatch::QuartzPatch(QuartzComposition* composition, const PropertyDictionary& dictionary)
-    : QuartzPatch(dictionary.isEmpty() ? emptyMacro() : dictionary) {
+QuartzPatch::QuartzPatch(QuartzComposition* composition, PropertyDictionary dictionary)
+    : QuartzPatch(dictionary.isEmpty() ? emptyMacro() : std::move(dictionary)) {
   m_composition = composition;
 }
 
@@ -99,7 +104,9 @@ QString QuartzPatch::key() const {
 }
 
 void QuartzPatch::setKey(const QString& key) {
+  if (m_parentPatch) m_parentPatch->m_nodeKeys.remove(this->key());
   m_data.insert(keyKey, key);
+  if (m_parentPatch) m_parentPatch->m_nodeKeys.add(key);
 }
 
 QString QuartzPatch::identifier() const {
@@ -160,8 +167,20 @@ QuartzComposition* QuartzPatch::composition() const {
 
 QuartzPatch* QuartzPatch::addNode(std::unique_ptr<QuartzPatch> patch) {
   patch->setParentPatch(this);
+  m_nodeKeys.add(patch->key());
   m_nodes.push_back(std::move(patch));
   return m_nodes.back().get();
+}
+
+std::unique_ptr<QuartzPatch> QuartzPatch::takeNode(const QuartzPatch* node) {
+  const auto found = std::find_if(m_nodes.begin(), m_nodes.end(),
+                                  [&](const auto& held) { return held.get() == node; });
+  if (found == m_nodes.end()) return nullptr;
+  std::unique_ptr<QuartzPatch> taken = std::move(*found);
+  m_nodes.erase(found);
+  m_nodeKeys.remove(taken->key());
+  taken->setParentPatch(nullptr);
+  return taken;
 }
 
 QuartzPatch* QuartzPatch::addPatchWithClass(const QString& className,
@@ -177,18 +196,15 @@ QuartzPatch* QuartzPatch::addPatchWithClass(const QString& className,
   full.insert(builtInPortsKey, std::move(ports));
   patch->m_data.insert(stateKey, std::move(full));
 
-  QSet<QString> taken;
-  for (const auto& node : m_nodes) taken.insert(node->key());
-  for (int n = 1; patch->key().isEmpty(); ++n) {
-    const QString key = QStringLiteral("%1_%2").arg(patch->patchClass()).arg(n);
-    if (!taken.contains(key)) patch->setKey(key);
-  }
+  patch->setKey(m_nodeKeys.unusedKey(patch->patchClass()));
   return addNode(std::move(patch));
 }
 
 void QuartzPatch::addNodesOfPatch(QuartzPatch& other) {
   for (std::unique_ptr<QuartzPatch>& node : other.m_nodes) addNode(std::move(node));
   other.m_nodes.clear();
+  other.m_nodeKeys = {};
+  m_highestConnection.reset();
   PropertyDictionary& connections = editState().edit(connectionsKey).editDictionary();
   for (const auto& [name, connection] : other.state().value(connectionsKey).dictionary())
     connections.insert(name, connection);
@@ -197,7 +213,7 @@ void QuartzPatch::addNodesOfPatch(QuartzPatch& other) {
     editState().edit(inputPortsKey).editArray().append(entry);
     const QString key = entry.dictionary().value(keyKey).toString();
     const QString label = labelOfPublishedPort(entry.dictionary());
-    if (m_parentPatch) publishPort(key, key, label.isEmpty() ? key : label);
+    publishPort(key, key, label.isNull() ? key : label);
   }
   setTimebase(other.timebase());
 }
@@ -206,25 +222,28 @@ void QuartzPatch::addConnectionFromComponent(const QString& source, const QStrin
                                              const QString& toComponent, const QString& toPort) {
   constexpr qsizetype prefix = 11;  // "connection_"
   PropertyDictionary& connections = editState().edit(connectionsKey).editDictionary();
-  int highest = 0;
-  for (const auto& [name, connection] : std::as_const(connections))
-    highest = std::max(highest, QStringView(name).mid(prefix).toInt());
-  connections.insert(QStringLiteral("connection_%1").arg(highest + 1),
+  if (!m_highestConnection) {
+    m_highestConnection = 0;
+    for (const auto& [name, connection] : std::as_const(connections))
+      m_highestConnection = std::max(*m_highestConnection, leadingInteger(name.mid(prefix)));
+  }
+  connections.insert(QStringLiteral("connection_%1").arg(++*m_highestConnection),
                      PropertyDictionary{{QStringLiteral("sourceNode"), source},
                                         {QStringLiteral("sourcePort"), fromPort},
                                         {QStringLiteral("destinationNode"), toComponent},
                                         {QStringLiteral("destinationPort"), toPort}});
 }
 
-void QuartzPatch::publishPort(const QString& port, const QString& withName, const QString& label) {
-  Q_ASSERT(m_parentPatch);
+void QuartzPatch::publishPort(const QString& port, const QString& withName,
+                              const std::optional<QString>& label) {
+  if (!m_parentPatch) return;
   PropertyDictionary entry = publishedEntry(withName, key(), port);
-  if (!label.isEmpty()) entry.insert(stateKey, labelState(label));
+  if (label) entry.insert(stateKey, labelState(*label));
   m_parentPatch->editState().edit(inputPortsKey).editArray().append(std::move(entry));
 }
 
 void QuartzPatch::publishOutputPort(const QString& port, const QString& withName) {
-  Q_ASSERT(m_parentPatch);
+  if (!m_parentPatch) return;
   PropertyDictionary entry = publishedEntry(withName, key(), port);
   entry.insert(stateKey, labelState(withName));
   m_parentPatch->editState().edit(outputPortsKey).editArray().append(std::move(entry));
@@ -276,8 +295,8 @@ PropertyDictionary QuartzPatch::patchDataForFileData() const {
 }
 
 QString QuartzPatch::labelOfPublishedPort(const PropertyDictionary& entry) {
-  const QByteArray archive = entry.value(stateKey).dictionary().value(userInfoKey).toData();
-  return archive.isEmpty() ? QString() : UserInfo::fromArchive(archive).name.value_or(QString());
+  return UserInfo::fromArchive(entry.value(stateKey).dictionary().value(userInfoKey).toData())
+      .name.value_or(QString());
 }
 
 }  // namespace quartz

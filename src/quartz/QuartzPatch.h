@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "foundation/PropertyValue.h"
+#include "quartz/NodeKeys.h"
 #include "quartz/UserInfo.h"
 
 namespace quartz {
@@ -18,9 +19,9 @@ class QuartzPatch {
  public:
   /// A macro patch ("QCPatch") with an empty state.
   QuartzPatch();
-  explicit QuartzPatch(const foundation::PropertyDictionary& dictionary);
-  /// A root patch; the composition owns it.
-  QuartzPatch(QuartzComposition* composition, const foundation::PropertyDictionary& dictionary);
+  explicit QuartzPatch(foundation::PropertyDictionary dictionary);
+  /// A root patch; the composition owns it. An empty dictionary gives a macro patch.
+  QuartzPatch(QuartzComposition* composition, foundation::PropertyDictionary dictionary);
   QuartzPatch(const QuartzPatch&) = delete;
   QuartzPatch& operator=(const QuartzPatch&) = delete;
 
@@ -31,9 +32,10 @@ class QuartzPatch {
   /// The patch dictionary; its state does not hold "nodes".
   [[nodiscard]] const foundation::PropertyDictionary& data() const { return m_data; }
   [[nodiscard]] const foundation::PropertyDictionary& state() const;
-  /// The state for editing.
+  /// The state for editing; connections are added with addConnectionFromComponent() only.
   [[nodiscard]] foundation::PropertyDictionary& editState();
   [[nodiscard]] QuartzPatch* parentPatch() const { return m_parentPatch; }
+  /// Only the back-reference; addNode() and takeNode() move patches.
   void setParentPatch(QuartzPatch* parent) { m_parentPatch = parent; }
 
   [[nodiscard]] QString patchClass() const;
@@ -61,6 +63,8 @@ class QuartzPatch {
   [[nodiscard]] QuartzComposition* composition() const;
 
   QuartzPatch* addNode(std::unique_ptr<QuartzPatch> patch);
+  /// Takes a direct child out, with the ownership; connections to it stay.
+  [[nodiscard]] std::unique_ptr<QuartzPatch> takeNode(const QuartzPatch* node);
   /// Makes, keys ("CLASS_n", the first free n) and appends a node.
   QuartzPatch* addPatchWithClass(const QString& className,
                                  const foundation::PropertyDictionary& state = {},
@@ -69,8 +73,11 @@ class QuartzPatch {
   void addNodesOfPatch(QuartzPatch& other);
   void addConnectionFromComponent(const QString& source, const QString& fromPort,
                                   const QString& toComponent, const QString& toPort);
-  /// Publishes a port of this node in its parent. An empty label writes none.
-  void publishPort(const QString& port, const QString& withName, const QString& label = {});
+  /// Publishes a port of this node in its parent (nothing happens without one); without a label the
+  /// entry has no state.
+  void publishPort(const QString& port, const QString& withName,
+                   const std::optional<QString>& label = {});
+  /// The same for an output; its label is always the published name.
   void publishOutputPort(const QString& port, const QString& withName);
   /// The first published input entry of that key; empty when there is none.
   [[nodiscard]] foundation::PropertyDictionary infoForPublishedInputPortWithName(
@@ -87,7 +94,7 @@ class QuartzPatch {
   [[nodiscard]] QuartzPatch* patchWithName(const QString& name) const;
   [[nodiscard]] foundation::PropertyDictionary patchDataForFileData() const;
 
-  /// The label stored in a published port's entry; empty when there is none.
+  /// The label stored in a published port's entry; null when there is none.
   [[nodiscard]] static QString labelOfPublishedPort(const foundation::PropertyDictionary& entry);
 
  private:
@@ -95,6 +102,8 @@ class QuartzPatch {
   QuartzPatch* m_parentPatch = nullptr;
   foundation::PropertyDictionary m_data;
   std::vector<std::unique_ptr<QuartzPatch>> m_nodes;
+  NodeKeys m_nodeKeys;
+  std::optional<int> m_highestConnection;  ///< known once a connection was added
 };
 
 }  // namespace quartz
