@@ -26,9 +26,8 @@ Image separable(const FilterArguments& a) {
 
 template <ColorBlend f>
 Image nonSeparable(const FilterArguments& a) {
-  return combined(a.image(0), a.image(1), Coverage::Union, [](Pixel s, Pixel b) {
-    return blended(s, b, f(b.straight(), s.straight()));
-  });
+  return combined(a.image(0), a.image(1), Coverage::Union,
+                  [](Pixel s, Pixel b) { return blended(s, b, f(b.straight(), s.straight())); });
 }
 
 float multiply(float b, float s) {

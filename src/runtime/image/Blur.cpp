@@ -23,7 +23,9 @@ struct FloatImage {
       : width(width),
         height(height),
         data(4 * static_cast<size_t>(width) * static_cast<size_t>(height)) {}
-  float* row(int y) { return data.data() + 4 * static_cast<size_t>(width) * static_cast<size_t>(y); }
+  float* row(int y) {
+    return data.data() + 4 * static_cast<size_t>(width) * static_cast<size_t>(y);
+  }
   [[nodiscard]] const float* row(int y) const {
     return data.data() + 4 * static_cast<size_t>(width) * static_cast<size_t>(y);
   }
@@ -42,8 +44,7 @@ FloatImage shrunk(const Image& image, const QRect& area, int factor) {
     const QImage pixels = image.pixels(band);
     if (pixels.isNull()) continue;
     for (int y = 0; y < band.height(); ++y) {
-      const auto* line =
-          reinterpret_cast<const QRgb*>(pixels.constScanLine(band.height() - 1 - y));
+      const auto* line = reinterpret_cast<const QRgb*>(pixels.constScanLine(band.height() - 1 - y));
       float* target = out.row((band.y() + y - area.y()) / factor);
       for (int x = 0; x < band.width(); ++x) {
         float* p = target + 4 * ((band.x() + x - area.x()) / factor);

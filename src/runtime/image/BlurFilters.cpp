@@ -86,11 +86,11 @@ Image zoom(const FilterArguments& a) {
   if (share == 0) return image;
   const QRect e = image.extent();
   const QPointF center = a.point(1);
-  const double farthest = image.isInfinite() ? 500
-                                             : std::hypot(std::max(std::abs(e.x() - center.x()),
-                                                                   std::abs(e.right() - center.x())),
-                                                          std::max(std::abs(e.y() - center.y()),
-                                                                   std::abs(e.bottom() - center.y())));
+  const double farthest =
+      image.isInfinite()
+          ? 500
+          : std::hypot(std::max(std::abs(e.x() - center.x()), std::abs(e.right() - center.x())),
+                       std::max(std::abs(e.y() - center.y()), std::abs(e.bottom() - center.y())));
   const int reach = wholeLength(farthest * share / 2, 1000);
   return smeared(image, reach, 64,
                  [=](const QPointF& p, double t) { return (center - p) * (t * share / 2); });
@@ -124,9 +124,8 @@ Image gloom(const FilterArguments& a) {
 }
 
 Image unsharp(const FilterArguments& a) {
-  return withBlurred(a.image(0), a.number(1), [k = a.single(2)](Pixel s, Pixel b) {
-    return (s + (s - b) * k).clamped();
-  });
+  return withBlurred(a.image(0), a.number(1),
+                     [k = a.single(2)](Pixel s, Pixel b) { return (s + (s - b) * k).clamped(); });
 }
 
 Image sharpen(const FilterArguments& a) {
@@ -144,15 +143,15 @@ Image median(const FilterArguments& a) {
     return paintArea(area, [&](double x, double y) {
       std::array<Pixel, 9> near;
       for (size_t i = 0; i < 9; ++i)
-        near[i] = reader.nearest(x + static_cast<double>(i % 3) - 1,
-                                 y + static_cast<double>(i / 3) - 1);
-      const auto middle = [&near](float Pixel::* c) {
+        near[i] =
+            reader.nearest(x + static_cast<double>(i % 3) - 1, y + static_cast<double>(i / 3) - 1);
+      const auto middle = [&near](float Pixel::*c) {
         std::nth_element(near.begin(), near.begin() + 4, near.end(),
                          [c](const Pixel& p, const Pixel& q) { return p.*c < q.*c; });
         return near[4].*c;
       };
       Pixel out;
-      for (float Pixel::* c : {&Pixel::r, &Pixel::g, &Pixel::b, &Pixel::a}) out.*c = middle(c);
+      for (float Pixel::*c : {&Pixel::r, &Pixel::g, &Pixel::b, &Pixel::a}) out.*c = middle(c);
       return out;
     });
   });
@@ -182,22 +181,33 @@ ImageFilters blurFilters() {
        cheap,
        "a Gaussian blur of about the same width"},
       {"CIDiscBlur", {image(), length("inputRadius", 8)}, disc, "the radius is at most 32 pixels"},
-      {"CIMotionBlur", {image(), length("inputRadius", 20), angle()}, motion,
+      {"CIMotionBlur",
+       {image(), length("inputRadius", 20), angle()},
+       motion,
        "all pixels of the way have the same weight"},
-      {"CIZoomBlur", {image(), center(), number("inputAmount", 20)}, zoom,
+      {"CIZoomBlur",
+       {image(), center(), number("inputAmount", 20)},
+       zoom,
        "the amount is taken as a percentage of the distance from the centre"},
       {"CIMedianFilter", {image()}, median},
       {"CINoiseReduction",
        {image(), number("inputNoiseLevel", 0.02), number("inputSharpness", 0.4)},
        noiseReduction,
        "looks alike, but not pixel for pixel"},
-      {"CISharpenLuminance", {image(), number("inputSharpness", 0.4)}, sharpen,
+      {"CISharpenLuminance",
+       {image(), number("inputSharpness", 0.4)},
+       sharpen,
        "looks alike, but not pixel for pixel"},
-      {"CIUnsharpMask", {image(), length("inputRadius", 2.5), number("inputIntensity", 0.5)},
+      {"CIUnsharpMask",
+       {image(), length("inputRadius", 2.5), number("inputIntensity", 0.5)},
        unsharp},
-      {"CIBloom", {image(), length("inputRadius", 10), number("inputIntensity", 1)}, bloom,
+      {"CIBloom",
+       {image(), length("inputRadius", 10), number("inputIntensity", 1)},
+       bloom,
        "the glow is screened over the image"},
-      {"CIGloom", {image(), length("inputRadius", 10), number("inputIntensity", 1)}, gloom,
+      {"CIGloom",
+       {image(), length("inputRadius", 10), number("inputIntensity", 1)},
+       gloom,
        "looks alike, but not pixel for pixel"},
   };
 }

@@ -9,9 +9,8 @@ namespace {
 /// Each premultiplied pixel p of the image becomes f(p).
 template <typename F>
 Image mapped(const Image& image, const F& f) {
-  return ComputedImage::like(image, {image}, [image, f](const QRect& area) {
-    return mapPixels(image.pixels(area), f);
-  });
+  return ComputedImage::like(
+      image, {image}, [image, f](const QRect& area) { return mapPixels(image.pixels(area), f); });
 }
 
 /// Each pixel becomes f(p) with straight components; results are clamped.
@@ -70,11 +69,11 @@ Image colorMatrix(const FilterArguments& a) {
     return Pixel{static_cast<float>(v[0]), static_cast<float>(v[1]), static_cast<float>(v[2]),
                  static_cast<float>(v[3])};
   };
-  return mapStraight(a.image(0), [r = row(1), g = row(2), b = row(3), alpha = row(4),
-                                  bias = row(5)](Pixel p) {
-    const auto dot = [p](Pixel v) { return v.r * p.r + v.g * p.g + v.b * p.b + v.a * p.a; };
-    return Pixel{dot(r), dot(g), dot(b), dot(alpha)} + bias;
-  });
+  return mapStraight(
+      a.image(0), [r = row(1), g = row(2), b = row(3), alpha = row(4), bias = row(5)](Pixel p) {
+        const auto dot = [p](Pixel v) { return v.r * p.r + v.g * p.g + v.b * p.b + v.a * p.a; };
+        return Pixel{dot(r), dot(g), dot(b), dot(alpha)} + bias;
+      });
 }
 
 Image invert(const FilterArguments& a) {
@@ -99,10 +98,9 @@ Image posterize(const FilterArguments& a) {
 }
 
 Image falseColor(const FilterArguments& a) {
-  return mapped(a.image(0), [dark = Pixel::fromColor(a.color(1)),
-                             bright = Pixel::fromColor(a.color(2))](Pixel p) {
-    return mix(dark, bright, p.straight().luminance()) * p.a;
-  });
+  return mapped(a.image(0),
+                [dark = Pixel::fromColor(a.color(1)), bright = Pixel::fromColor(a.color(2))](
+                    Pixel p) { return mix(dark, bright, p.straight().luminance()) * p.a; });
 }
 
 Image sepia(const FilterArguments& a) {
@@ -128,8 +126,7 @@ Image minimumComponent(const FilterArguments& a) {
 
 Image whitePoint(const FilterArguments& a) {
   const Pixel white = Pixel::fromColor(a.color(1));
-  return mapped(a.image(0),
-                [white](Pixel p) { return p * Pixel{white.r, white.g, white.b, 1}; });
+  return mapped(a.image(0), [white](Pixel p) { return p * Pixel{white.r, white.g, white.b, 1}; });
 }
 
 /// The luminance looked up along the middle row of another image.
@@ -198,7 +195,9 @@ ImageFilters colorFilters() {
       {"CIMinimumComponent", {image()}, minimumComponent},
       {"CIWhitePointAdjust", {image(), color("inputColor", white)}, whitePoint},
       {"CIColorMap", {image(), image("inputGradientImage")}, colorMap},
-      {"CIVignette", {image(), number("inputRadius", 1), number("inputIntensity", 0)}, vignette,
+      {"CIVignette",
+       {image(), number("inputRadius", 1), number("inputIntensity", 0)},
+       vignette,
        "looks alike, but not pixel for pixel"},
   };
 }

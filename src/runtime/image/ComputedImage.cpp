@@ -65,13 +65,13 @@ Image ComputedImage::finite(const QRect& extent, const std::vector<Image>& input
   if (extent.isEmpty()) return {};
   const QRect cut(extent.x(), extent.y(), std::min(extent.width(), largestSide),
                   std::min(extent.height(), largestSide));
-  return made(std::unique_ptr<ComputedImage>(
-      new ComputedImage(cut, false, inputs, std::move(render))));
+  return made(
+      std::unique_ptr<ComputedImage>(new ComputedImage(cut, false, inputs, std::move(render))));
 }
 
 Image ComputedImage::infinite(const std::vector<Image>& inputs, Render render) {
-  return made(std::unique_ptr<ComputedImage>(
-      new ComputedImage({}, true, inputs, std::move(render))));
+  return made(
+      std::unique_ptr<ComputedImage>(new ComputedImage({}, true, inputs, std::move(render))));
 }
 
 Image ComputedImage::like(const Image& other, const std::vector<Image>& inputs, Render render) {
@@ -127,8 +127,7 @@ Image cropped(const Image& image, const QRect& rect) {
   if (image.isNull()) return {};
   if (!image.isInfinite() && rect.contains(image.extent())) return image;
   const QRect area = image.isInfinite() ? rect : rect & image.extent();
-  return ComputedImage::finite(area, {image},
-                               [image](const QRect& a) { return image.pixels(a); });
+  return ComputedImage::finite(area, {image}, [image](const QRect& a) { return image.pixels(a); });
 }
 
 }  // namespace runtime::image

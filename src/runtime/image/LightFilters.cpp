@@ -40,8 +40,8 @@ Image sunbeams(const FilterArguments& a) {
   const Striations striations{a.number(4), a.number(5), a.number(6)};
   const double radius = std::max(a.number(2), 1e-3);
   const double reach = radius * std::max(a.number(3), 1e-3);
-  const auto paint = [=, center = a.point(0),
-                      color = Pixel::fromColor(a.color(1))](double x, double y) {
+  const auto paint = [=, center = a.point(0), color = Pixel::fromColor(a.color(1))](double x,
+                                                                                    double y) {
     const QPointF d = QPointF(x, y) - center;
     const double distance = std::hypot(d.x(), d.y());
     const double core = smoothStep(static_cast<float>(radius), static_cast<float>(radius * 0.7),
@@ -58,8 +58,8 @@ Image lenticularHalo(const FilterArguments& a) {
   const double inner = std::max(a.number(2), 1e-3);
   const double width = std::max(a.number(3), 1e-3);
   const double overlap = std::clamp(a.number(4), 0.0, 1.0);
-  const auto paint = [=, center = a.point(0),
-                      color = Pixel::fromColor(a.color(1))](double x, double y) {
+  const auto paint = [=, center = a.point(0), color = Pixel::fromColor(a.color(1))](double x,
+                                                                                    double y) {
     const QPointF d = QPointF(x, y) - center;
     const double ring = (std::hypot(d.x(), d.y()) - inner) / width;  // −1 … 1 across the halo
     const double ray = striations(std::atan2(d.y(), d.x()));
@@ -82,8 +82,8 @@ Image starShine(const FilterArguments& a) {
   const double opacity = std::exp(a.number(5));
   const double width = std::max(a.number(6), 1e-3);
   const double glow = std::exp(a.number(7));
-  const auto paint = [=, center = a.point(0),
-                      color = Pixel::fromColor(a.color(1))](double x, double y) {
+  const auto paint = [=, center = a.point(0), color = Pixel::fromColor(a.color(1))](double x,
+                                                                                    double y) {
     const QPointF d = QPointF(x, y) - center;
     const double distance = std::hypot(d.x(), d.y());
     const double u = std::abs(d.x() * std::cos(angle) + d.y() * std::sin(angle));

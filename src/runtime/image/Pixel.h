@@ -46,15 +46,9 @@ struct Pixel {
     return {unit(r), unit(g), unit(b), unit(a)};
   }
 
-  friend Pixel operator+(Pixel p, Pixel q) {
-    return {p.r + q.r, p.g + q.g, p.b + q.b, p.a + q.a};
-  }
-  friend Pixel operator-(Pixel p, Pixel q) {
-    return {p.r - q.r, p.g - q.g, p.b - q.b, p.a - q.a};
-  }
-  friend Pixel operator*(Pixel p, Pixel q) {
-    return {p.r * q.r, p.g * q.g, p.b * q.b, p.a * q.a};
-  }
+  friend Pixel operator+(Pixel p, Pixel q) { return {p.r + q.r, p.g + q.g, p.b + q.b, p.a + q.a}; }
+  friend Pixel operator-(Pixel p, Pixel q) { return {p.r - q.r, p.g - q.g, p.b - q.b, p.a - q.a}; }
+  friend Pixel operator*(Pixel p, Pixel q) { return {p.r * q.r, p.g * q.g, p.b * q.b, p.a * q.a}; }
   friend Pixel operator*(Pixel p, float k) { return {p.r * k, p.g * k, p.b * k, p.a * k}; }
   Pixel& operator+=(Pixel q) { return *this = *this + q; }
 

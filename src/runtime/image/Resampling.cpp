@@ -25,8 +25,8 @@ class MapSampler {
     Pixel sum;
     for (int row = 0; row < m_rows; ++row)
       for (int column = 0; column < m_columns; ++column) {
-        const QPointF p = m_inverse.map(QPointF(x + (column + 0.5) / m_columns - 0.5,
-                                                y + (row + 0.5) / m_rows - 0.5));
+        const QPointF p = m_inverse.map(
+            QPointF(x + (column + 0.5) / m_columns - 0.5, y + (row + 0.5) / m_rows - 0.5));
         sum += read(p.x(), p.y());
       }
     return sum * (1.0F / static_cast<float>(m_columns * m_rows));
@@ -118,8 +118,8 @@ Image resized(const Image& image, const QSize& size, const QPoint& origin) {
   if (image.size() == size) return moved(image, origin - image.extent().topLeft());
   const QRect extent(origin, size);
   return ComputedImage::finite(extent, {image}, [image, extent](const QRect& area) {
-    const QImage whole = image.bitmap().scaled(extent.size(), Qt::IgnoreAspectRatio,
-                                               Qt::SmoothTransformation);
+    const QImage whole =
+        image.bitmap().scaled(extent.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     const int top = extent.y() + extent.height() - area.y() - area.height();
     return whole.convertToFormat(QImage::Format_ARGB32_Premultiplied)
         .copy(area.x() - extent.x(), top, area.width(), area.height());

@@ -8,6 +8,8 @@ void registerAll(PatchRegistry& registry) {
   registerRendererPatches(registry);
   registerSplitterPatches(registry);
   registerDestinationPatches(registry);
+  registerImageFilterPatches(registry);
+  registerImageGeometryPatches(registry);
 }
 
 }  // namespace runtime::patches

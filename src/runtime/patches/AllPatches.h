@@ -14,5 +14,7 @@ void registerRenderInImage(PatchRegistry& registry);
 void registerRendererPatches(PatchRegistry& registry);
 void registerSplitterPatches(PatchRegistry& registry);
 void registerDestinationPatches(PatchRegistry& registry);
+void registerImageFilterPatches(PatchRegistry& registry);
+void registerImageGeometryPatches(PatchRegistry& registry);
 
 }  // namespace runtime::patches
