@@ -10,6 +10,17 @@ void registerAll(PatchRegistry& registry) {
   registerDestinationPatches(registry);
   registerImageFilterPatches(registry);
   registerImageGeometryPatches(registry);
+  registerMathPatches(registry);
+  registerSwitchPatches(registry);
+  registerNoisePatches(registry);
+  registerTimePatches(registry);
+  registerWavePatches(registry);
+  registerInterpolationPatches(registry);
+  registerTimeLinePatch(registry);
+  registerMemoryPatches(registry);
+  registerFeedbackPatch(registry);
+  registerDifferentialPatches(registry);
+  registerStopframesPlugIn(registry);
 }
 
 }  // namespace runtime::patches

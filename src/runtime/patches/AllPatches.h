@@ -16,5 +16,16 @@ void registerSplitterPatches(PatchRegistry& registry);
 void registerDestinationPatches(PatchRegistry& registry);
 void registerImageFilterPatches(PatchRegistry& registry);
 void registerImageGeometryPatches(PatchRegistry& registry);
+void registerMathPatches(PatchRegistry& registry);
+void registerSwitchPatches(PatchRegistry& registry);
+void registerNoisePatches(PatchRegistry& registry);
+void registerTimePatches(PatchRegistry& registry);
+void registerWavePatches(PatchRegistry& registry);
+void registerInterpolationPatches(PatchRegistry& registry);
+void registerTimeLinePatch(PatchRegistry& registry);
+void registerMemoryPatches(PatchRegistry& registry);
+void registerFeedbackPatch(PatchRegistry& registry);
+void registerDifferentialPatches(PatchRegistry& registry);
+void registerStopframesPlugIn(PatchRegistry& registry);
 
 }  // namespace runtime::patches
