@@ -36,7 +36,7 @@ class NoiseEvaluator : public PatchEvaluator {
 };
 
 void addNoisePorts(const NodeDescription& node, PatchPorts& ports) {
-  for (int i = 0; i < dimensionsOf(node); ++i)
+  for (int i = 1; i <= dimensionsOf(node); ++i)
     ports.inputs.append(Port(QStringLiteral("input_%1").arg(i), PortType::Number, {},
                              QStringLiteral("Input #%1").arg(i)));
 }
