@@ -1,0 +1,179 @@
+#include <gtest/gtest.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include "foundation/PropertyList.h"
+#include "quartz/QuartzComposition.h"
+
+namespace {
+
+using foundation::PropertyDictionary;
+using quartz::QuartzComposition;
+
+struct Outcome {
+  int status = -1;
+  QByteArray out;
+  QString error;
+};
+
+Outcome tessary(const QStringList& arguments, const QString& folder = {}) {
+  QProcess process;
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.remove(QStringLiteral("DISPLAY"));
+  environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+  process.setProcessEnvironment(environment);
+  if (!folder.isEmpty()) process.setWorkingDirectory(folder);
+  process.start(QStringLiteral(TESSARY_PROGRAM), arguments);
+  process.waitForFinished(60'000);
+  return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+          process.readAllStandardOutput(), QString::fromUtf8(process.readAllStandardError())};
+}
+
+/// A red sprite over everything, its colour published with a label and its size known.
+void writeSample(const QString& path) {
+  QuartzComposition composition;
+  composition.data().insert(QStringLiteral("editorViewerWindow"), QStringLiteral("0 0 64 32"));
+  auto* sprite = composition.rootPatch()->addPatchWithClass(
+      QStringLiteral("QCSprite"), {},
+      {{QStringLiteral("inputWidth"), 2.0}, {QStringLiteral("inputHeight"), 2.0}});
+  sprite->publishPort(QStringLiteral("inputColor"), QStringLiteral("Paint"));
+  composition.setInputParameter(PropertyDictionary{{QStringLiteral("red"), 1.0},
+                                                   {QStringLiteral("green"), 0.0},
+                                                   {QStringLiteral("blue"), 0.0},
+                                                   {QStringLiteral("alpha"), 1.0}},
+                                QStringLiteral("Paint"));
+  ASSERT_TRUE(composition.writeToFile(path, true));
+}
+
+class CommandLine : public testing::Test {
+ protected:
+  void SetUp() override { writeSample(sample); }
+  QTemporaryDir folder;
+  QString sample = folder.filePath(QStringLiteral("red.qtz"));
+  QString at(const char* name) const { return folder.filePath(QString::fromLatin1(name)); }
+};
+
+TEST_F(CommandLine, HelpAndVersionOfEveryCommand) {
+  EXPECT_EQ(tessary({QStringLiteral("--version")}).status, 0);
+  for (const char* command : {"", "info", "render", "export", "patches"}) {
+    QStringList arguments{QString::fromLatin1(command), QStringLiteral("--help")};
+    arguments.removeAll(QString());
+    const Outcome help = tessary(arguments);
+    EXPECT_EQ(help.status, 0) << command;
+    EXPECT_TRUE(help.out.startsWith("Usage: tessary")) << help.out.toStdString();
+  }
+}
+
+TEST_F(CommandLine, WrongCallsEndWithStatusTwoAndSayWhy) {
+  const std::pair<QStringList, const char*> cases[] = {
+      {{}, "no command"},
+      {{QStringLiteral("fly")}, "'fly'"},
+      {{QStringLiteral("info")}, "one file name"},
+      {{QStringLiteral("info"), sample, QStringLiteral("--loud")}, "loud"},
+      {{QStringLiteral("render"), sample}, "-o OUT"},
+      {{QStringLiteral("render"), sample, QStringLiteral("-o"), at("x_%d.png")}, "--frames"},
+      {{QStringLiteral("render"), sample, QStringLiteral("-o"), at("x.png"),
+        QStringLiteral("--frames"), QStringLiteral("3")},
+       "one picture"},
+      {{QStringLiteral("render"), sample, QStringLiteral("-o"), at("x.png"),
+        QStringLiteral("--set"), QStringLiteral("Colour=#000000")},
+       "the file has: Paint"},
+      {{QStringLiteral("render"), sample, QStringLiteral("-o"), at("x.png"),
+        QStringLiteral("--set"), QStringLiteral("Paint=loud")},
+       "'Paint' takes a colour"}};
+  for (const auto& [arguments, part] : cases) {
+    const Outcome outcome = tessary(arguments);
+    EXPECT_EQ(outcome.status, 2) << part;
+    EXPECT_TRUE(outcome.error.contains(QString::fromLatin1(part))) << outcome.error.toStdString();
+    EXPECT_TRUE(outcome.out.isEmpty());
+  }
+}
+
+TEST_F(CommandLine, UnreadableInputAndUnwritableOutputAreTold) {
+  QFile broken(at("broken.qtz"));
+  ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
+  broken.write("bplist00 and then nothing of the kind");
+  broken.close();
+  for (const QString& input : {at("missing.qtz"), at("broken.qtz"), folder.path()}) {
+    const Outcome info = tessary({QStringLiteral("info"), input});
+    EXPECT_EQ(info.status, 3);
+    EXPECT_TRUE(info.error.contains(input)) << info.error.toStdString();
+    EXPECT_EQ(tessary({QStringLiteral("render"), input, QStringLiteral("-o"), at("x.png")}).status,
+              3);
+  }
+  const Outcome full = tessary(
+      {QStringLiteral("render"), sample, QStringLiteral("-o"), QStringLiteral("/dev/full/x.png")});
+  EXPECT_EQ(full.status, 4);
+  EXPECT_TRUE(full.error.contains(QStringLiteral("/dev/full"))) << full.error.toStdString();
+}
+
+TEST_F(CommandLine, InfoTellsSizeInputsAndPatches) {
+  const Outcome outcome = tessary({QStringLiteral("info"), sample, QStringLiteral("--json")});
+  ASSERT_EQ(outcome.status, 0) << outcome.error.toStdString();
+  const QJsonObject info = QJsonDocument::fromJson(outcome.out).object();
+  EXPECT_EQ(info[QStringLiteral("width")].toInt(), 64);
+  const QJsonObject paint = info[QStringLiteral("inputs")].toArray().at(0).toObject();
+  EXPECT_EQ(paint[QStringLiteral("key")].toString(), QStringLiteral("Paint"));
+  EXPECT_EQ(paint[QStringLiteral("type")].toString(), QStringLiteral("color"));
+  EXPECT_EQ(paint[QStringLiteral("default")].toString(), QStringLiteral("#FF0000FF"));
+  const QJsonObject patch = info[QStringLiteral("patches")].toArray().at(0).toObject();
+  EXPECT_EQ(patch[QStringLiteral("class")].toString(), QStringLiteral("QCSprite"));
+  EXPECT_EQ(patch[QStringLiteral("count")].toInt(), 1);
+  EXPECT_TRUE(patch[QStringLiteral("known")].toBool());
+}
+
+TEST_F(CommandLine, RendersPicturesSequencesAndRawFrames) {
+  ASSERT_EQ(tessary({QStringLiteral("render"), sample, QStringLiteral("-o"), at("one.png")}).status,
+            0);
+  const QImage one(at("one.png"));
+  EXPECT_EQ(one.size(), QSize(64, 32));
+  EXPECT_EQ(one.pixelColor(32, 16), QColor(255, 0, 0));
+
+  ASSERT_EQ(tessary({QStringLiteral("render"), sample, QStringLiteral("-o"), at("s/f_%03d.jpg"),
+                     QStringLiteral("--frames"), QStringLiteral("3"), QStringLiteral("--set"),
+                     QStringLiteral("Paint=#0000FF")})
+                .status,
+            0);
+  EXPECT_TRUE(QFile::exists(at("s/f_002.jpg")));
+  EXPECT_FALSE(QFile::exists(at("s/f_003.jpg")));
+  EXPECT_GT(QImage(at("s/f_000.jpg")).pixelColor(5, 5).blue(), 240);
+
+  const Outcome raw =
+      tessary({QStringLiteral("render"), sample, QStringLiteral("-o"), QStringLiteral("-"),
+               QStringLiteral("--frames"), QStringLiteral("2"), QStringLiteral("--set"),
+               QStringLiteral("Paint=#00FF0080"), QStringLiteral("--size"), QStringLiteral("8x4")});
+  ASSERT_EQ(raw.out.size(), 2 * 8 * 4 * 4);
+  EXPECT_EQ(raw.out.left(4), QByteArray("\x00\xff\x00\x80", 4));
+}
+
+TEST_F(CommandLine, ValuesComeFromAFile) {
+  QFile values(at("values.json"));
+  ASSERT_TRUE(values.open(QIODevice::WriteOnly));
+  values.write("{\"Paint\": \"#102030\"}");
+  values.close();
+  ASSERT_EQ(tessary({QStringLiteral("render"), sample, QStringLiteral("-o"), at("v.png"),
+                     QStringLiteral("--values"), at("values.json")})
+                .status,
+            0);
+  EXPECT_EQ(QImage(at("v.png")).pixelColor(1, 1), QColor(0x10, 0x20, 0x30));
+  const Outcome missing = tessary({QStringLiteral("render"), sample, QStringLiteral("-o"),
+                                   at("v.png"), QStringLiteral("--values"), at("none.json")});
+  EXPECT_EQ(missing.status, 3);
+}
+
+TEST_F(CommandLine, FindingsAreReportedAndSetTheStatus) {
+  QuartzComposition composition;
+  composition.rootPatch()->addPatchWithClass(QStringLiteral("XYNothingKnown"));
+  ASSERT_TRUE(composition.writeToFile(at("odd.qtz"), true));
+  const Outcome outcome =
+      tessary({QStringLiteral("render"), at("odd.qtz"), QStringLiteral("-o"), at("odd.png")});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_TRUE(outcome.error.contains(QStringLiteral("XYNothingKnown")));
+  EXPECT_TRUE(QFile::exists(at("odd.png")));
+}
+
+}  // namespace

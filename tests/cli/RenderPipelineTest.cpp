@@ -1,0 +1,94 @@
+#include "cli/RenderPipeline.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <QRandomGenerator>
+#include <QThread>
+
+#include "cli/RawWriter.h"
+
+namespace {
+
+/// Takes a random time over each frame, so that frames overtake each other.
+class RecordingWriter : public cli::FrameWriter {
+ public:
+  foundation::Result<QByteArray> encode(QImage& frame) override {
+    QThread::usleep(QRandomGenerator::global()->bounded(2000u));
+    return QByteArray(1, static_cast<char>(frame.pixelColor(0, 0).red()));
+  }
+  foundation::Result<void> deliver(const QImage&, const QByteArray& bytes, qint64 number) override {
+    if (number == failAt) return foundation::failure(QStringLiteral("the disk is full"));
+    order.push_back(number);
+    reds.push_back(static_cast<uchar>(bytes[0]));
+    return {};
+  }
+  std::vector<qint64> order;
+  std::vector<int> reds;
+  qint64 failAt = -1;
+};
+
+runtime::DrawList filled(int red) {
+  runtime::DrawList list;
+  list.items.push_back(runtime::ClearItem{{red / 255.0, 0, 0, 1}, true, true});
+  return list;
+}
+
+TEST(RenderPipeline, DeliversEveryFrameInOrder) {
+  RecordingWriter writer;
+  {
+    cli::RenderPipeline pipeline(writer, QSize(4, 4), 4);
+    for (int i = 0; i < 200; ++i) ASSERT_TRUE(pipeline.add(filled(i), false, i));
+    ASSERT_TRUE(pipeline.finish());
+    EXPECT_EQ(pipeline.delivered(), 200);
+  }
+  for (int i = 0; i < 200; ++i) {
+    ASSERT_EQ(writer.order[static_cast<size_t>(i)], i);
+    ASSERT_EQ(writer.reds[static_cast<size_t>(i)], i);
+  }
+}
+
+TEST(RenderPipeline, FailureStopsTheRunAndIsReported) {
+  RecordingWriter writer;
+  writer.failAt = 5;
+  cli::RenderPipeline pipeline(writer, QSize(4, 4), 2);
+  int accepted = 0;
+  while (accepted < 1000 && pipeline.add(filled(0), false, accepted)) ++accepted;
+  EXPECT_LT(accepted, 20);
+  const auto done = pipeline.finish();
+  ASSERT_FALSE(done);
+  EXPECT_EQ(done.error().message, QStringLiteral("the disk is full"));
+  EXPECT_EQ(writer.order.size(), 5u);
+}
+
+TEST(RenderPipeline, FramesDoNotShineThroughEachOther) {
+  RecordingWriter writer;
+  cli::RenderPipeline pipeline(writer, QSize(4, 4), 1);
+  for (int i = 0; i < 6; ++i)
+    (void)pipeline.add(i % 2 == 0 ? filled(200) : runtime::DrawList(), i == 5, i);
+  ASSERT_TRUE(pipeline.finish());
+  EXPECT_EQ(writer.reds, (std::vector<int>{200, 0, 200, 0, 200, 0}));
+}
+
+TEST(RawWriter, WritesWholeFramesAndReportsAReaderThatLeft) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  cli::RawWriter writer(cli::Alpha::Straight, ends[1]);
+  QImage frame(10, 10, QImage::Format_ARGB32_Premultiplied);
+  frame.fill(QColor(1, 2, 3));
+  ASSERT_TRUE(writer.encode(frame));
+  ASSERT_TRUE(writer.deliver(frame, {}, 0));
+  uchar bytes[400];
+  ASSERT_EQ(read(ends[0], bytes, sizeof bytes), 400);
+  EXPECT_EQ(bytes[396], 1);
+  EXPECT_EQ(bytes[397], 2);
+  EXPECT_EQ(bytes[398], 3);
+  EXPECT_EQ(bytes[399], 255);
+  close(ends[0]);
+  const auto broken = writer.deliver(frame, {}, 1);
+  ASSERT_FALSE(broken);
+  EXPECT_TRUE(broken.error().text().startsWith(QStringLiteral("standard output: ")));
+  close(ends[1]);
+}
+
+}  // namespace
