@@ -17,8 +17,10 @@ class FrameWriter {
   FrameWriter(const FrameWriter&) = delete;
   FrameWriter& operator=(const FrameWriter&) = delete;
 
-  /// Turns a premultiplied frame into what will be written, in place or as bytes.
-  [[nodiscard]] virtual foundation::Result<QByteArray> encode(QImage& frame) = 0;
+  /// Turns a premultiplied frame into what will be written, in place or as bytes. Outside `drawn`
+  /// the frame is transparent black.
+  [[nodiscard]] virtual foundation::Result<QByteArray> encode(QImage& frame,
+                                                              const QRect& drawn) = 0;
   [[nodiscard]] virtual foundation::Result<void> deliver(const QImage& frame,
                                                          const QByteArray& bytes,
                                                          qint64 number) = 0;

@@ -14,12 +14,12 @@ QString PictureName::of(qint64 number) const {
 PictureWriter::PictureWriter(PictureName name, PictureFormat format, Alpha alpha)
     : m_name(std::move(name)), m_format(format), m_alpha(alpha) {}
 
-foundation::Result<QByteArray> PictureWriter::encode(QImage& frame) {
+foundation::Result<QByteArray> PictureWriter::encode(QImage& frame, const QRect& drawn) {
   QByteArray bytes;
   if (m_format == PictureFormat::Png) {
-    convertToRgba(frame, m_alpha);
+    convertToRgba(frame, m_alpha, drawn);
     std::unique_ptr<PngEncoder> encoder = takeEncoder();
-    bytes = encoder->encode(frame.constBits(), frame.bytesPerLine(), frame.size());
+    bytes = encoder->encode(frame.constBits(), frame.bytesPerLine(), frame.size(), drawn);
     giveBack(std::move(encoder));
   } else {
     QImage opaque(frame.size(), QImage::Format_RGB32);

@@ -25,7 +25,7 @@ struct PictureName {
 class PictureWriter : public FrameWriter {
  public:
   PictureWriter(PictureName name, PictureFormat format, Alpha alpha);
-  [[nodiscard]] foundation::Result<QByteArray> encode(QImage& frame) override;
+  [[nodiscard]] foundation::Result<QByteArray> encode(QImage& frame, const QRect& drawn) override;
   [[nodiscard]] foundation::Result<void> deliver(const QImage& frame, const QByteArray& bytes,
                                                  qint64 number) override;
 

@@ -57,10 +57,12 @@ void convertRow(quint32* row, int width, Alpha alpha) {
 
 }  // namespace
 
-void convertToRgba(QImage& image, Alpha alpha) {
+void convertToRgba(QImage& image, Alpha alpha, const QRect& area) {
   static_assert(Q_BYTE_ORDER == Q_LITTLE_ENDIAN);
-  for (int y = 0; y < image.height(); ++y)
-    convertRow(reinterpret_cast<quint32*>(image.scanLine(y)), image.width(), alpha);
+  const QRect inside = area & image.rect();
+  for (int y = inside.top(); y <= inside.bottom(); ++y)
+    convertRow(reinterpret_cast<quint32*>(image.scanLine(y)) + inside.left(), inside.width(),
+               alpha);
 }
 
 }  // namespace cli

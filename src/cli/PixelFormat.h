@@ -6,8 +6,8 @@ namespace cli {
 
 enum class Alpha { Straight, Premultiplied };
 
-/// Turns premultiplied ARGB32 pixels into rows of R, G, B, A bytes, in place. What is transparent
-/// or opaque, which is most of a graphic, costs next to nothing.
-void convertToRgba(QImage& image, Alpha alpha);
+/// Turns the area's premultiplied ARGB32 pixels into R, G, B, A bytes, in place. Transparent black
+/// looks the same in both, so a caller names only the area in which something was drawn.
+void convertToRgba(QImage& image, Alpha alpha, const QRect& area);
 
 }  // namespace cli

@@ -1,11 +1,14 @@
 #pragma once
 
 #include <QByteArray>
-#include <QImage>
+#include <QRect>
+#include <memory>
 
 namespace cli {
 
-/// Writes PNG for sequences: one pass of fast compression, no row filters. One encoder a thread.
+/// Writes PNG for sequences: one pass of fast compression, no row filters. Rows in which nothing
+/// was drawn, most of a typical graphic, are not compressed at all: their compressed form is known.
+/// One encoder a thread.
 class PngEncoder {
  public:
   PngEncoder();
@@ -13,14 +16,14 @@ class PngEncoder {
   PngEncoder(const PngEncoder&) = delete;
   PngEncoder& operator=(const PngEncoder&) = delete;
 
-  /// The file's bytes for rows of straight RGBA (4 bytes a pixel, top row first). Empty when memory
-  /// runs out.
-  [[nodiscard]] QByteArray encode(const uchar* rgba, qsizetype bytesPerLine, const QSize& size);
+  /// The file's bytes for rows of straight RGBA (4 bytes a pixel, top row first). Rows above and
+  /// below `drawn` must be transparent black. Empty when memory runs out.
+  [[nodiscard]] QByteArray encode(const uchar* rgba, qsizetype bytesPerLine, const QSize& size,
+                                  const QRect& drawn);
 
  private:
-  struct Compressor;
-  std::unique_ptr<Compressor> m_compressor;
-  QByteArray m_rows;
+  class Stream;
+  std::unique_ptr<Stream> m_stream;
 };
 
 }  // namespace cli

@@ -16,8 +16,8 @@ RawWriter::RawWriter(Alpha alpha, int descriptor) : m_alpha(alpha), m_descriptor
 #endif
 }
 
-foundation::Result<QByteArray> RawWriter::encode(QImage& frame) {
-  convertToRgba(frame, m_alpha);
+foundation::Result<QByteArray> RawWriter::encode(QImage& frame, const QRect& drawn) {
+  convertToRgba(frame, m_alpha, drawn);
   return QByteArray();
 }
 

@@ -8,7 +8,7 @@ namespace cli {
 class RawWriter : public FrameWriter {
  public:
   explicit RawWriter(Alpha alpha, int descriptor = 1);
-  [[nodiscard]] foundation::Result<QByteArray> encode(QImage& frame) override;
+  [[nodiscard]] foundation::Result<QByteArray> encode(QImage& frame, const QRect& drawn) override;
   [[nodiscard]] foundation::Result<void> deliver(const QImage& frame, const QByteArray& bytes,
                                                  qint64 number) override;
 

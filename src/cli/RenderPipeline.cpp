@@ -10,6 +10,7 @@ namespace cli {
 struct RenderPipeline::Frame {
   QImage image;
   runtime::DrawList list;
+  QRect drawn;  ///< outside it the image is transparent
   QByteArray bytes;
   qint64 order = 0;
   qint64 number = 0;
@@ -50,7 +51,7 @@ bool RenderPipeline::add(runtime::DrawList list, bool onBlack, qint64 number) {
   QThreadPool::globalInstance()->start([this, raw = frame.release()] {
     std::unique_ptr<Frame> owned(raw);
     drawFrame(*owned);
-    const auto bytes = m_writer.encode(owned->image);
+    const auto bytes = m_writer.encode(owned->image, owned->drawn);
     const QMutexLocker lock(&m_mutex);
     if (bytes)
       owned->bytes = *bytes;
@@ -66,6 +67,7 @@ bool RenderPipeline::add(runtime::DrawList list, bool onBlack, qint64 number) {
 void RenderPipeline::drawFrame(Frame& frame) {
   frame.image.fill(frame.onBlack ? Qt::black : Qt::transparent);
   runtime::RasterBackend().draw(frame.list, frame.image);
+  frame.drawn = frame.image.rect();
   frame.list.items.clear();
 }
 

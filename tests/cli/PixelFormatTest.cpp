@@ -22,7 +22,7 @@ QImage sampleImage() {
 TEST(PixelFormat, StraightAlphaAgreesWithTheToolkit) {
   QImage image = sampleImage();
   const QImage expected = image.convertToFormat(QImage::Format_RGBA8888);
-  cli::convertToRgba(image, cli::Alpha::Straight);
+  cli::convertToRgba(image, cli::Alpha::Straight, image.rect());
   for (int y = 0; y < image.height(); ++y)
     for (int x = 0; x < image.width() * 4; ++x)
       ASSERT_NEAR(image.constScanLine(y)[x], expected.constScanLine(y)[x], 1) << x << ' ' << y;
@@ -31,7 +31,7 @@ TEST(PixelFormat, StraightAlphaAgreesWithTheToolkit) {
 TEST(PixelFormat, PremultipliedOnlySwapsComponents) {
   QImage image = sampleImage();
   const QImage expected = image.convertToFormat(QImage::Format_RGBA8888_Premultiplied);
-  cli::convertToRgba(image, cli::Alpha::Premultiplied);
+  cli::convertToRgba(image, cli::Alpha::Premultiplied, image.rect());
   for (int y = 0; y < image.height(); ++y)
     ASSERT_EQ(0, std::memcmp(image.constScanLine(y), expected.constScanLine(y),
                              static_cast<size_t>(image.width()) * 4));
@@ -39,10 +39,18 @@ TEST(PixelFormat, PremultipliedOnlySwapsComponents) {
 
 TEST(PngEncoder, PicturesReadBackUnchanged) {
   cli::PngEncoder encoder;
-  for (const QSize size : {QSize(1, 1), QSize(300, 256), QSize(7, 3)}) {
+  const std::pair<QSize, QRect> cases[] = {{QSize(1, 1), QRect(0, 0, 1, 1)},
+                                           {QSize(300, 256), QRect(0, 0, 300, 256)},
+                                           {QSize(300, 256), QRect(10, 40, 20, 1)},
+                                           {QSize(300, 256), QRect()},
+                                           {QSize(7, 3), QRect(0, 2, 7, 900)}};
+  for (const auto& [size, drawn] : cases) {
     QImage image = sampleImage().copy(QRect(QPoint(), size));
-    cli::convertToRgba(image, cli::Alpha::Straight);
-    const QByteArray bytes = encoder.encode(image.constBits(), image.bytesPerLine(), size);
+    for (int y = 0; y < size.height(); ++y)
+      if (y < drawn.top() || y > drawn.bottom())
+        std::memset(image.scanLine(y), 0, static_cast<size_t>(image.bytesPerLine()));
+    cli::convertToRgba(image, cli::Alpha::Straight, image.rect());
+    const QByteArray bytes = encoder.encode(image.constBits(), image.bytesPerLine(), size, drawn);
     const QImage read = QImage::fromData(bytes, "PNG").convertToFormat(QImage::Format_RGBA8888);
     ASSERT_EQ(read.size(), size);
     for (int y = 0; y < size.height(); ++y)

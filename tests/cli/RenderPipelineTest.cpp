@@ -13,7 +13,7 @@ namespace {
 /// Takes a random time over each frame, so that frames overtake each other.
 class RecordingWriter : public cli::FrameWriter {
  public:
-  foundation::Result<QByteArray> encode(QImage& frame) override {
+  foundation::Result<QByteArray> encode(QImage& frame, const QRect&) override {
     QThread::usleep(QRandomGenerator::global()->bounded(2000u));
     return QByteArray(1, static_cast<char>(frame.pixelColor(0, 0).red()));
   }
@@ -76,7 +76,7 @@ TEST(RawWriter, WritesWholeFramesAndReportsAReaderThatLeft) {
   cli::RawWriter writer(cli::Alpha::Straight, ends[1]);
   QImage frame(10, 10, QImage::Format_ARGB32_Premultiplied);
   frame.fill(QColor(1, 2, 3));
-  ASSERT_TRUE(writer.encode(frame));
+  ASSERT_TRUE(writer.encode(frame, frame.rect()));
   ASSERT_TRUE(writer.deliver(frame, {}, 0));
   uchar bytes[400];
   ASSERT_EQ(read(ends[0], bytes, sizeof bytes), 400);
