@@ -326,33 +326,39 @@ void CompositionCompiler::linkFeedback() {
 }
 
 bool CompositionCompiler::markVolatile() {
-  enum : char { Unseen, Running, Done };
-  std::vector<char> seen(m_result->m_nodes.size(), Unseen);
-  bool tooLong = false;
-  const std::function<bool(int, int)> visit = [&](int index, int length) -> bool {
-    // Evaluation follows connections with recursion: a chain must fit on a thread's stack.
-    if (length > maximumChain) {
-      tooLong = true;
-      return true;
-    }
+  constexpr int unseen = -1;
+  constexpr int running = -2;
+  // Longest way from each node back to where its values begin: evaluation follows it by recursion,
+  // so it must fit on a thread's stack.
+  std::vector<int> lengths(m_result->m_nodes.size(), unseen);
+  int longest = 0;
+  const std::function<void(int, int)> visit = [&](int index, int depth) {
     CompiledNode& node = m_result->m_nodes[static_cast<size_t>(index)];
-    char& mark = seen[static_cast<size_t>(index)];
-    if (mark == Running) return node.isVolatile = true;
-    if (mark == Done) return node.isVolatile;
-    mark = Running;
+    int& length = lengths[static_cast<size_t>(index)];
+    if (length == running) node.isVolatile = true;  // a loop
+    if (length != unseen) return;
+    length = running;
+    longest = std::max(longest, depth);
     bool isVolatile = node.patchClass && node.patchClass->isVolatile();
+    int before = 0;
+    const auto look = [&](int other) {
+      if (longest <= maximumChain) visit(other, depth + 1);
+      isVolatile |= m_result->m_nodes[static_cast<size_t>(other)].isVolatile;
+      before = std::max(before, lengths[static_cast<size_t>(other)]);
+    };
     for (const Link& link : node.links)
-      if (link.node >= 0 && visit(link.node, length + 1)) isVolatile = true;
+      if (link.node >= 0) look(link.node);
     if (node.content >= 0)
       for (const int inner : m_result->m_scopes[static_cast<size_t>(node.content)].nodes)
-        if (visit(inner, length + 1)) isVolatile = true;
-    mark = Done;
-    node.isVolatile = node.isVolatile || isVolatile;
-    return node.isVolatile;
+        look(inner);
+    node.isVolatile |= isVolatile;
+    length = before + 1;
+    longest = std::max(longest, length);
   };
   for (size_t i = 0; i < m_result->m_nodes.size(); ++i) visit(static_cast<int>(i), 0);
-  return !tooLong || fail(QStringLiteral("connections form a chain that is too long"),
-                          QStringLiteral("more than %1 patches").arg(maximumChain));
+  return longest <= maximumChain ||
+         fail(QStringLiteral("connections form a chain that is too long"),
+              QStringLiteral("more than %1 patches").arg(maximumChain));
 }
 
 void CompositionCompiler::countUse(const QString& className, const QString& identifier, bool known,
