@@ -1,126 +1,86 @@
 #include "foundation/PropertyList.h"
 
-#include <plist/plist.h>
-
 #include <QFile>
-#include <cmath>
+#include <QStringDecoder>
+
+#include "foundation/detail/PlistBinaryCheck.h"
+#include "foundation/detail/PlistBinaryWriter.h"
+#include "foundation/detail/PlistTree.h"
+#include "foundation/detail/PlistXmlCheck.h"
+#include "foundation/detail/PlistXmlWriter.h"
 
 namespace foundation {
 
 namespace {
 
-PropertyValue fromNode(plist_t node) {
-  switch (plist_get_node_type(node)) {
-    case PLIST_BOOLEAN: {
-      uint8_t v = 0;
-      plist_get_bool_val(node, &v);
-      return v != 0;
-    }
-    case PLIST_UINT: {
-      uint64_t v = 0;
-      plist_get_uint_val(node, &v);
-      return static_cast<qint64>(v);
-    }
-    case PLIST_REAL: {
-      double v = 0;
-      plist_get_real_val(node, &v);
-      return v;
-    }
-    case PLIST_STRING: {
-      uint64_t length = 0;
-      const char* text = plist_get_string_ptr(node, &length);
-      return QString::fromUtf8(text, static_cast<qsizetype>(length));
-    }
-    case PLIST_DATA: {
-      uint64_t length = 0;
-      const char* bytes = plist_get_data_ptr(node, &length);
-      return QByteArray(bytes, static_cast<qsizetype>(length));
-    }
-    case PLIST_ARRAY: {
-      PropertyArray array;
-      plist_array_iter it = nullptr;
-      plist_array_new_iter(node, &it);
-      plist_t item = nullptr;
-      for (plist_array_next_item(node, it, &item); item; plist_array_next_item(node, it, &item))
-        array.append(fromNode(item));
-      free(it);
-      return array;
-    }
-    case PLIST_DICT: {
-      QList<PropertyDictionary::Entry> entries;
-      plist_dict_iter it = nullptr;
-      plist_dict_new_iter(node, &it);
-      char* key = nullptr;
-      plist_t item = nullptr;
-      for (plist_dict_next_item(node, it, &key, &item); item;
-           plist_dict_next_item(node, it, &key, &item)) {
-        entries.append({QString::fromUtf8(key), fromNode(item)});
-        free(key);
-        key = nullptr;
-      }
-      free(it);
-      return PropertyDictionary::fromEntries(std::move(entries));
-    }
-    default:
-      return {};
-  }
+constexpr auto kMaxBytes = static_cast<qint64>(detail::kMaxPlistBytes);
+
+QString unreadable() {
+  return QStringLiteral("The property list cannot be read");
 }
 
-plist_t toNode(const PropertyValue& value) {
-  switch (value.type()) {
-    case PropertyValue::Type::Boolean:
-      return plist_new_bool(value.toBool() ? 1 : 0);
-    case PropertyValue::Type::Integer:
-      return plist_new_uint(value.toExactInteger().bits);
-    case PropertyValue::Type::Real:
-      return plist_new_real(value.toDouble());
-    case PropertyValue::Type::Data:
-      return plist_new_data(value.toData().constData(),
-                            static_cast<uint64_t>(value.toData().size()));
-    case PropertyValue::Type::Array: {
-      plist_t array = plist_new_array();
-      for (const PropertyValue& entry : value.array())
-        plist_array_append_item(array, toNode(entry));
-      return array;
-    }
-    case PropertyValue::Type::Dictionary: {
-      plist_t dictionary = plist_new_dict();
-      for (const auto& [key, entry] : value.dictionary())
-        plist_dict_set_item(dictionary, key.toUtf8().constData(), toNode(entry));
-      return dictionary;
-    }
-    default:
-      return plist_new_string(value.toString().toUtf8().constData());
+tl::unexpected<Error> tooLarge(const QString& fileName) {
+  return failure(unreadable(), fileName, QStringLiteral("larger than 512 MiB"));
+}
+
+Result<PropertyValue> fromXml(QByteArrayView text, const QString& fileName) {
+  if (const auto problem = detail::checkPlistXml(text)) {
+    const auto line = text.first(qMin(problem->offset, text.size())).count('\n') + 1;
+    return failure(unreadable(), fileName,
+                   QStringLiteral("line %1: %2").arg(line).arg(problem->reason));
   }
+  if (auto value = detail::parseCheckedPlist(text, false)) return *std::move(value);
+  return failure(unreadable(), fileName, QStringLiteral("not a well-formed XML property list"));
+}
+
+Result<PropertyValue> fromBinary(QByteArrayView bytes, const QString& fileName) {
+  if (const auto problem = detail::checkPlistBinary(bytes))
+    return failure(unreadable(), fileName,
+                   QStringLiteral("byte %1: %2").arg(problem->offset).arg(problem->reason));
+  if (auto value = detail::parseCheckedPlist(bytes, true)) return *std::move(value);
+  return failure(unreadable(), fileName, QStringLiteral("not a well-formed binary property list"));
+}
+
+bool isUtf16(const QByteArray& bytes) {
+  return bytes.startsWith("\xFE\xFF") || bytes.startsWith("\xFF\xFE");
 }
 
 }  // namespace
 
 Result<PropertyValue> PropertyList::fromData(const QByteArray& bytes, const QString& fileName) {
-  plist_t root = nullptr;
-  plist_from_memory(bytes.constData(), static_cast<uint32_t>(bytes.size()), &root);
-  if (!root) return failure(QStringLiteral("is not a property list"), fileName);
-  PropertyValue value = fromNode(root);
-  plist_free(root);
-  return value;
+  if (bytes.isEmpty()) return failure(unreadable(), fileName, QStringLiteral("the file is empty"));
+  if (bytes.size() > kMaxBytes) return tooLarge(fileName);
+  if (bytes.startsWith("bplist")) return fromBinary(bytes, fileName);
+  if (isUtf16(bytes)) {
+    QStringDecoder decoder(QStringDecoder::Utf16);
+    const QString text = decoder(bytes);
+    if (decoder.hasError())
+      return failure(unreadable(), fileName, QStringLiteral("text that is not UTF-16"));
+    return fromXml(text.toUtf8(), fileName);
+  }
+  QByteArrayView text(bytes);
+  if (text.startsWith("\xEF\xBB\xBF")) text = text.sliced(3);
+  if (!text.trimmed().startsWith('<'))
+    return failure(unreadable(), fileName,
+                   QStringLiteral("neither an XML nor a binary property list"));
+  return fromXml(text, fileName);
 }
 
 Result<PropertyValue> PropertyList::fromFile(const QString& path) {
   QFile file(path);
-  if (!file.open(QIODevice::ReadOnly))
-    return failure(QStringLiteral("cannot be read: %1").arg(file.errorString()), path);
-  return fromData(file.readAll(), path);
+  if (!file.open(QIODevice::ReadOnly)) return failure(unreadable(), path, file.errorString());
+  if (file.size() > kMaxBytes) return tooLarge(path);
+  const QByteArray bytes = file.read(kMaxBytes + 1);
+  if (file.error() != QFileDevice::NoError) return failure(unreadable(), path, file.errorString());
+  return fromData(bytes, path);
 }
 
 Result<QByteArray> PropertyList::toXml(const PropertyValue& value) {
-  plist_t root = toNode(value);
-  char* text = nullptr;
-  uint32_t length = 0;
-  plist_to_xml(root, &text, &length);
-  plist_free(root);
-  QByteArray bytes(text, static_cast<qsizetype>(length));
-  free(text);
-  return bytes;
+  return detail::PlistXmlWriter().write(value);
+}
+
+Result<QByteArray> PropertyList::toBinary(const PropertyValue& value) {
+  return detail::PlistBinaryWriter().write(value);
 }
 
 }  // namespace foundation

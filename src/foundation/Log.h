@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+namespace foundation {
+
+/// A failure that someone should look at; shown as a warning of the log category "tessary".
+void logError(const QString& message);
+/// For developers; silent unless QT_LOGGING_RULES switches "tessary.debug" on.
+void logDebug(const QString& message);
+
+}  // namespace foundation
