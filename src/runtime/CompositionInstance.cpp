@@ -6,6 +6,9 @@ namespace runtime {
 
 namespace {
 
+constexpr size_t maximumSlots = 10'000;
+constexpr qint64 sharedIteration = -1;
+
 Value fitted(const Port& port, const Value& value) {
   Value fit = value.converted(port.type);
   if (!port.minimum && !port.maximum) return fit;
@@ -75,8 +78,10 @@ DrawList CompositionInstance::evaluate(double time, const Destination& destinati
   ContentContext context;
   context.destination = destination;
   context.list = &list;
-  for (ScopeState& scope : m_scopes) {
-    scope.context = context;
+  for (size_t i = 0; i < m_scopes.size(); ++i) {
+    ScopeState& scope = m_scopes[i];
+    // An off-screen destination stays as its macro last set it.
+    if (m_compiled->scopes()[i].offscreenMacro < 0) scope.context = context;
     scope.context.list = nullptr;
     scope.forcedTime.reset();
   }
@@ -137,11 +142,11 @@ void CompositionInstance::pull(int index) {
   Execution x(*this, index, mem);
   mem.evaluator->pullInputs(x);
   const PatchClass& known = *compiledNode.patchClass;
+  const bool onceAFrame =
+      known.timeMode == PatchClass::TimeMode::Idle || known.kind == PatchClass::Kind::Provider ||
+      (compiledNode.isMacro() && (compiledNode.isVolatile || mem.hostEpoch != m_hostEpoch));
   bool needed = !mem.executed || mem.anyChanged || !(mem.destination == destination) ||
-                known.timeMode == PatchClass::TimeMode::Idle ||
-                known.kind == PatchClass::Kind::Provider ||
-                (compiledNode.isMacro() && compiledNode.isVolatile) ||
-                (compiledNode.isMacro() && mem.hostEpoch != m_hostEpoch);
+                (onceAFrame && (mem.frame != m_frame || isSharedSlot(compiledNode.scope)));
   if (known.timeMode != PatchClass::TimeMode::None) {
     const double now = nodeTime(index, mem);
     needed = needed || now != mem.time || mem.evaluator->wantsNextFrame();
@@ -182,6 +187,7 @@ void CompositionInstance::run(int index, NodeMemory& mem) {
   mem.timeStep = mem.executed ? now - mem.time : 0;
   mem.time = now;
   mem.destination = contextOf(compiledNode.scope).destination;
+  mem.frame = m_frame;
   Execution x(*this, index, mem);
   mem.evaluator->execute(x);
   mem.executed = true;
@@ -208,14 +214,15 @@ void CompositionInstance::runConsumer(int index) {
 }
 
 void CompositionInstance::runScope(int scope, const ContentContext& context) {
+  const CompiledScope& compiledScope = m_compiled->scopes()[static_cast<size_t>(scope)];
   m_scopes[static_cast<size_t>(scope)].context = context;
   for (const int inner : m_compiled->scopes()[static_cast<size_t>(scope)].inner) {
     // Content of processor macros sees the surroundings of the macro.
-    const int macro = m_compiled->scopes()[static_cast<size_t>(inner)].macro;
-    if (!node(macro).isConsumer) m_scopes[static_cast<size_t>(inner)].context = context;
+    const CompiledScope& below = m_compiled->scopes()[static_cast<size_t>(inner)];
+    if (below.offscreenMacro == compiledScope.offscreenMacro && !node(below.macro).isConsumer)
+      m_scopes[static_cast<size_t>(inner)].context = context;
   }
-  for (const int consumer : m_compiled->scopes()[static_cast<size_t>(scope)].consumers)
-    runConsumer(consumer);
+  for (const int consumer : compiledScope.consumers) runConsumer(consumer);
 }
 
 const ContentContext& CompositionInstance::contextOf(int scope) const {
@@ -232,8 +239,12 @@ bool CompositionInstance::enterIteration(int scope, qint64 index, qint64 count) 
   const CompiledScope& compiledScope = m_compiled->scopes()[static_cast<size_t>(scope)];
   ScopeState& state = m_scopes[static_cast<size_t>(scope)];
   const size_t outer = m_scopes[static_cast<size_t>(compiledScope.parent)].slot;
-  const auto [place, isNew] = state.slots.try_emplace({outer, index}, m_slotCount);
+  // Past a bound iterations share a memory: slower, but results are the same.
+  const bool hasOwn = m_slotCount < maximumSlots || state.slots.contains({outer, index});
+  const qint64 own = hasOwn ? index : sharedIteration;
+  const auto [place, isNew] = state.slots.try_emplace({outer, own}, m_slotCount);
   if (isNew) ++m_slotCount;
+  if (!hasOwn) m_sharedSlots.insert(place->second);
   setSlot(scope, place->second);
   state.iterationIndex = index;
   state.iterationCount = count;

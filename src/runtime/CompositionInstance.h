@@ -19,6 +19,7 @@ struct NodeMemory {
   double time = 0;          ///< at the last execution
   double timeStep = 0;
   quint64 checkedPass = 0;
+  quint64 frame = 0;  ///< of the last execution
   quint64 hostEpoch = 0;
   bool executed = false;
   bool anyChanged = false;
@@ -84,6 +85,10 @@ class CompositionInstance {
   bool enterIteration(int scope, qint64 index, qint64 count);
   void leaveIterations(int scope);
   void setSlot(int scope, size_t slot);
+  /// The nodes' memory serves several iterations of one frame.
+  [[nodiscard]] bool isSharedSlot(int scope) const {
+    return m_sharedSlots.contains(m_scopes[static_cast<size_t>(scope)].slot);
+  }
   void keepFeedback(int scope);
   [[nodiscard]] double scopeTime(int scope);
   [[nodiscard]] double nodeTime(int node, NodeMemory& memory);
@@ -106,6 +111,7 @@ class CompositionInstance {
   qint64 m_iterations = 0;
   qint64 m_drawItems = 0;
   size_t m_slotCount = 1;
+  QSet<size_t> m_sharedSlots;
   bool m_animated = false;
 };
 
