@@ -21,6 +21,11 @@ void registerAll(PatchRegistry& registry) {
   registerFeedbackPatch(registry);
   registerDifferentialPatches(registry);
   registerStopframesPlugIn(registry);
+  registerColorPatches(registry);
+  registerStringPatches(registry);
+  registerFormatterPatches(registry);
+  registerStructurePatches(registry);
+  registerExpressionPatch(registry);
 }
 
 }  // namespace runtime::patches

@@ -27,5 +27,10 @@ void registerMemoryPatches(PatchRegistry& registry);
 void registerFeedbackPatch(PatchRegistry& registry);
 void registerDifferentialPatches(PatchRegistry& registry);
 void registerStopframesPlugIn(PatchRegistry& registry);
+void registerColorPatches(PatchRegistry& registry);
+void registerStringPatches(PatchRegistry& registry);
+void registerFormatterPatches(PatchRegistry& registry);
+void registerStructurePatches(PatchRegistry& registry);
+void registerExpressionPatch(PatchRegistry& registry);
 
 }  // namespace runtime::patches
