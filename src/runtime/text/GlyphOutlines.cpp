@@ -1,0 +1,58 @@
+#include "runtime/text/GlyphOutlines.h"
+
+#include <QGlyphRun>
+#include <QTransform>
+#include <cmath>
+
+namespace runtime {
+
+int GlyphOutlines::add(const QTextLine& line, const QPointF& origin, QPainterPath& path,
+                       std::vector<TextLayout::Picture>& pictures) {
+  path.setFillRule(Qt::WindingFill);  // glyphs that touch unite
+  const double baseline = line.y() + line.ascent();
+  int count = 0;
+  for (const QGlyphRun& run : line.glyphRuns()) {
+    const QRawFont font = run.rawFont();
+    const QList<quint32> glyphs = run.glyphIndexes();
+    const QList<QPointF> positions = run.positions();
+    count += static_cast<int>(glyphs.size());
+    for (qsizetype i = 0; i < glyphs.size(); ++i) {
+      const QPointF at = origin + (positions[i] - QPointF(0, baseline)) * m_scale;
+      m_hasMissingGlyph |= glyphs[i] == 0;
+      if (isColored(font)) {
+        pictures.push_back(picture(font, glyphs[i], at));
+        continue;
+      }
+      const QTransform transform(m_scale, 0, 0, m_scale, at.x(), at.y());
+      path.addPath(transform.map(font.pathForGlyph(glyphs[i])));
+    }
+  }
+  return count;
+}
+
+bool GlyphOutlines::isColored(const QRawFont& font) {
+  const auto known = m_colored.constFind(font);
+  if (known != m_colored.cend()) return *known;
+  const bool colored = !font.fontTable("CBLC").isEmpty() || !font.fontTable("sbix").isEmpty();
+  return *m_colored.insert(font, colored);
+}
+
+TextLayout::Picture GlyphOutlines::picture(const QRawFont& font, quint32 glyph,
+                                           const QPointF& at) {
+  const QRectF box = font.boundingRect(glyph);
+  // On whole pixels, so that small pictures stay sharp.
+  const QRectF place(std::round(at.x() + box.x() * m_scale), std::round(at.y() + box.y() * m_scale),
+                     std::max(1.0, std::round(box.width() * m_scale)),
+                     std::max(1.0, std::round(box.height() * m_scale)));
+  QImage& image = m_pictures[{font, glyph}];
+  if (image.isNull()) {
+    image = font.alphaMapForGlyph(glyph, QRawFont::PixelAntialiasing)
+                .convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    // Painting reduces by sampling; averaging looks better. Enlarging is left to painting.
+    if (m_scale < 1 && !image.isNull())
+      image = image.scaled(place.size().toSize(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+  }
+  return {image, place};
+}
+
+}  // namespace runtime

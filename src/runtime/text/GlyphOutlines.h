@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QHash>
+#include <QTextLayout>
+
+#include "runtime/text/TextLayout.h"
+
+namespace runtime {
+
+/// Turns laid-out glyphs into outlines and, for colour fonts, pictures.
+class GlyphOutlines {
+ public:
+  /// The scale is pixels of a layout unit.
+  explicit GlyphOutlines(double scale) : m_scale(scale) {}
+
+  /// Adds the glyphs of a line whose base line starts at the origin (pixels, y down); returns how
+  /// many there were.
+  int add(const QTextLine& line, const QPointF& origin, QPainterPath& path,
+          std::vector<TextLayout::Picture>& pictures);
+  /// A glyph that stands for "none" was among them.
+  [[nodiscard]] bool hasMissingGlyph() const { return m_hasMissingGlyph; }
+
+ private:
+  [[nodiscard]] bool isColored(const QRawFont& font);
+  [[nodiscard]] TextLayout::Picture picture(const QRawFont& font, quint32 glyph,
+                                            const QPointF& at);
+
+  double m_scale;
+  bool m_hasMissingGlyph = false;
+  QHash<QRawFont, bool> m_colored;
+  QHash<std::pair<QRawFont, quint32>, QImage> m_pictures;
+};
+
+}  // namespace runtime
