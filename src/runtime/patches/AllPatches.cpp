@@ -26,6 +26,7 @@ void registerAll(PatchRegistry& registry) {
   registerFormatterPatches(registry);
   registerStructurePatches(registry);
   registerExpressionPatch(registry);
+  registerTextImage(registry);
 }
 
 }  // namespace runtime::patches

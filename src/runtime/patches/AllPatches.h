@@ -32,5 +32,6 @@ void registerStringPatches(PatchRegistry& registry);
 void registerFormatterPatches(PatchRegistry& registry);
 void registerStructurePatches(PatchRegistry& registry);
 void registerExpressionPatch(PatchRegistry& registry);
+void registerTextImage(PatchRegistry& registry);
 
 }  // namespace runtime::patches

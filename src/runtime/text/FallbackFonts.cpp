@@ -1,6 +1,7 @@
 #include "runtime/text/FallbackFonts.h"
 
 #include <QChar>
+#include <QHash>
 
 #include "runtime/text/FontCatalog.h"
 #include "runtime/text/FontResolver.h"
@@ -64,14 +65,34 @@ constexpr ScriptFamily scriptFamilies[] = {
     {QChar::Script_Hangul, "Noto Sans CJK KR"},
 };
 
+QString scriptFamily(QChar::Script script) {
+  for (const ScriptFamily& entry : scriptFamilies)
+    if (entry.script == script) return QString::fromLatin1(entry.family);
+  return {};
+}
+
+/// The family that shows the script where the given one lacks it; empty when that needs no other.
+QString familyInsteadOf(const QString& family, QChar::Script script, char32_t character) {
+  const QString other = scriptFamily(script);
+  const FontCatalog& catalog = FontCatalog::shared();
+  const bool helps = !other.isEmpty() && other != family && catalog.hasFamily(other);
+  return helps && !catalog.covers(family, character) ? other : QString();
+}
+
+/// Scripts for which layout takes only fonts with rules for them. It counts the spaces, digits and
+/// signs around a word as its script, so those must come from the same font.
+bool isStrict(QChar::Script script) {
+  return (script >= QChar::Script_Syriac && script <= QChar::Script_Sinhala) ||
+         script == QChar::Script_Khmer || script == QChar::Script_Nko;
+}
+
 class Families {
  public:
   void add(const QString& family) {
     if (!m_list.contains(family) && FontCatalog::shared().hasFamily(family)) m_list.append(family);
   }
   void add(QChar::Script script) {
-    for (const ScriptFamily& entry : scriptFamilies)
-      if (entry.script == script) add(QString::fromLatin1(entry.family));
+    if (const QString family = scriptFamily(script); !family.isEmpty()) add(family);
   }
   [[nodiscard]] QStringList list() const { return m_list; }
 
@@ -116,11 +137,42 @@ QStringList commonFallbackFamilies() {
   Families families;
   families.add(FontResolver::defaultFamily());
   families.add(QStringLiteral("Noto Sans"));
-  for (const QChar::Script script : {QChar::Script_Arabic, QChar::Script_Hebrew,
-                                     QChar::Script_Devanagari, QChar::Script_Thai})
+  for (const QChar::Script script :
+       {QChar::Script_Arabic, QChar::Script_Hebrew, QChar::Script_Devanagari, QChar::Script_Thai})
     families.add(script);
   families.add(emojiFamily());
   return families.list();
+}
+
+QList<FontSpan> scriptSpans(const QString& text, const QString& family) {
+  QList<FontSpan> spans;
+  QHash<QChar::Script, QString> choices;  // by the first character of each script
+  QChar::Script previous = QChar::Script_Common;
+  qsizetype at = 0;
+  for (const char32_t c : text.toUcs4()) {
+    const qsizetype start = at;
+    at += QChar::requiresSurrogates(c) ? 2 : 1;
+    const QChar::Script script = QChar::script(c);
+    FontSpan* last = spans.isEmpty() ? nullptr : &spans.last();
+    const bool touches = last && last->span.start + last->span.length == start;
+    if (script == QChar::Script_Inherited || script == QChar::Script_Common) {
+      const bool goesAlong = script == QChar::Script_Inherited || isStrict(previous);
+      if (touches && goesAlong) last->span.length += at - start;
+      continue;
+    }
+    const bool isFirst = previous == QChar::Script_Common;
+    previous = script;
+    if (!choices.contains(script)) choices.insert(script, familyInsteadOf(family, script, c));
+    const QString& other = choices[script];
+    if (other.isEmpty()) continue;
+    if (touches && last->family == other)
+      last->span.length += at - start;
+    else if (isFirst && isStrict(script))
+      spans.append({{0, at}, other});
+    else
+      spans.append({{start, at - start}, other});
+  }
+  return spans;
 }
 
 QString emojiFamily() {

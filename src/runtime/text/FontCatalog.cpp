@@ -10,6 +10,11 @@ namespace runtime {
 
 namespace {
 
+using Pattern = std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)>;
+using Objects = std::unique_ptr<FcObjectSet, decltype(&FcObjectSetDestroy)>;
+using FontSet = std::unique_ptr<FcFontSet, decltype(&FcFontSetDestroy)>;
+using CharSet = std::unique_ptr<FcCharSet, decltype(&FcCharSetDestroy)>;
+
 QString text(FcPattern* pattern, const char* object) {
   FcChar8* value = nullptr;
   if (FcPatternGetString(pattern, object, 0, &value) != FcResultMatch) return {};
@@ -51,9 +56,6 @@ const FontCatalog& FontCatalog::shared() {
 }
 
 FontCatalog::FontCatalog() {
-  using Pattern = std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)>;
-  using Objects = std::unique_ptr<FcObjectSet, decltype(&FcObjectSetDestroy)>;
-  using FontSet = std::unique_ptr<FcFontSet, decltype(&FcFontSetDestroy)>;
   if (!FcInit()) return;
   const Pattern all(FcPatternCreate(), FcPatternDestroy);
   const Objects objects(FcObjectSetBuild(FC_POSTSCRIPT_NAME, FC_FAMILY, FC_STYLE, FC_FULLNAME,
@@ -97,6 +99,19 @@ const FontFace* FontCatalog::findByWords(const QString& key) const {
 
 bool FontCatalog::hasFamily(const QString& family) const {
   return m_byFamily.contains(folded(family));
+}
+
+bool FontCatalog::covers(const QString& family, char32_t character) const {
+  const Pattern wanted(FcPatternCreate(), FcPatternDestroy);
+  const CharSet characters(FcCharSetCreate(), FcCharSetDestroy);
+  FcCharSetAddChar(characters.get(), character);
+  FcPatternAddCharSet(wanted.get(), FC_CHARSET, characters.get());
+  const QByteArray name = family.toUtf8();
+  if (!family.isEmpty())
+    FcPatternAddString(wanted.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(name.constData()));
+  const Objects objects(FcObjectSetBuild(FC_FAMILY, nullptr), FcObjectSetDestroy);
+  const FontSet fonts(FcFontList(nullptr, wanted.get(), objects.get()), FcFontSetDestroy);
+  return fonts && fonts->nfont > 0;
 }
 
 }  // namespace runtime

@@ -27,6 +27,8 @@ class FontCatalog {
   /// the last three ignore case and spaces. Nothing when there is none.
   [[nodiscard]] const FontFace* find(const QString& name) const;
   [[nodiscard]] bool hasFamily(const QString& family) const;
+  /// Some face of the family has the character; of any family when that is empty.
+  [[nodiscard]] bool covers(const QString& family, char32_t character) const;
   [[nodiscard]] const std::vector<FontFace>& faces() const { return m_faces; }
 
  private:

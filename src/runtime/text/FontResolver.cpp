@@ -53,7 +53,8 @@ FontMatch standIn(const QString& name) {
     match.weight = entry.weight;
     break;
   }
-  match.italic = hints.contains(QLatin1String("italic")) || hints.contains(QLatin1String("oblique"));
+  match.italic =
+      hints.contains(QLatin1String("italic")) || hints.contains(QLatin1String("oblique"));
   return match;
 }
 
@@ -112,10 +113,14 @@ QFont FontResolver::fontForText(const QString& name, int pixelSize, const QStrin
   return fontOf(resolve(name), pixelSize, fallbackFamilies(text));
 }
 
-QFont FontResolver::emojiFont(int pixelSize) {
-  FontMatch match;
-  match.family = emojiFamily();
-  return fontOf(match, pixelSize, {defaultFamily()});
+QFont FontResolver::withFamilyFirst(const QFont& font, const QString& family) {
+  QFont changed = font;
+  QStringList families = font.families();
+  families.removeAll(family);
+  families.prepend(family);
+  changed.setFamilies(families);
+  changed.setStyleName({});  // styles are called otherwise there; the weight is the same
+  return changed;
 }
 
 }  // namespace runtime

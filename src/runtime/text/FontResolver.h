@@ -31,8 +31,8 @@ class FontResolver {
   [[nodiscard]] static QFont font(const QString& name, int pixelSize);
   /// The font with fallbacks for just what the text needs; unhinted, for layout at any scale.
   [[nodiscard]] static QFont fontForText(const QString& name, int pixelSize, const QString& text);
-  /// For runs of emoji: colour first.
-  [[nodiscard]] static QFont emojiFont(int pixelSize);
+  /// The same font with another family before its own, in the nearest weight.
+  [[nodiscard]] static QFont withFamilyFirst(const QFont& font, const QString& family);
 
   [[nodiscard]] static QString defaultFamily() { return QStringLiteral("Inter"); }
 };

@@ -2,22 +2,26 @@
 
 #include <QGlyphRun>
 #include <QTransform>
+#include <algorithm>
 #include <cmath>
 
 namespace runtime {
 
-int GlyphOutlines::add(const QTextLine& line, const QPointF& origin, QPainterPath& path,
+int GlyphOutlines::add(const TextLines::Line& line, const QPointF& origin, QPainterPath& path,
                        std::vector<TextLayout::Picture>& pictures) {
   path.setFillRule(Qt::WindingFill);  // glyphs that touch unite
-  const double baseline = line.y() + line.ascent();
+  const double baseline = line.line.y() + line.line.ascent();
   int count = 0;
-  for (const QGlyphRun& run : line.glyphRuns()) {
+  for (const QGlyphRun& run : line.line.glyphRuns()) {
     const QRawFont font = run.rawFont();
     const QList<quint32> glyphs = run.glyphIndexes();
     const QList<QPointF> positions = run.positions();
     count += static_cast<int>(glyphs.size());
     for (qsizetype i = 0; i < glyphs.size(); ++i) {
-      const QPointF at = origin + (positions[i] - QPointF(0, baseline)) * m_scale;
+      QPointF at = positions[i] - QPointF(0, baseline);
+      const auto gapsBefore = std::lower_bound(line.gaps.begin(), line.gaps.end(), at.x());
+      at.rx() += static_cast<double>(gapsBefore - line.gaps.begin()) * line.gapExtra;
+      at = origin + at * m_scale;
       m_hasMissingGlyph |= glyphs[i] == 0;
       if (isColored(font)) {
         pictures.push_back(picture(font, glyphs[i], at));
@@ -37,8 +41,7 @@ bool GlyphOutlines::isColored(const QRawFont& font) {
   return *m_colored.insert(font, colored);
 }
 
-TextLayout::Picture GlyphOutlines::picture(const QRawFont& font, quint32 glyph,
-                                           const QPointF& at) {
+TextLayout::Picture GlyphOutlines::picture(const QRawFont& font, quint32 glyph, const QPointF& at) {
   const QRectF box = font.boundingRect(glyph);
   // On whole pixels, so that small pictures stay sharp.
   const QRectF place(std::round(at.x() + box.x() * m_scale), std::round(at.y() + box.y() * m_scale),

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QHash>
-#include <QTextLayout>
+#include <QRawFont>
 
-#include "runtime/text/TextLayout.h"
+#include "runtime/text/TextLines.h"
 
 namespace runtime {
 
@@ -15,15 +15,14 @@ class GlyphOutlines {
 
   /// Adds the glyphs of a line whose base line starts at the origin (pixels, y down); returns how
   /// many there were.
-  int add(const QTextLine& line, const QPointF& origin, QPainterPath& path,
+  int add(const TextLines::Line& line, const QPointF& origin, QPainterPath& path,
           std::vector<TextLayout::Picture>& pictures);
   /// A glyph that stands for "none" was among them.
   [[nodiscard]] bool hasMissingGlyph() const { return m_hasMissingGlyph; }
 
  private:
   [[nodiscard]] bool isColored(const QRawFont& font);
-  [[nodiscard]] TextLayout::Picture picture(const QRawFont& font, quint32 glyph,
-                                            const QPointF& at);
+  [[nodiscard]] TextLayout::Picture picture(const QRawFont& font, quint32 glyph, const QPointF& at);
 
   double m_scale;
   bool m_hasMissingGlyph = false;

@@ -46,11 +46,11 @@ void place(TextLayout& layout, const TextLines& lines, const TextStyle& style) {
       (height - lines.measured().height()) * freeSpaceShare(style.vertical, /*rightToLeft=*/false);
   GlyphOutlines outlines(lines.scale());
   for (const TextLines::Line& line : lines.lines()) {
-    const double space = line.fillsWidth ? 0 : width - line.width;
+    const double space = width - line.width;
     const QPointF origin(space * freeSpaceShare(style.horizontal, line.isRightToLeft),
                          std::round(top + line.baseline));
     QPainterPath path;
-    layout.glyphCount += outlines.add(line.line, origin, path, layout.pictures);
+    layout.glyphCount += outlines.add(line, origin, path, layout.pictures);
     if (!path.isEmpty()) layout.lines.push_back(std::move(path));
   }
   layout.lineCount = static_cast<int>(lines.lines().size());

@@ -1,11 +1,13 @@
 #include "runtime/text/TextLines.h"
 
-#include <QFontMetricsF>
 #include <QGlyphRun>
+#include <QSet>
 #include <QtEndian>
 #include <algorithm>
 #include <cmath>
 
+#include "runtime/text/FallbackFonts.h"
+#include "runtime/text/FontCatalog.h"
 #include "runtime/text/FontResolver.h"
 
 namespace runtime {
@@ -30,20 +32,19 @@ TextLines::TextLines(const QString& text, const TextStyle& style, double lowestB
       m_lowestBottom(lowestBottom),
       m_scale(style.size / layoutEm),
       m_font(FontResolver::fontForText(style.fontName, layoutEm, text)),
-      m_emojiFont(FontResolver::emojiFont(layoutEm)),
       m_rightToLeft(isRightToLeftText(text, false)) {
-  setSpacing(text);
+  setSpacing();
+  readFontMetrics();
   for (const TextParagraph& paragraph : textParagraphs(text))
     if (!addParagraph(paragraph)) break;
 }
 
-void TextLines::setSpacing(const QString& text) {
+void TextLines::setSpacing() {
   if (!std::isfinite(m_style.kerning)) m_style.kerning = 0;
   if (!std::isfinite(m_style.leading)) m_style.leading = 0;
-  const double most = widestLine / std::min(text.size() + 1, unwrappedLimit);
-  const double spacing = std::clamp(m_style.kerning / m_scale, -2.0 * layoutEm, most);
-  m_font.setLetterSpacing(QFont::AbsoluteSpacing, spacing);
-  m_emojiFont.setLetterSpacing(QFont::AbsoluteSpacing, spacing);
+  const double most = widestLine / std::min(m_text.size() + 1, unwrappedLimit);
+  m_font.setLetterSpacing(QFont::AbsoluteSpacing,
+                          std::clamp(m_style.kerning / m_scale, -2.0 * layoutEm, most));
 }
 
 QTextOption TextLines::option(bool rightToLeft) const {
@@ -54,10 +55,23 @@ QTextOption TextLines::option(bool rightToLeft) const {
   // Spaces that end a line hang over when it was wrapped, but count where the text itself ends:
   // pieces of a crawl are joined by them.
   if (!wraps) option.setFlags(QTextOption::IncludeTrailingSpaces);
-  const bool justifies = wraps && m_style.horizontal == TextAlignment::Justified;
-  option.setAlignment(justifies ? Qt::AlignJustify : Qt::AlignLeft | Qt::AlignAbsolute);
+  option.setAlignment(Qt::AlignLeft | Qt::AlignAbsolute);
   option.setTabStopDistance(tabStopEms * layoutEm);
   return option;
+}
+
+QList<QTextLayout::FormatRange> TextLines::formats(const QString& text,
+                                                   const QList<TextSpan>& emoji) const {
+  QList<QTextLayout::FormatRange> formats;
+  const auto add = [&](const TextSpan& span, const QString& family) {
+    QTextCharFormat format;
+    format.setFont(FontResolver::withFamilyFirst(m_font, family));
+    formats.append({static_cast<int>(span.start), static_cast<int>(span.length), format});
+  };
+  for (const FontSpan& span : scriptSpans(text, m_font.families().constFirst()))
+    add(span.span, span.family);
+  for (const TextSpan& span : emoji) add(span, emojiFamily());
+  return formats;
 }
 
 bool TextLines::addParagraph(const TextParagraph& paragraph) {
@@ -67,13 +81,7 @@ bool TextLines::addParagraph(const TextParagraph& paragraph) {
   m_layouts.push_back(std::make_unique<QTextLayout>(text, m_font));
   QTextLayout& layout = *m_layouts.back();
   layout.setTextOption(option(rightToLeft));
-  QList<QTextLayout::FormatRange> formats;
-  for (const TextSpan& span : paragraph.emoji) {
-    QTextCharFormat format;
-    format.setFont(m_emojiFont);
-    formats.append({static_cast<int>(span.start), static_cast<int>(span.length), format});
-  }
-  layout.setFormats(formats);
+  layout.setFormats(formats(text, paragraph.emoji));
   layout.beginLayout();
   bool goesOn = true;
   while (goesOn) {
@@ -81,17 +89,17 @@ bool TextLines::addParagraph(const TextParagraph& paragraph) {
     if (!line.isValid()) break;
     line.setLineWidth(wraps ? std::min(m_style.width / m_scale, widestLine) : widestLine);
     line.setPosition({});
-    goesOn = addLine(line, rightToLeft, line.textStart() + line.textLength() >= text.size());
+    goesOn = addLine(line, text, rightToLeft);
   }
   layout.endLayout();
   return goesOn;
 }
 
-bool TextLines::addLine(const QTextLine& line, bool rightToLeft, bool isLast) {
+bool TextLines::addLine(const QTextLine& line, const QString& text, bool rightToLeft) {
   const LineMetrics metrics = metricsOf(line);
   const double bottom = m_top + metrics.ascent + metrics.descent;
-  const bool tooLow = bottom > m_lowestBottom;
-  if (tooLow && m_style.height > 0) return false;
+  if (m_style.height > 0 && m_top + m_fontMetrics.ascent + m_fontMetrics.descent > m_lowestBottom)
+    return false;
   Line added;
   added.line = line;
   added.width = line.naturalTextWidth() * m_scale;
@@ -99,48 +107,77 @@ bool TextLines::addLine(const QTextLine& line, bool rightToLeft, bool isLast) {
   if (m_style.kerning < 0 && line.textLength() > 0) added.width -= m_style.kerning;
   added.baseline = m_top + metrics.ascent;
   added.isRightToLeft = rightToLeft;
-  added.fillsWidth =
-      m_style.horizontal == TextAlignment::Justified && m_style.width > 0 && !isLast;
+  if (m_style.horizontal == TextAlignment::Justified && m_style.width > 0) justify(added, text);
   m_measured = {std::max(m_measured.width(), added.width), bottom};
   m_lines.push_back(added);
   const double distance = metrics.ascent + metrics.descent + metrics.leading + m_style.leading;
   m_top += std::max(distance, 0.0);
-  return !tooLow;
+  return bottom <= m_lowestBottom || m_style.height > 0;
 }
 
-TextLines::LineMetrics TextLines::metricsOf(const QTextLine& line) {
-  LineMetrics metrics = metricsOf(QRawFont::fromFont(m_font));
+/// Widens the spaces of a line that does not end its paragraph. Done here because the toolkit also
+/// widens the space that hangs over the end of right-to-left lines.
+void TextLines::justify(Line& line, const QString& text) const {
+  const double space = m_style.width - line.width;
+  qsizetype end = line.line.textStart() + line.line.textLength();
+  if (end >= text.size() || space <= 0) return;
+  while (end > line.line.textStart() && text[end - 1].isSpace()) --end;
+  for (int i = line.line.textStart(); i < end; ++i)
+    if (text[i].isSpace())
+      line.gaps.append((line.line.cursorToX(i) + line.line.cursorToX(i + 1)) / 2);
+  if (line.gaps.isEmpty()) return;
+  std::sort(line.gaps.begin(), line.gaps.end());
+  line.gapExtra = space / m_scale / static_cast<double>(line.gaps.size());
+  line.width = m_style.width;
+}
+
+/// The font's own box, grown where a glyph of a fallback font has ink beyond it: the boxes of some
+/// fonts are twice as high, and a word in another script must not move a whole layout.
+TextLines::LineMetrics TextLines::metricsOf(const QTextLine& line) const {
+  LineMetrics metrics = m_fontMetrics;
+  const double baseline = line.y() + line.ascent();
   for (const QGlyphRun& run : line.glyphRuns()) {
-    const LineMetrics other = metricsOf(run.rawFont());
-    metrics.ascent = std::max(metrics.ascent, other.ascent);
-    metrics.descent = std::max(metrics.descent, other.descent);
-    metrics.leading = std::max(metrics.leading, other.leading);
+    const QRawFont font = run.rawFont();
+    if (font == m_rawFont) continue;
+    const QList<quint32> glyphs = run.glyphIndexes();
+    const QList<QPointF> positions = run.positions();
+    for (qsizetype i = 0; i < glyphs.size(); ++i) {
+      const QRectF ink = font.boundingRect(glyphs[i]).translated(0, positions[i].y() - baseline);
+      if (ink.isEmpty()) continue;
+      metrics.ascent = std::max(metrics.ascent, -ink.top() * m_scale);
+      metrics.descent = std::max(metrics.descent, ink.bottom() * m_scale);
+    }
   }
   return metrics;
 }
 
-TextLines::LineMetrics TextLines::metricsOf(const QRawFont& font) {
-  if (const auto known = m_metrics.constFind(font); known != m_metrics.cend()) return *known;
-  LineMetrics metrics{font.ascent() * m_scale, font.descent() * m_scale, font.leading() * m_scale};
-  // The toolkit's own are rounded up to whole units.
-  const QByteArray table = font.fontTable("hhea");
-  if (table.size() >= 10 && font.unitsPerEm() > 0) {
-    const auto ems = [&](int offset) {
-      return qFromBigEndian<qint16>(table.constData() + offset) / font.unitsPerEm();
-    };
-    metrics = {ems(4) * m_style.size, -ems(6) * m_style.size, ems(8) * m_style.size};
+/// From the font's tables: the toolkit's metrics are rounded up to whole units.
+void TextLines::readFontMetrics() {
+  m_rawFont = QRawFont::fromFont(m_font);
+  const QByteArray lineTable = m_rawFont.fontTable("hhea");
+  const QByteArray headTable = m_rawFont.fontTable("head");
+  const double unitsPerEm =
+      headTable.size() >= 20 ? qFromBigEndian<quint16>(headTable.constData() + 18) : 0;
+  if (lineTable.size() < 10 || unitsPerEm <= 0) {
+    m_fontMetrics = {m_rawFont.ascent() * m_scale, m_rawFont.descent() * m_scale,
+                     m_rawFont.leading() * m_scale};
+    return;
   }
-  return *m_metrics.insert(font, metrics);
+  const auto pixels = [&](int offset) {
+    return qFromBigEndian<qint16>(lineTable.constData() + offset) / unitsPerEm * m_style.size;
+  };
+  m_fontMetrics = {pixels(4), -pixels(6), pixels(8)};
 }
 
 QString TextLines::missingCharacters() const {
-  const QFontMetricsF font(m_font);
-  const QFontMetricsF emoji(m_emojiFont);
+  QSet<char32_t> seen;
   for (const char32_t c : m_text.toUcs4()) {
-    if (c <= 0x20 || !QChar::isPrint(c) || font.inFontUcs4(c) || emoji.inFontUcs4(c)) continue;
+    if (c <= 0x7F || !QChar::isPrint(c) || seen.contains(c)) continue;
+    seen.insert(c);
+    if (FontCatalog::shared().covers({}, c)) continue;
     return QStringLiteral("no installed font has the character “%1” (U+%2)")
-        .arg(QString::fromUcs4(&c, 1))
-        .arg(static_cast<uint>(c), 4, 16, QLatin1Char('0'));
+        .arg(QString::fromUcs4(&c, 1),
+             QString::number(c, 16).toUpper().rightJustified(4, QLatin1Char('0')));
   }
   return {};
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QFont>
-#include <QHash>
 #include <QRawFont>
 #include <QSizeF>
 #include <QTextLayout>
@@ -23,7 +22,8 @@ class TextLines {
     double width = 0;
     double baseline = 0;
     bool isRightToLeft = false;
-    bool fillsWidth = false;  ///< justified: its place needs no alignment
+    QList<double> gaps;   ///< justified: where words part, from the left, in layout units
+    double gapExtra = 0;  ///< by how much each of them grows, in layout units
   };
   /// Pixels of an em; what is smaller cannot be seen.
   static constexpr double smallestSize = 0.125;
@@ -46,24 +46,27 @@ class TextLines {
     double leading = 0;
   };
   [[nodiscard]] bool addParagraph(const TextParagraph& paragraph);
-  [[nodiscard]] bool addLine(const QTextLine& line, bool rightToLeft, bool isLast);
+  void justify(Line& line, const QString& text) const;
+  [[nodiscard]] bool addLine(const QTextLine& line, const QString& text, bool rightToLeft);
+  [[nodiscard]] QList<QTextLayout::FormatRange> formats(const QString& text,
+                                                        const QList<TextSpan>& emoji) const;
   [[nodiscard]] QTextOption option(bool rightToLeft) const;
-  [[nodiscard]] LineMetrics metricsOf(const QTextLine& line);
-  [[nodiscard]] LineMetrics metricsOf(const QRawFont& font);
-  void setSpacing(const QString& text);
+  [[nodiscard]] LineMetrics metricsOf(const QTextLine& line) const;
+  void setSpacing();
+  void readFontMetrics();
 
   QString m_text;
   TextStyle m_style;
   double m_lowestBottom;
   double m_scale;
   QFont m_font;
-  QFont m_emojiFont;
+  QRawFont m_rawFont;
+  LineMetrics m_fontMetrics;
   bool m_rightToLeft = false;  ///< of paragraphs that have no direction
   double m_top = 0;            ///< of the next line
   QSizeF m_measured;
   std::vector<std::unique_ptr<QTextLayout>> m_layouts;
   std::vector<Line> m_lines;
-  QHash<QRawFont, LineMetrics> m_metrics;
 };
 
 }  // namespace runtime
