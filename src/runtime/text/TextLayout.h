@@ -34,7 +34,7 @@ struct TextLayout {
     QRectF place;
   };
 
-  QSize size;                       ///< of the image; empty when there is nothing to show
+  QSize size{0, 0};                 ///< of the image; empty when there is nothing to show
   std::vector<QPainterPath> lines;  ///< outlines to be filled white, one path a line
   std::vector<Picture> pictures;    ///< colour glyphs
   int lineCount = 0;                ///< visible lines

@@ -170,9 +170,14 @@ void TextLines::readFontMetrics() {
 }
 
 QString TextLines::missingCharacters() const {
+  const auto leavesNoTrace = [](char32_t c) {
+    const QChar::Category category = QChar::category(c);
+    return QChar::isSpace(c) || category == QChar::Other_Control ||
+           category == QChar::Other_Format || category == QChar::Other_Surrogate;
+  };
   QSet<char32_t> seen;
   for (const char32_t c : m_text.toUcs4()) {
-    if (c <= 0x7F || !QChar::isPrint(c) || seen.contains(c)) continue;
+    if (c <= 0x7F || leavesNoTrace(c) || seen.contains(c)) continue;
     seen.insert(c);
     if (FontCatalog::shared().covers({}, c)) continue;
     return QStringLiteral("no installed font has the character “%1” (U+%2)")
