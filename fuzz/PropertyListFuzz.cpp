@@ -9,6 +9,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const auto value = foundation::PropertyList::fromData(bytes, {});
   if (!value) return 0;
   const auto binary = foundation::PropertyList::toBinary(*value);
-  if (binary && foundation::PropertyList::fromData(*binary, {}) != value) __builtin_trap();
+  if (!binary) return 0;
+  const auto again = foundation::PropertyList::fromData(*binary, {});
+  if (!again || *again != *value) __builtin_trap();  // what was written must read back the same
   return 0;
 }

@@ -151,7 +151,7 @@ class TreeReader {
     if (seconds <= std::numeric_limits<int32_t>::min() + 1 ||
         seconds >= std::numeric_limits<int32_t>::max() - 1)
       return distantDate(node);
-    const qint64 fraction = (seconds < 0 ? -micro : micro) / 1000;
+    const qint64 fraction = (seconds < 0 ? -1 : 1) * ((micro + 500) / 1000);
     return QDateTime::fromMSecsSinceEpoch((kReferenceDate + seconds) * 1000 + fraction,
                                           QTimeZone::utc());
   }
