@@ -98,6 +98,7 @@ class CompositionInstance {
   void report(int node, const QString& text);
 
   std::shared_ptr<const CompiledComposition> m_compiled;
+  std::map<std::type_index, std::shared_ptr<void>> m_shared;  // outlives the nodes
   std::vector<NodeState> m_nodes;
   std::vector<ScopeState> m_scopes;
   FrameArguments m_arguments;

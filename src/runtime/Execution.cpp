@@ -143,6 +143,10 @@ QVariantHash& Execution::userInfo() {
   return m_instance.m_userInfo;
 }
 
+std::shared_ptr<void>& Execution::sharedPlace(std::type_index type) {
+  return m_instance.m_shared[type];
+}
+
 QString Execution::resolvePath(const QString& location) const {
   if (location.isEmpty()) return {};
   if (location.startsWith(QLatin1String("file:"))) return QUrl(location).toLocalFile();

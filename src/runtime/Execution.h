@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QMatrix4x4>
+#include <memory>
+#include <typeindex>
 
 #include "runtime/CompiledComposition.h"
 #include "runtime/Host.h"
@@ -75,6 +77,14 @@ class Execution {
   [[nodiscard]] const FrameArguments& arguments() const;
   [[nodiscard]] const Budget& budget() const;
   [[nodiscard]] QVariantHash& userInfo();
+  /// The one object of the type that the running composition has, made when first asked for. It
+  /// outlives all evaluators; costly things that several patches can share live here.
+  template <typename T>
+  [[nodiscard]] T& shared() {
+    std::shared_ptr<void>& place = sharedPlace(typeid(T));
+    if (!place) place = std::make_shared<T>();
+    return *static_cast<T*>(place.get());
+  }
   /// A path, "~" path or file: URL as a local path; relative ones start at the composition's
   /// folder.
   [[nodiscard]] QString resolvePath(const QString& location) const;
@@ -95,6 +105,8 @@ class Execution {
   [[nodiscard]] Value previousPublishedValue(const QString& key) const;
 
  private:
+  [[nodiscard]] std::shared_ptr<void>& sharedPlace(std::type_index type);
+
   CompositionInstance& m_instance;
   int m_node;
   NodeMemory& m_memory;

@@ -27,6 +27,7 @@ void registerAll(PatchRegistry& registry) {
   registerStructurePatches(registry);
   registerExpressionPatch(registry);
   registerTextImage(registry);
+  registerJavaScriptPatch(registry);
 }
 
 }  // namespace runtime::patches

@@ -33,5 +33,6 @@ void registerFormatterPatches(PatchRegistry& registry);
 void registerStructurePatches(PatchRegistry& registry);
 void registerExpressionPatch(PatchRegistry& registry);
 void registerTextImage(PatchRegistry& registry);
+void registerJavaScriptPatch(PatchRegistry& registry);
 
 }  // namespace runtime::patches
