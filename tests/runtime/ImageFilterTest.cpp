@@ -1,69 +1,17 @@
 #include <gtest/gtest.h>
 
-#include "support/GraphBuilder.h"
+#include "support/ImageGraph.h"
 
 using foundation::PropertyDictionary;
 using foundation::PropertyValue;
 using runtime::Image;
 using support::GraphBuilder;
 
-namespace {
-
-QString text(const char* s) {
-  return QString::fromLatin1(s);
-}
-
-PropertyValue colorValue(double r, double g, double b, double a = 1) {
-  return PropertyDictionary{
-      {text("red"), r}, {text("green"), g}, {text("blue"), b}, {text("alpha"), a}};
-}
-
-/// A graph of image patches: sources are cropped colours.
-class ImageGraph {
- public:
-  QString filter(const char* name, const PropertyDictionary& inputs = {},
-                 const PropertyDictionary& state = {}) {
-    return m_graph.node(text("QCImageFilter:") + text(name), state, inputs);
-  }
-  /// A rectangle of one colour.
-  QString rectangle(const PropertyValue& color, double x, double y, double w, double h) {
-    const QString source = filter("CIConstantColorGenerator", {{text("inputColor"), color}});
-    return crop(source, x, y, w, h);
-  }
-  QString crop(const QString& source, double x, double y, double w, double h) {
-    const QString node = filter("CICrop", {{text("inputRectangle_X"), x},
-                                           {text("inputRectangle_Y"), y},
-                                           {text("inputRectangle_Z"), w},
-                                           {text("inputRectangle_W"), h}});
-    into(source, node);
-    return node;
-  }
-  void into(const QString& source, const QString& node, const char* input = "inputImage") {
-    m_graph.connect(source, text("outputImage"), node, text(input));
-  }
-  Image result(const QString& node) {
-    m_graph.publishOutput(node, text("outputImage"), text("result"));
-    m_renderer = m_graph.renderer();
-    (void)m_renderer->renderAtTime(0, QSize(100, 100));
-    return m_renderer->valueForOutputKey(text("result")).toImage();
-  }
-
- private:
-  GraphBuilder m_graph;
-  std::unique_ptr<runtime::CompositionRenderer> m_renderer;
-};
-
-/// Premultiplied components of the pixel at a place of image space.
-std::array<int, 4> at(const Image& image, int x, int y) {
-  const QImage one = image.pixels(QRect(x, y, 1, 1));
-  if (one.isNull()) return {-1, -1, -1, -1};
-  const QRgb c = reinterpret_cast<const QRgb*>(one.constScanLine(0))[0];
-  return {qRed(c), qGreen(c), qBlue(c), qAlpha(c)};
-}
-
-using Rgba = std::array<int, 4>;
-
-}  // namespace
+using support::at;
+using support::colorValue;
+using support::ImageGraph;
+using support::Rgba;
+using support::text;
 
 TEST(ImageFilter, RadialGradientDrawsAnAntiAliasedDisc) {
   ImageGraph g;

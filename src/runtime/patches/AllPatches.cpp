@@ -28,6 +28,9 @@ void registerAll(PatchRegistry& registry) {
   registerExpressionPatch(registry);
   registerTextImage(registry);
   registerJavaScriptPatch(registry);
+  registerImageSourcePatches(registry);
+  registerImageFactPatches(registry);
+  registerImageUsePatches(registry);
 }
 
 }  // namespace runtime::patches

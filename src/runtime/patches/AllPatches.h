@@ -34,5 +34,8 @@ void registerStructurePatches(PatchRegistry& registry);
 void registerExpressionPatch(PatchRegistry& registry);
 void registerTextImage(PatchRegistry& registry);
 void registerJavaScriptPatch(PatchRegistry& registry);
+void registerImageSourcePatches(PatchRegistry& registry);
+void registerImageFactPatches(PatchRegistry& registry);
+void registerImageUsePatches(PatchRegistry& registry);
 
 }  // namespace runtime::patches

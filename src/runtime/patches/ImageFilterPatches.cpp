@@ -20,7 +20,7 @@ using Kind = image::FilterInputKind;
 QString spaced(const QString& name) {
   QString label;
   for (const QChar c : name) {
-    if (!label.isEmpty() && (c.isUpper() || c.isDigit())) label += QLatin1Char(' ');
+    if (!label.isEmpty() && !c.isLower() && label.back().isLower()) label += QLatin1Char(' ');
     label += c;
   }
   return label;
@@ -158,7 +158,8 @@ const image::ImageFilters& allFilters() {
     image::ImageFilters rows;
     for (const auto family :
          {image::generatorFilters, image::lightFilters, image::geometryFilters, image::blurFilters,
-          image::colorFilters, image::compositingFilters, image::blendModeFilters}) {
+          image::colorFilters, image::compositingFilters, image::blendModeFilters,
+          image::transitionFilters, image::distortionFilters, image::styleFilters}) {
       const image::ImageFilters more = family();
       rows.insert(rows.end(), more.begin(), more.end());
     }
