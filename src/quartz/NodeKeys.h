@@ -11,6 +11,7 @@ class NodeKeys {
  public:
   void add(const QString& key) { ++m_counts[key]; }
   void remove(const QString& key);
+  [[nodiscard]] bool contains(const QString& key) const { return m_counts.contains(key); }
   /// "CLASS_n" with the lowest n from 1 that no node has.
   [[nodiscard]] QString unusedKey(const QString& className);
 

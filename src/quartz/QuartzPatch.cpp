@@ -183,6 +183,12 @@ std::unique_ptr<QuartzPatch> QuartzPatch::takeNode(const QuartzPatch* node) {
   return taken;
 }
 
+QString QuartzPatch::uniqueNodeKey(const QString& wanted) const {
+  QString key = wanted;
+  for (int n = 2; m_nodeKeys.contains(key); ++n) key = QStringLiteral("%1_%2").arg(wanted).arg(n);
+  return key;
+}
+
 QuartzPatch* QuartzPatch::addPatchWithClass(const QString& className,
                                             const PropertyDictionary& state,
                                             const PropertyDictionary& inputPortState) {

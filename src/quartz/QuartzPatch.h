@@ -65,6 +65,9 @@ class QuartzPatch {
   QuartzPatch* addNode(std::unique_ptr<QuartzPatch> patch);
   /// Takes a direct child out, with the ownership; connections to it stay.
   [[nodiscard]] std::unique_ptr<QuartzPatch> takeNode(const QuartzPatch* node);
+  /// The wanted key, or with the first number from 2 behind it that makes it unique among the
+  /// nodes.
+  [[nodiscard]] QString uniqueNodeKey(const QString& wanted) const;
   /// Makes, keys ("CLASS_n", the first free n) and appends a node.
   QuartzPatch* addPatchWithClass(const QString& className,
                                  const foundation::PropertyDictionary& state = {},

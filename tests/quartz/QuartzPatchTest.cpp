@@ -109,6 +109,74 @@ TEST(QuartzPatch, PortValuesGoToTheBuiltInPortsElseToTheCustomOnes) {
   EXPECT_EQ(neither.data(), QuartzPatch().data());
 }
 
+TEST(QuartzPatch, PublishesInTheParent) {
+  QuartzPatch patch;
+  QuartzPatch* node = patch.addPatchWithClass(text(u"QCSprite"));
+  node->publishPort(text(u"inputX"), text(u"x"));
+  node->publishPort(text(u"inputY"), text(u"y"), text(u"Up"));
+  node->publishOutputPort(text(u"outputA"), text(u"a"));
+  EXPECT_EQ(patch.infoForPublishedInputPortWithName(text(u"x")),
+            (PropertyDictionary{{text(u"key"), text(u"x")},
+                                {text(u"node"), text(u"QCSprite_1")},
+                                {text(u"port"), text(u"inputX")}}));
+  const auto labelled = patch.infoForPublishedInputPortWithName(text(u"y"));
+  EXPECT_TRUE(labelled.value(u"state").dictionary().contains(u"userInfo"));
+  EXPECT_EQ(QuartzPatch::labelOfPublishedPort(labelled), text(u"Up"));
+  const PropertyArray outputs = patch.state().value(u"publishedOutputPorts").array();
+  ASSERT_EQ(outputs.size(), 1);
+  EXPECT_EQ(QuartzPatch::labelOfPublishedPort(outputs[0].dictionary()), text(u"a"));
+  patch.publishPort(text(u"x"), text(u"x"));  // a root has nowhere to publish
+}
+
+TEST(QuartzPatch, NamesAndPlacesNodes) {
+  QuartzPatch patch;
+  QuartzPatch* node = patch.addPatchWithClass(text(u"QCSprite"));
+  EXPECT_EQ(node->name(), text(u"QCSprite_1"));
+  EXPECT_EQ(node->position(), QPointF());
+  node->setName(text(u"Grün 1"));
+  node->setPosition({-200, 500.5});
+  EXPECT_EQ(node->name(), text(u"Grün 1"));
+  EXPECT_EQ(node->position(), QPointF(-200, 500.5));
+  EXPECT_EQ(patch.patchWithName(text(u"Grün 1")), node);
+  EXPECT_EQ(patch.patchWithName(text(u"QCSprite_1")), nullptr);
+  node->addPatchWithClass(text(u"QCClear"));
+  EXPECT_EQ(patch.patchWithName(text(u"QCClear_1")), nullptr);  // only direct children
+  EXPECT_EQ(patch.copy()->patchWithName(text(u"Grün 1"))->position(), QPointF(-200, 500.5));
+}
+
+TEST(QuartzPatch, MergingMovesNodesAndPublishesThrough) {
+  auto inner = QuartzComposition::composition();
+  QuartzPatch* sprite = inner->rootPatch()->addPatchWithClass(text(u"QCSprite"));
+  sprite->publishPort(text(u"inputX"), text(u"x"), text(u"Across"));
+  sprite->publishPort(text(u"inputY"), text(u"y"));
+  inner->rootPatch()->addConnectionFromComponent(text(u"I"), text(u"o"), text(u"J"), text(u"i"));
+  inner->rootPatch()->setTimebase(text(u"local"));
+  inner->setInputParameter(4.0, text(u"x"));
+
+  auto outer = QuartzComposition::composition();
+  QuartzPatch* wrapper = outer->rootPatch()->addPatchWithClass(text(u"QCRenderInImage"));
+  wrapper->addConnectionFromComponent(text(u"K"), text(u"o"), text(u"L"), text(u"i"));
+  wrapper->addNodesOfPatch(*inner->rootPatch());
+
+  EXPECT_TRUE(inner->rootPatch()->nodes().empty());
+  EXPECT_EQ(sprite->parentPatch(), wrapper);
+  EXPECT_EQ(sprite->composition(), outer.get());
+  EXPECT_EQ(wrapper->timebase(), PropertyValue(text(u"local")));
+  const auto& connections = wrapper->state().value(u"connections").dictionary();
+  ASSERT_EQ(connections.size(), 1);  // the other patch's connection of the same name wins
+  EXPECT_EQ(connections.value(u"connection_1").dictionary().value(u"sourceNode").toString(),
+            text(u"I"));
+  EXPECT_EQ(publishedKeys(*wrapper), (QStringList{text(u"x"), text(u"y")}));
+  EXPECT_FALSE(wrapper->infoForPublishedInputPortWithName(text(u"y")).contains(u"state"));
+  const auto outside = outer->rootPatch()->infoForPublishedInputPortWithName(text(u"x"));
+  EXPECT_EQ(outside.value(u"port").toString(), text(u"x"));
+  EXPECT_EQ(outside.value(u"node").toString(), wrapper->key());
+  EXPECT_EQ(QuartzPatch::labelOfPublishedPort(outside), text(u"Across"));
+  EXPECT_EQ(QuartzPatch::labelOfPublishedPort(
+                outer->rootPatch()->infoForPublishedInputPortWithName(text(u"y"))),
+            text(u"y"));
+}
+
 TEST(QuartzPatch, ThousandsOfNodesAreQuick) {
   QuartzPatch patch;
   for (int i = 0; i < 20000; ++i) {

@@ -1,0 +1,169 @@
+#include "model/Attribute.h"
+
+#include "ComponentFiles.h"
+#include "model/RichFontValue.h"
+#include "runtime/CompositionRenderer.h"
+
+namespace model {
+
+using foundation::Color;
+using foundation::PropertyArray;
+using foundation::PropertyValue;
+
+namespace {
+
+const QString number = QStringLiteral("QCNumberPort");
+const QString string = QStringLiteral("QCStringPort");
+const QString color = QStringLiteral("QCColorPort");
+const QString index = QStringLiteral("QCIndexPort");
+
+/// (time, value) of each key frame; no value reads as -99.
+QList<std::pair<double, double>> points(const PropertyArray& curve) {
+  QList<std::pair<double, double>> result;
+  for (const PropertyValue& entry : curve) {
+    const auto& frame = entry.dictionary().value(u"kf").dictionary();
+    result.append({frame.value(u"time").toDouble(), frame.value(u"value").toDouble(-99)});
+  }
+  return result;
+}
+
+class AttributeOf : public testing::Test {
+ protected:
+  Attribute& make(const ComponentFiles::Input& input) {
+    const QString path = m_files.writeComponent(QStringLiteral("part.qtz"), {input});
+    QStringList warnings;
+    m_component = m_graphic->addComponenWithQuartzCompositionFile(path, {}, warnings);
+    EXPECT_NE(m_component, nullptr) << warnings.join(u' ').toStdString();
+    return *m_component->attributeForKey(input.key);
+  }
+
+  ComponentFiles m_files;
+  std::unique_ptr<Composition> m_graphic = emptyGraphic();
+  QuartzComponent* m_component = nullptr;
+};
+
+}  // namespace
+
+TEST(AttributeLabel, TakesPositionAndCategoryOutOfTheLabel) {
+  const auto both = AttributeLabel::parse(QStringLiteral("Size [3] (Layout)"));
+  EXPECT_EQ(both.text, QStringLiteral("Size "));
+  EXPECT_EQ(both.position, 3u);
+  EXPECT_EQ(both.category, QStringLiteral("Layout"));
+  const auto category = AttributeLabel::parse(QStringLiteral("Size (Layout)"));
+  EXPECT_EQ(category.text, QStringLiteral("Size (Layout)"));
+  EXPECT_EQ(category.category, QStringLiteral("Layout"));
+  EXPECT_EQ(category.position, AttributeLabel::noPosition);
+  EXPECT_EQ(AttributeLabel::parse(QStringLiteral("A (b) [2]")).text, QStringLiteral("A "));
+  EXPECT_EQ(AttributeLabel::parse(QStringLiteral("[7] A")).text, QStringLiteral("[7] A"));
+  EXPECT_EQ(AttributeLabel::parse(QStringLiteral("open [3")).position, AttributeLabel::noPosition);
+}
+
+TEST_F(AttributeOf, KeyFramesHoldOutsideAndBlendBetween) {
+  Attribute& attribute = make({QStringLiteral("Amount"), number, 4.0, {}});
+  EXPECT_EQ(attribute.type(), AttributeType::Number);
+  EXPECT_EQ(attribute.currentValue(), AttributeValue(4.0));
+  attribute.setPermissionToChange(true);
+  attribute.addTimepoint(1.00000001, 10.0);
+  attribute.addTimepoint(2, 20.0);
+  EXPECT_TRUE(attribute.animateable());
+  EXPECT_FALSE(attribute.permissionToChange());
+  EXPECT_EQ(attribute.valueForTimepoint(1), AttributeValue(10.0));
+  EXPECT_TRUE(attribute.hasKeyframeAtTimePoint(1.004));
+  EXPECT_EQ(attribute.valueAtTimepoint(0), AttributeValue(10.0));
+  EXPECT_EQ(attribute.valueAtTimepoint(1.25), AttributeValue(12.5));
+  EXPECT_EQ(attribute.valueAtTimepoint(5), AttributeValue(20.0));
+  m_graphic->setEditorTimepoint(1.5);
+  EXPECT_EQ(attribute.currentValue(), AttributeValue(15.0));
+  attribute.deleteTimepoint(1);
+  attribute.deleteTimepoint(2);
+  EXPECT_FALSE(attribute.animateable());
+  EXPECT_EQ(attribute.currentValue(), AttributeValue(20.0));
+}
+
+TEST_F(AttributeOf, ColoursBlendByChannelAndTextsHold) {
+  Attribute& tint = make({QStringLiteral("Tint"), color, {}, {}});
+  tint.addTimepoint(0, Color{0, 1, 0.5, 1});
+  tint.addTimepoint(2, Color{1, 0, 0.5, 0});
+  EXPECT_EQ(tint.valueAtTimepoint(1), AttributeValue(Color{0.5, 0.5, 0.5, 0.5}));
+  const PropertyArray curves = tint.keyFrameInformation();
+  ASSERT_EQ(curves.size(), 3);
+  EXPECT_EQ(points(curves[1].array()), (QList<std::pair<double, double>>{{0, 1}, {2, 0}}));
+  EXPECT_TRUE(tint.keyFrameValuesForMultiplexer().isEmpty());
+
+  Attribute& text = make({QStringLiteral("Text"), string, QStringLiteral("x"), {}});
+  text.addTimepoint(1, QStringLiteral("a"));
+  text.addTimepoint(3, QStringLiteral("b"));
+  EXPECT_EQ(text.valueAtTimepoint(2.9), AttributeValue(QStringLiteral("a")));
+  EXPECT_EQ(points(text.keyFrameInformation()),
+            (QList<std::pair<double, double>>{{0, 0}, {1, 0}, {3, 0}, {3, 1}}));
+  EXPECT_EQ(text.keyFrameValuesForMultiplexer(),
+            (PropertyArray{QStringLiteral("a"), QStringLiteral("b")}));
+}
+
+TEST_F(AttributeOf, NumberCurvesStartAtZeroWithControlsHalfWay) {
+  Attribute& attribute = make({QStringLiteral("Amount"), number, {}, {}});
+  attribute.addTimepoint(0.5, 1.0);
+  attribute.addTimepoint(1.5, 3.0);
+  const PropertyArray curve = attribute.keyFrameInformation();
+  EXPECT_EQ(points(curve), (QList<std::pair<double, double>>{{0, 1}, {0.5, 1}, {1.5, 3}}));
+  const auto control = [&](qsizetype i, QStringView side) {
+    return curve[i].dictionary().value(side).dictionary().value(u"time").toDouble();
+  };
+  EXPECT_EQ(control(0, u"rc"), 0);
+  EXPECT_EQ(control(1, u"lc"), -0.25);
+  EXPECT_EQ(control(1, u"rc"), 0.5);
+  EXPECT_EQ(control(2, u"lc"), -0.5);
+  EXPECT_EQ(control(2, u"rc"), 0);
+  EXPECT_EQ(curve[0].dictionary().value(u"fixedControls"), PropertyValue(true));
+}
+
+TEST_F(AttributeOf, IndexCurvesJump) {
+  Attribute& attribute = make({QStringLiteral("Choice"), index, 1, {}});
+  EXPECT_EQ(attribute.type(), AttributeType::Index);
+  attribute.addTimepoint(1, qint64(4));
+  attribute.addTimepoint(2, qint64(4));
+  attribute.addTimepoint(3, qint64(5));
+  // The jump to the first value comes from no value at all.
+  EXPECT_EQ(points(attribute.keyFrameInformation()),
+            (QList<std::pair<double, double>>{{0, 4}, {1, -99}, {1, 4}, {2, 4}, {3, 4}, {3, 5}}));
+  EXPECT_FALSE(
+      attribute.keyFrameInformation()[1].dictionary().value(u"kf").dictionary().contains(u"value"));
+}
+
+TEST_F(AttributeOf, MarginsAreTakenOffTheOrigin) {
+  make({QStringLiteral("Amount"), number, {}, {}});
+  m_component->setOriginX(100);
+  m_component->setOriginY(50);
+  m_component->setMarginX(12);
+  const auto adjusted = [&](const char* key) {
+    return m_component->attributeForKey(QString::fromLatin1(key))
+        ->marginAdjustedValueForTimepoint(noTimepoint);
+  };
+  EXPECT_EQ(adjusted("originX"), AttributeValue(88.0));
+  EXPECT_EQ(adjusted("originY"), AttributeValue(50.0));
+  m_component->setMarginX(-5);
+  EXPECT_EQ(adjusted("originX"), AttributeValue(100.0));
+}
+
+TEST_F(AttributeOf, RichFontsGatherTheirGroup) {
+  const QString path = m_files.writeComponent(
+      QStringLiteral("rich.qtz"),
+      {{QStringLiteral("Head_Rich_Font_Name"), string, QStringLiteral("Inter"), {}},
+       {QStringLiteral("Head_Rich_Font_Size"), number, 40.0, {}},
+       {QStringLiteral("Rich_Font_Size"), number, 1.0, {}},
+       {QStringLiteral("Other_Font_Size"), number, 1.0, {}}});
+  QStringList warnings;
+  m_component = m_graphic->addComponenWithQuartzCompositionFile(path, {}, warnings);
+  ASSERT_NE(m_component, nullptr);
+  EXPECT_EQ(m_component->attributes().size(), 1u + 9u);
+  const Attribute& attribute = *m_component->attributes().front();
+  EXPECT_EQ(attribute.type(), AttributeType::RichFont);
+  EXPECT_EQ(attribute.title(), QStringLiteral("Rich Font"));
+  const AttributeValue value = attribute.currentValue();
+  const auto& font = **value.as<std::shared_ptr<const RichFontValue>>();
+  EXPECT_EQ(font.keyPattern(), QStringLiteral("Head_%@"));
+  EXPECT_EQ(font.font(), (FontValue{QStringLiteral("Inter"), 40}));
+  EXPECT_EQ(attribute.quartzValues().value(u"Head_Rich_Font_Size"), PropertyValue(40.0));
+}
+
+}  // namespace model
