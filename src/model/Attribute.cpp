@@ -199,7 +199,7 @@ PropertyArray Attribute::keyFrameInformation() const {
         QList<CurvePoint> single = points;
         for (CurvePoint& point : single)
           point.value = PropertyValue(point.value.dictionary()[channel]);
-        curves.append(smoothCurve(single));
+        curves.append(PropertyValue(smoothCurve(single)));  // as one element
       }
       return curves;
     }

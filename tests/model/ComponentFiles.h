@@ -3,6 +3,7 @@
 #include <QTemporaryDir>
 
 #include "model/Composition.h"
+#include "model/StandardComponents.h"
 #include "quartz/QuartzComposition.h"
 
 namespace model {
