@@ -4,27 +4,17 @@
 
 namespace runtime {
 
-/// Draws on the CPU through the toolkit's raster painter. Needs no driver and no display, and gives
-/// the same bytes on every machine.
+/// Draws on the CPU, mostly through the toolkit's raster painter. Needs no driver and no display,
+/// and gives the same bytes on every machine. Any thread may draw, but only tasks of
+/// QThreadPool::globalInstance() draw at full speed: elsewhere the toolkit cuts every fill into
+/// jobs for that pool and waits for them. See FrameDrawer.
 class RasterBackend : public DrawBackend {
  public:
   void draw(const DrawList& list, QImage& target) override;
-};
-
-/// An image that is a drawn list: the result of a render-in-image patch. Pixels are drawn when
-/// first asked for.
-class DrawnImage : public ImageSource {
- public:
-  /// Drawn over `before` where given, else over transparent black.
-  DrawnImage(DrawList list, const QSize& size, QImage before = {});
-  [[nodiscard]] QRect extent() const override { return {QPoint(), m_size}; }
-  [[nodiscard]] QImage pixels(const QRect& area) const override;
-  [[nodiscard]] const DrawList& list() const { return m_list; }
-
- private:
-  DrawList m_list;
-  QSize m_size;
-  QImage m_before;
+  /// Draws only the part of the picture within `area` (pixels, rows downwards): the same bytes
+  /// there as if all were drawn. Areas that do not overlap may be drawn by several threads at once
+  /// onto the same pixels, each through an image of its own around them.
+  void drawArea(const DrawList& list, QImage& target, const QRect& area);
 };
 
 }  // namespace runtime

@@ -1,6 +1,6 @@
 #include "runtime/Execution.h"
 #include "runtime/PatchRegistry.h"
-#include "runtime/draw/RasterBackend.h"
+#include "runtime/draw/DrawnImage.h"
 #include "runtime/patches/AllPatches.h"
 
 namespace runtime::patches {
