@@ -7,9 +7,8 @@
 
 namespace runtime {
 
-int GlyphOutlines::add(const TextLines::Line& line, const QPointF& origin, QPainterPath& path,
-                       std::vector<TextLayout::Picture>& pictures) {
-  path.setFillRule(Qt::WindingFill);  // glyphs that touch unite
+int GlyphOutlines::add(const TextLines::Line& line, const QPointF& origin, TextLayout& layout) {
+  m_lastBox = {};
   const double baseline = line.line.y() + line.line.ascent();
   int count = 0;
   for (const QGlyphRun& run : line.line.glyphRuns()) {
@@ -24,14 +23,27 @@ int GlyphOutlines::add(const TextLines::Line& line, const QPointF& origin, QPain
       at = origin + at * m_scale;
       m_hasMissingGlyph |= glyphs[i] == 0;
       if (isColored(font)) {
-        pictures.push_back(picture(font, glyphs[i], at));
+        layout.pictures.push_back(picture(font, glyphs[i], at));
         continue;
       }
       const QTransform transform(m_scale, 0, 0, m_scale, at.x(), at.y());
-      path.addPath(transform.map(font.pathForGlyph(glyphs[i])));
+      addOutline(transform.map(font.pathForGlyph(glyphs[i])), layout);
     }
   }
   return count;
+}
+
+void GlyphOutlines::addOutline(QPainterPath outline, TextLayout& layout) {
+  if (outline.isEmpty()) return;
+  const QRectF box = outline.controlPointRect();
+  if (m_lastBox.intersects(box)) {
+    layout.outlines.back().addPath(outline);
+    m_lastBox |= box;
+    return;
+  }
+  outline.setFillRule(Qt::WindingFill);  // touching glyphs unite
+  layout.outlines.push_back(std::move(outline));
+  m_lastBox = box;
 }
 
 bool GlyphOutlines::isColored(const QRawFont& font) {

@@ -49,9 +49,7 @@ void place(TextLayout& layout, const TextLines& lines, const TextStyle& style) {
     const double space = width - line.width;
     const QPointF origin(space * freeSpaceShare(style.horizontal, line.isRightToLeft),
                          std::round(top + line.baseline));
-    QPainterPath path;
-    layout.glyphCount += outlines.add(line, origin, path, layout.pictures);
-    if (!path.isEmpty()) layout.lines.push_back(std::move(path));
+    layout.glyphCount += outlines.add(line, origin, layout);
   }
   layout.lineCount = static_cast<int>(lines.lines().size());
   if (outlines.hasMissingGlyph()) layout.problem = lines.missingCharacters();

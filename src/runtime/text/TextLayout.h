@@ -34,12 +34,12 @@ struct TextLayout {
     QRectF place;
   };
 
-  QSize size{0, 0};                 ///< of the image; empty when there is nothing to show
-  std::vector<QPainterPath> lines;  ///< outlines to be filled white, one path a line
-  std::vector<Picture> pictures;    ///< colour glyphs
-  int lineCount = 0;                ///< visible lines
-  int glyphCount = 0;               ///< their glyphs, spaces among them
-  QString problem;                  ///< what a person should know; empty when all is well
+  QSize size{0, 0};                    ///< of the image; empty when there is nothing to show
+  std::vector<QPainterPath> outlines;  ///< to be filled white; glyphs that touch are one
+  std::vector<Picture> pictures;       ///< colour glyphs
+  int lineCount = 0;                   ///< visible lines
+  int glyphCount = 0;                  ///< their glyphs, spaces among them
+  QString problem;                     ///< what a person should know; empty when all is well
 
   /// Sets the text. A text that would need more pixels than the limit has no size, only a problem.
   [[nodiscard]] static TextLayout make(const QString& text, const TextStyle& style,
