@@ -11,7 +11,7 @@ namespace runtime {
 namespace {
 
 /// More is never seen: a full picture of 6-pixel type holds 90,000 characters.
-constexpr qsizetype characterLimit = 200'000;
+constexpr qsizetype characterLimit = 100'000;
 constexpr int sideLimit = 32'767;  // of a raster image
 /// So much may the last line stick out below a given height: whole pixels are shown anyway.
 constexpr double heightTolerance = 0.5;

@@ -1,6 +1,7 @@
 #include "runtime/text/TextLines.h"
 
 #include <QGlyphRun>
+#include <QHash>
 #include <QSet>
 #include <QtEndian>
 #include <algorithm>
@@ -63,9 +64,10 @@ QTextOption TextLines::option(bool rightToLeft) const {
 QList<QTextLayout::FormatRange> TextLines::formats(const QString& text,
                                                    const QList<TextSpan>& emoji) const {
   QList<QTextLayout::FormatRange> formats;
+  QHash<QString, QTextCharFormat> known;
   const auto add = [&](const TextSpan& span, const QString& family) {
-    QTextCharFormat format;
-    format.setFont(FontResolver::withFamilyFirst(m_font, family));
+    QTextCharFormat& format = known[family];
+    if (format.isEmpty()) format.setFont(FontResolver::withFamilyFirst(m_font, family));
     formats.append({static_cast<int>(span.start), static_cast<int>(span.length), format});
   };
   for (const FontSpan& span : scriptSpans(text, m_font.families().constFirst()))
