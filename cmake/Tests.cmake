@@ -10,6 +10,7 @@ function(add_layer_tests name)
   endif()
   add_executable(test_${name} ${sources})
   target_link_libraries(test_${name} PRIVATE ${ARG_USES} test_support GTest::gmock tessary_options)
+  target_compile_definitions(test_${name} PRIVATE TESSARY_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
   target_precompile_headers(test_${name} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/Precompiled.h
                             <gtest/gtest.h>)
   add_test(NAME ${name} COMMAND test_${name})

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QDir>
-#include <QFileInfo>
 #include <QStringList>
 
 namespace support {
@@ -10,10 +9,7 @@ namespace support {
 /// tree. Empty when there is neither.
 inline QStringList samplePaths() {
   QString folder = qEnvironmentVariable("TESSARY_SAMPLES");
-  if (folder.isEmpty()) {
-    const QDir support = QFileInfo(QStringLiteral(__FILE__)).dir();
-    folder = support.filePath(QStringLiteral("../../../shared/samples/qtz"));
-  }
+  if (folder.isEmpty()) folder = QStringLiteral(TESSARY_SOURCE_DIR "/../shared/samples/qtz");
   QStringList paths;
   const QDir dir(folder);
   for (const QString& name : dir.entryList({QStringLiteral("*.qtz")}, QDir::Files, QDir::Name))
