@@ -36,7 +36,12 @@ Result<QJsonValue> valueFromFile(const QString& path, int depth) {
 Result<QJsonValue> included(const QJsonObject& object, const QString& file, int depth) {
   const QString name = object.value(QLatin1String("include")).toString();
   auto value = valueFromFile(QFileInfo(file).dir().filePath(name), depth + 1);
-  if (!value || object.size() == 1) return value;
+  if (!value) {
+    foundation::Error error = value.error();
+    error.message += QStringLiteral(", included from %1").arg(QFileInfo(file).fileName());
+    return tl::unexpected(error);
+  }
+  if (object.size() == 1) return value;
   if (!value->isObject())
     return failure(QStringLiteral("fields beside an include need an object in %1").arg(name), file);
   QJsonObject merged = value->toObject();
