@@ -84,6 +84,7 @@ DrawList CompositionInstance::evaluate(double time, const Destination& destinati
     if (m_compiled->scopes()[i].offscreenMacro < 0) scope.context = context;
     scope.context.list = nullptr;
     scope.forcedTime.reset();
+    scope.pass = m_pass;
   }
   runScope(0, context);
   for (const PublishedPort& output : m_compiled->outputs()) pull(output.node);
@@ -129,8 +130,10 @@ void CompositionInstance::pull(int index) {
   if (offscreen >= 0 && !m_nodes[static_cast<size_t>(offscreen)].running) pull(offscreen);
 
   NodeMemory& mem = memory(index);
-  if (mem.checkedPass == m_pass) return;
-  mem.checkedPass = m_pass;
+  // What stands outside an iterator is not run again because that has run.
+  const quint64 pass = m_scopes[static_cast<size_t>(compiledNode.scope)].pass;
+  if (mem.checkedPass == pass) return;
+  mem.checkedPass = pass;
   const Destination& destination = contextOf(compiledNode.scope).destination;
   if (compiledNode.isVolatile) {
     m_animated = true;
@@ -208,7 +211,7 @@ void CompositionInstance::runConsumer(int index) {
     Execution x(*this, index, mem);
     mem.evaluator->pullInputs(x);
     run(index, mem);
-    mem.checkedPass = m_pass;
+    mem.checkedPass = m_scopes[static_cast<size_t>(compiledNode.scope)].pass;
   }
   state.running = false;
 }
@@ -216,6 +219,8 @@ void CompositionInstance::runConsumer(int index) {
 void CompositionInstance::runScope(int scope, const ContentContext& context) {
   const CompiledScope& compiledScope = m_compiled->scopes()[static_cast<size_t>(scope)];
   m_scopes[static_cast<size_t>(scope)].context = context;
+  m_scopes[static_cast<size_t>(scope)].lastRunFrame = m_frame;
+  (void)scopeTime(scope);  // a local time base starts when its macro does
   for (const int inner : m_compiled->scopes()[static_cast<size_t>(scope)].inner) {
     // Content of processor macros sees the surroundings of the macro.
     const CompiledScope& below = m_compiled->scopes()[static_cast<size_t>(inner)];
@@ -245,26 +250,40 @@ bool CompositionInstance::enterIteration(int scope, qint64 index, qint64 count) 
   const auto [place, isNew] = state.slots.try_emplace({outer, own}, m_slotCount);
   if (isNew) ++m_slotCount;
   if (!hasOwn) m_sharedSlots.insert(place->second);
-  setSlot(scope, place->second);
+  setSlot(scope, place->second, ++m_pass);
   state.iterationIndex = index;
   state.iterationCount = count;
-  ++m_pass;
   return true;
 }
 
-void CompositionInstance::setSlot(int scope, size_t slot) {
-  m_scopes[static_cast<size_t>(scope)].slot = slot;
-  for (const int inner : m_compiled->scopes()[static_cast<size_t>(scope)].inner)
-    m_scopes[static_cast<size_t>(inner)].slot = slot;
+void CompositionInstance::setSlot(int scope, size_t slot, quint64 pass) {
+  const auto set = [&](int index) {
+    m_scopes[static_cast<size_t>(index)].slot = slot;
+    m_scopes[static_cast<size_t>(index)].pass = pass;
+  };
+  set(scope);
+  for (const int inner : m_compiled->scopes()[static_cast<size_t>(scope)].inner) set(inner);
 }
 
 void CompositionInstance::leaveIterations(int scope) {
-  // The slot of the last pass stays: outputs read from outside are those of that pass.
+  // Slot and pass of the last run stay: outputs read from outside are those of that run.
   m_scopes[static_cast<size_t>(scope)].forcedTime.reset();
-  ++m_pass;
+}
+
+bool CompositionInstance::isRunning(int scope) const {
+  for (int s = scope; s >= 0; s = m_compiled->scopes()[static_cast<size_t>(s)].parent) {
+    const int macro = m_compiled->scopes()[static_cast<size_t>(s)].macro;
+    const bool runsAsWhole =
+        macro >= 0 && (node(macro).isConsumer ||
+                       (node(macro).patchClass && node(macro).patchClass->drawsOffscreen));
+    if (runsAsWhole && m_scopes[static_cast<size_t>(s)].lastRunFrame != m_frame) return false;
+  }
+  return true;
 }
 
 void CompositionInstance::keepFeedback(int scope) {
+  // What is switched off keeps what it has.
+  if (!isRunning(scope)) return;
   const CompiledScope& compiledScope = m_compiled->scopes()[static_cast<size_t>(scope)];
   for (auto it = compiledScope.feedback.begin(); it != compiledScope.feedback.end(); ++it) {
     pull(it->node);
@@ -277,7 +296,7 @@ void CompositionInstance::keepFeedback(int scope) {
 double CompositionInstance::scopeTime(int scope) {
   ScopeState& state = m_scopes[static_cast<size_t>(scope)];
   if (state.forcedTime) return *state.forcedTime;
-  if (state.timePass == m_pass) return state.time;
+  if (state.timePass == state.pass) return state.time;
   const CompiledScope& compiledScope = m_compiled->scopes()[static_cast<size_t>(scope)];
   double time = m_time;
   if (compiledScope.macro >= 0) {
@@ -288,7 +307,7 @@ double CompositionInstance::scopeTime(int scope) {
                      state.lastUsedFrame, state.localStart);
   }
   state.time = time;
-  state.timePass = m_pass;
+  state.timePass = state.pass;
   return time;
 }
 

@@ -65,6 +65,8 @@ class CompositionInstance {
     qint64 iterationIndex = 0;
     qint64 iterationCount = 0;
     std::map<std::pair<size_t, qint64>, size_t> slots;  ///< (outer slot, index) → slot, iterators
+    quint64 pass = 0;  ///< the run of its content that is going on: what is up to date
+    quint64 lastRunFrame = 0;
     quint64 timePass = 0;
     double time = 0;
     std::optional<double> forcedTime;
@@ -84,12 +86,13 @@ class CompositionInstance {
   void runScope(int scope, const ContentContext& context);
   bool enterIteration(int scope, qint64 index, qint64 count);
   void leaveIterations(int scope);
-  void setSlot(int scope, size_t slot);
   /// The nodes' memory serves several iterations of one frame.
   [[nodiscard]] bool isSharedSlot(int scope) const {
     return m_sharedSlots.contains(m_scopes[static_cast<size_t>(scope)].slot);
   }
+  void setSlot(int scope, size_t slot, quint64 pass);
   void keepFeedback(int scope);
+  [[nodiscard]] bool isRunning(int scope) const;
   [[nodiscard]] double scopeTime(int scope);
   [[nodiscard]] double nodeTime(int node, NodeMemory& memory);
   [[nodiscard]] double basedTime(TimeBase base, double parent, const NodeMemory* memory,
@@ -106,7 +109,7 @@ class CompositionInstance {
   QStringList m_findings;
   double m_time = 0;
   quint64 m_frame = 1;      ///< number of the frame; the first is 2, so that 0 means never
-  quint64 m_pass = 0;       ///< grows with every frame and iteration: what is up to date
+  quint64 m_pass = 0;       ///< grows with every frame and iteration
   quint64 m_version = 0;    ///< grows with every change of a value
   quint64 m_hostEpoch = 0;  ///< grows when the host sets an input
   qint64 m_iterations = 0;

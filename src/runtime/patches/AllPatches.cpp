@@ -20,6 +20,10 @@ void registerAll(PatchRegistry& registry) {
   registerMemoryPatches(registry);
   registerFeedbackPatch(registry);
   registerDifferentialPatches(registry);
+  registerPhysicsPatches(registry);
+  registerTransformMacros(registry);
+  registerEnvironmentMacros(registry);
+  registerAnchorPatches(registry);
   registerStopframesPlugIn(registry);
   registerColorPatches(registry);
   registerStringPatches(registry);
