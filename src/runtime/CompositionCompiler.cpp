@@ -111,8 +111,9 @@ int CompositionCompiler::compileNode(const QuartzPatch& patch, int scope, const 
   if (node.patchClass) {
     node.ports = node.patchClass->ports;
     if (node.patchClass->addPorts) node.patchClass->addPorts(description, node.ports);
-    node.isConsumer =
-        node.patchClass->kind == PatchClass::Kind::Consumer || node.patchClass->alwaysConsumer;
+    node.isConsumer = node.patchClass->kind == PatchClass::Kind::Consumer ||
+                      node.patchClass->alwaysConsumer ||
+                      (node.patchClass->drawsWhen && node.patchClass->drawsWhen(description));
   }
   if (!isVirtual)
     countUse(description.className, description.identifier, node.patchClass != nullptr, node.path);

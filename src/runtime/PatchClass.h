@@ -79,6 +79,8 @@ struct PatchClass {
   bool alwaysConsumer = false;  ///< a macro that draws whatever it holds
   bool drawsOffscreen = false;  ///< a macro whose content has a destination of its own
   bool repeatsContent = false;  ///< a macro that runs its content several times in a frame
+  /// A class whose nodes draw or not, as their state says; none: as the kind says.
+  std::function<bool(const NodeDescription&)> drawsWhen = {};
   /// Adds the ports that the state creates, after the built-in ones.
   std::function<void(const NodeDescription&, PatchPorts&)> addPorts = {};
   std::function<std::unique_ptr<PatchEvaluator>(const NodeDescription&)> make = {};

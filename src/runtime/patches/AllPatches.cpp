@@ -24,6 +24,12 @@ void registerAll(PatchRegistry& registry) {
   registerTransformMacros(registry);
   registerEnvironmentMacros(registry);
   registerAnchorPatches(registry);
+  registerInputDevicePatches(registry);
+  registerHostInfoPatches(registry);
+  registerNetworkPatches(registry);
+  registerSolidPatches(registry);
+  registerCompositionLoaderPatch(registry);
+  registerFilePatches(registry);
   registerStopframesPlugIn(registry);
   registerColorPatches(registry);
   registerStringPatches(registry);
