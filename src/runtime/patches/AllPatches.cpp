@@ -30,6 +30,8 @@ void registerAll(PatchRegistry& registry) {
   registerSolidPatches(registry);
   registerCompositionLoaderPatch(registry);
   registerFilePatches(registry);
+  registerParticleSystemPatch(registry);
+  registerLinesPatch(registry);
   registerStopframesPlugIn(registry);
   registerColorPatches(registry);
   registerStringPatches(registry);

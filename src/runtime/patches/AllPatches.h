@@ -36,6 +36,8 @@ void registerNetworkPatches(PatchRegistry& registry);
 void registerSolidPatches(PatchRegistry& registry);
 void registerCompositionLoaderPatch(PatchRegistry& registry);
 void registerFilePatches(PatchRegistry& registry);
+void registerParticleSystemPatch(PatchRegistry& registry);
+void registerLinesPatch(PatchRegistry& registry);
 void registerStopframesPlugIn(PatchRegistry& registry);
 void registerColorPatches(PatchRegistry& registry);
 void registerStringPatches(PatchRegistry& registry);
