@@ -223,6 +223,27 @@ TEST(LinesPatch, joinsTwoSegments) {
   EXPECT_TRUE(isNear(std::get<runtime::LineItem>(list.items[1]).start, {-0.5F, 0.5F, 0}));
 }
 
+TEST(MeshPatches, structuresBecomeAMeshAndBadIndicesAreLeftOut) {
+  using List = foundation::PropertyArray;
+  GraphBuilder g;
+  const QString creator =
+      g.node("QCMeshCreator", {},
+             {{"inputVertices", List{List{0.0, 0.0, 0.0}, List{1.0, 0.0, 0.0},
+                                     Dictionary{{"X", 0.0}, {"Y", 1.0}, {"Z", 0.0}}}},
+              {"inputIndices", List{0.0, 1.0, 2.0, 0.0, 1.0, 7.0, -1.0}}});
+  const QString transform = g.node("QCMeshTransform", {}, {{"inputTransform_TranslateZ", 2.0}});
+  const QString renderer = g.node("QCMeshRenderer");
+  g.connect(creator, "outputMesh", transform, "inputMesh");
+  g.connect(transform, "outputMesh", renderer, "inputMesh");
+  g.node("QCMeshRenderer");  // without a mesh: nothing
+  const auto list = g.renderer()->renderAtTime(0, {16, 9});
+  ASSERT_EQ(list.items.size(), 1U);
+  const runtime::Mesh& mesh = *std::get<runtime::MeshItem>(list.items[0]).mesh;
+  EXPECT_EQ(mesh.indices, (std::vector<quint32>{0, 1, 2}));
+  EXPECT_TRUE(isNear(mesh.vertices[2], {0, 1, 2}));
+  EXPECT_TRUE(isNear(mesh.normals[0], {0, 0, 1}));
+}
+
 TEST(InputDevicePatches, mouseAndKeysComeFromTheFramesArguments) {
   GraphBuilder g;
   const QString mouse = g.node("QCMouse");

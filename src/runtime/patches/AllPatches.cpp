@@ -32,6 +32,7 @@ void registerAll(PatchRegistry& registry) {
   registerFilePatches(registry);
   registerParticleSystemPatch(registry);
   registerLinesPatch(registry);
+  registerMeshPatches(registry);
   registerStopframesPlugIn(registry);
   registerColorPatches(registry);
   registerStringPatches(registry);

@@ -38,6 +38,7 @@ void registerCompositionLoaderPatch(PatchRegistry& registry);
 void registerFilePatches(PatchRegistry& registry);
 void registerParticleSystemPatch(PatchRegistry& registry);
 void registerLinesPatch(PatchRegistry& registry);
+void registerMeshPatches(PatchRegistry& registry);
 void registerStopframesPlugIn(PatchRegistry& registry);
 void registerColorPatches(PatchRegistry& registry);
 void registerStringPatches(PatchRegistry& registry);
