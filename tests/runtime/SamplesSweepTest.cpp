@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <iostream>
@@ -12,7 +13,7 @@ namespace {
 QStringList samples() {
   QString folder = qEnvironmentVariable("TESSARY_SAMPLES");
   if (folder.isEmpty()) {
-    QDir root = QFileInfo(QStringLiteral(__FILE__)).dir();
+    QDir root(QCoreApplication::applicationDirPath());
     for (int up = 0; up < 6 && !root.exists(QStringLiteral("shared/samples/qtz")); ++up)
       root.cdUp();
     folder = root.filePath(QStringLiteral("shared/samples/qtz"));

@@ -132,6 +132,7 @@ void registerCompositionLoaderPatch(PatchRegistry& registry) {
       {.className = QStringLiteral("QCPatchRenderer"),
        .title = QStringLiteral("Composition Loader"),
        .timeMode = PatchClass::TimeMode::TimeBase,
+       .memory = PatchClass::Memory::Shared,
        .ports = {{stringPort("inputPath", "", "Composition Location")}, {}},
        .dynamicPorts = QStringLiteral("the listed ports of the composition, _protocolInput_X …"),
        .status = QStringLiteral("lighting and colour masks around it do not reach in"),

@@ -2,6 +2,8 @@
 
 #include <cmath>
 #include <functional>
+#include <map>
+#include <mutex>
 #include <numbers>
 
 namespace runtime::patches {
@@ -24,7 +26,7 @@ void addSurface(Mesh& mesh, int columns, int rows, const Surface& surface) {
       const QVector3D along = surface(u + step, inner) - surface(u - step, inner);
       const QVector3D up = surface(u, inner + step) - surface(u, inner - step);
       mesh.vertices.push_back(surface(u, v));
-      mesh.normals.push_back(QVector3D::crossProduct(along, up).normalized());
+      mesh.normals.push_back(QVector3D::crossProduct(along / step, up / step).normalized());
       mesh.textureCoordinates.emplace_back(u, v);
     }
   const auto stride = static_cast<quint32>(columns + 1);
@@ -89,12 +91,20 @@ SharedMesh squareMesh() {
 }
 
 SharedMesh sphereMesh(int slices, int stacks) {
+  // The spheres of an iterator are one mesh.
+  static std::mutex mutex;
+  static std::map<std::pair<int, int>, std::weak_ptr<const Mesh>> known;
+  const std::lock_guard lock(mutex);
+  std::weak_ptr<const Mesh>& place = known[{slices, stacks}];
+  if (SharedMesh mesh = place.lock()) return mesh;
   Mesh mesh;
   addSurface(mesh, slices, stacks, [](float u, float v) {
     const float latitude = std::numbers::pi_v<float> * (v - 0.5F);
     return around(u, 0.5F * std::cos(latitude), 0.5F * std::sin(latitude));
   });
-  return shared(std::move(mesh));
+  const SharedMesh made = shared(std::move(mesh));
+  place = made;
+  return made;
 }
 
 SharedMesh cylinderMesh(int slices, int stacks, float base, float top) {
