@@ -44,6 +44,7 @@ void registerAll(PatchRegistry& registry) {
   registerImageSourcePatches(registry);
   registerImageFactPatches(registry);
   registerImageUsePatches(registry);
+  registerImageKernelPatch(registry);
 }
 
 }  // namespace runtime::patches

@@ -50,5 +50,6 @@ void registerJavaScriptPatch(PatchRegistry& registry);
 void registerImageSourcePatches(PatchRegistry& registry);
 void registerImageFactPatches(PatchRegistry& registry);
 void registerImageUsePatches(PatchRegistry& registry);
+void registerImageKernelPatch(PatchRegistry& registry);
 
 }  // namespace runtime::patches
