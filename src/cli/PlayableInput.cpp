@@ -1,28 +1,56 @@
 #include "cli/PlayableInput.h"
 
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include "model/VideoModes.h"
+
 namespace cli {
 
 namespace {
 
-tl::expected<PlayableInput, PlayableInput::Failure> fromComposition(
-    const quartz::QuartzComposition& composition, const QString& path) {
-  auto compiled = runtime::CompiledComposition::compile(composition, path);
-  if (!compiled)
-    return tl::unexpected(PlayableInput::Failure{ExitStatus::InputUnreadable, compiled.error()});
+using Loaded = tl::expected<PlayableInput, LoadFailure>;
+
+Loaded fromComposition(const QString& path) {
+  const auto composition = quartz::QuartzComposition::compositionWithFile(path);
+  if (!composition)
+    return tl::unexpected(LoadFailure{ExitStatus::InputUnreadable, composition.error()});
+  auto compiled = runtime::CompiledComposition::compile(**composition, path);
+  if (!compiled) return tl::unexpected(LoadFailure{ExitStatus::InputUnreadable, compiled.error()});
   PlayableInput input;
   input.renderer = std::make_unique<runtime::CompositionRenderer>(*compiled);
-  input.summary = CompositionSummary::of(composition);
+  input.summary = CompositionSummary::of(**composition);
+  return input;
+}
+
+/// What goes on air is the export, so that is what is played.
+Loaded fromDocument(const QString& path, bool background) {
+  auto document = DocumentLoader::load(path);
+  if (!document) return tl::unexpected(document.error());
+  const QTemporaryDir folder;
+  const QString exported = folder.filePath(QStringLiteral("Composition.qtz"));
+  if (const auto done = document->composition->exportToPath(
+          exported, background ? model::Composition::Background::Include
+                               : model::Composition::Background::Exclude);
+      !done)
+    return tl::unexpected(LoadFailure{ExitStatus::OutputFailed, done.error()});
+  Loaded input = fromComposition(exported);
+  if (!input) return input;
+  input->renderer->userInfo().insert(QStringLiteral("baseFolder"),
+                                     QFileInfo(path).absolutePath());
+  input->drawsBackground =
+      background && document->composition->backgroundMode() != model::BackgroundMode::None;
+  input->findings = document->warnings;
+  input->rate = frameRate(document->composition->videoResolution().frameRate());
   return input;
 }
 
 }  // namespace
 
-tl::expected<PlayableInput, PlayableInput::Failure> PlayableInput::load(const QString& path,
-                                                                        bool /*background*/) {
-  const auto composition = quartz::QuartzComposition::compositionWithFile(path);
-  if (!composition)
-    return tl::unexpected(Failure{ExitStatus::InputUnreadable, composition.error()});
-  return fromComposition(**composition, path);
+Loaded PlayableInput::load(const QString& path, bool background) {
+  return path.endsWith(QLatin1String(".json"), Qt::CaseInsensitive)
+             ? fromDocument(path, background)
+             : fromComposition(path);
 }
 
 }  // namespace cli

@@ -2,9 +2,7 @@
 
 #include <cmath>
 
-#if __has_include("model/VideoResolution.h")
 #include "model/VideoResolution.h"
-#endif
 
 namespace cli {
 
@@ -38,6 +36,13 @@ std::optional<FrameRate> FrameRate::fromText(const QString& text) {
   if (!ok || !(rate > 0) || rate > 1000) return {};
   if (rate == std::floor(rate)) return FrameRate{static_cast<qint64>(rate), 1};
   return FrameRate{std::llround(rate * 1000), 1000};
+}
+
+FrameRate frameRate(model::FrameRateCode code) {
+  static const FrameRate rates[] = {{24000, 1001}, {24, 1}, {25, 1},       {30000, 1001}, {30, 1},
+                                    {50, 1},       {60000, 1001}, {60, 1}};
+  const auto index = static_cast<size_t>(code);
+  return index < std::size(rates) ? rates[index] : FrameRate{};
 }
 
 std::unique_ptr<CommandOptions> RenderOptions::syntax() {
@@ -90,16 +95,14 @@ foundation::Result<QSize> pictureSize(const QString& text) {
 }
 
 foundation::Result<void> readFormat(const CommandOptions& options, RenderOptions& r) {
-#if __has_include("model/VideoResolution.h")
   if (options.isSet(QStringLiteral("mode"))) {
     const QString name = options.text(QStringLiteral("mode"));
     const auto format = model::VideoResolution::videoResolutionForBroadcastMode(name);
     if (format.width() == 0)
       return failure(QStringLiteral("there is no video format '%1'").arg(name));
     r.size = QSize(format.width(), format.height());
-    r.rate = FrameRate::fromText(QString::fromLatin1(format.frameRateText()));
+    r.rate = frameRate(format.frameRate());
   }
-#endif
   if (options.isSet(QStringLiteral("size"))) {
     const auto size = pictureSize(options.text(QStringLiteral("size")));
     if (!size) return tl::unexpected(size.error());

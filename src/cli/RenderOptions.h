@@ -6,6 +6,7 @@
 
 #include "cli/CommandOptions.h"
 #include "cli/PixelFormat.h"
+#include "model/VideoModes.h"
 
 namespace cli {
 
@@ -21,6 +22,9 @@ struct FrameRate {
   /// "25", "29.97" (30000/1001), "60000/1001". Nothing for other texts and rates out of 0…1000.
   [[nodiscard]] static std::optional<FrameRate> fromText(const QString& text);
 };
+
+/// The rate of a video format; 25 where it is unknown.
+[[nodiscard]] FrameRate frameRate(model::FrameRateCode code);
 
 /// What `tessary render` was asked to do.
 struct RenderOptions {
