@@ -139,7 +139,7 @@ void registerJavaScriptPatch(PatchRegistry& registry) {
        .status = QStringLiteral(
            "colours and meshes can only be passed on, as images; variables that a script of the "
            "old kind declares with var do not live on; Math.random repeats itself from one "
-           "rendering to the next"),
+           "rendering to the next; Log writes nothing"),
        .addPorts = addScriptPorts,
        .make = makeFromNode<JavaScriptEvaluator>});
 }

@@ -5,7 +5,8 @@ namespace runtime::script {
 namespace {
 
 /// Takes the machine's clock and random numbers away and closes the global object: a script can
-/// leave nothing there that another would find.
+/// leave nothing there that another would find. Log, which scripts call while they are written,
+/// goes nowhere.
 QString prelude() {
   return QStringLiteral(R"((function (global) {
     var MachineDate = Date, RealMath = Math, now = 0;
@@ -21,6 +22,7 @@ QString prelude() {
     Date_.UTC = MachineDate.UTC;
     Date_.now = function () { return now; };
     global.Date = Date_;
+    global.Log = function () {};
     Object.preventExtensions(global);
 
     function seededMath(seed) {

@@ -54,12 +54,15 @@ QList<ScriptParameter> parameters(const QString& list) {
 
 /// What the script assigns without declaring it lives as long as the script, but is its own.
 QString declarations(const ScriptTokens& tokens) {
-  static const QStringList kept = {
-      QStringLiteral("Math"),   QStringLiteral("Date"),   QStringLiteral("Array"),
-      QStringLiteral("Object"), QStringLiteral("String"), QStringLiteral("Number"),
-      QStringLiteral("JSON"),   QStringLiteral("this"),   QStringLiteral("arguments"),
-      QStringLiteral("eval"),   QStringLiteral("in"),     QStringLiteral("of"),
-      QStringLiteral("typeof"), QStringLiteral("return"), QStringLiteral("main")};
+  // Words of the language may follow "++", as in "n++ \n if (…)".
+  static const QStringList kept =
+      QStringLiteral(
+          "Math Date Array Object String Number Boolean JSON RegExp Error main arguments eval this "
+          "break case catch class const continue debugger default delete do else enum export "
+          "extends false finally for function if implements import in instanceof interface let "
+          "new null of package private protected public return static super switch throw true try "
+          "typeof undefined var void while with yield NaN Infinity")
+          .split(QLatin1Char(' '));
   QStringList names = tokens.assignedNames();
   names.removeIf([](const QString& name) { return kept.contains(name); });
   return names.isEmpty() ? QString() : QStringLiteral("var %1;").arg(names.join(QLatin1Char(',')));

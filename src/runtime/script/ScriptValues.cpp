@@ -10,7 +10,7 @@ namespace runtime::script {
 namespace {
 
 constexpr int deepest = 32;
-constexpr int mostMembers = 1'000'000;
+constexpr int mostMembers = 100'000;
 
 /// A value that scripts cannot look into.
 struct Opaque {

@@ -13,7 +13,7 @@ namespace runtime::script {
 
 /// The value that a script hands back: arrays and objects become structures (objects in the order
 /// of their properties), dates and the like texts, undefined and functions nothing. Runs script
-/// code where properties have getters. Structures are cut at a million members and 32 levels.
+/// code where properties have getters. Structures are cut at 100,000 members and 32 levels.
 [[nodiscard]] Value fromScript(const QJSValue& value);
 
 }  // namespace runtime::script
