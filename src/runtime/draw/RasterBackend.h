@@ -7,7 +7,8 @@ namespace runtime {
 /// Draws on the CPU, mostly through the toolkit's raster painter. Needs no driver and no display,
 /// and gives the same bytes on every machine. Any thread may draw, but only tasks of
 /// QThreadPool::globalInstance() draw at full speed: elsewhere the toolkit cuts every fill into
-/// jobs for that pool and waits for them. See FrameDrawer.
+/// jobs for that pool and waits for them (and samples turned images in shorter pieces, whose
+/// rounding may differ in the last bit). See FrameDrawer.
 class RasterBackend : public DrawBackend {
  public:
   void draw(const DrawList& list, QImage& target) override;
