@@ -27,9 +27,15 @@ class BitmapSource : public ImageSource {
 }  // namespace
 
 const QImage& ImageSource::bitmap() const {
-  std::call_once(m_once, [this] {
-    if (!isInfinite()) m_bitmap = pixels(extent());
-  });
+  if (m_hasBitmap || isInfinite()) return m_bitmap;
+  // Made outside the lock, now and then twice: a thread outside the pool of painting threads may
+  // need jobs of that pool to make it, whose threads must not wait here for it meanwhile.
+  QImage made = pixels(extent());
+  const std::lock_guard lock(m_mutex);
+  if (!m_hasBitmap) {
+    m_bitmap = std::move(made);
+    m_hasBitmap = true;
+  }
   return m_bitmap;
 }
 

@@ -3,6 +3,7 @@
 #include <QImage>
 #include <QRectF>
 #include <QTransform>
+#include <atomic>
 #include <memory>
 #include <mutex>
 
@@ -27,7 +28,8 @@ class ImageSource {
   [[nodiscard]] virtual const QImage& bitmap() const;
 
  private:
-  mutable std::once_flag m_once;
+  mutable std::mutex m_mutex;
+  mutable std::atomic<bool> m_hasBitmap = false;
   mutable QImage m_bitmap;
 };
 

@@ -19,7 +19,7 @@ enum class FaceCulling : quint8 { None, Back, Front };
 
 struct Light {
   foundation::Color color = foundation::Color::white();
-  QVector3D position;  ///< eye space
+  QVector3D position;  ///< destination's units, as the matrices of items yield them
   float attenuation = 0;
   friend bool operator==(const Light&, const Light&) = default;
 };
