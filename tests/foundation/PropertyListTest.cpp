@@ -153,7 +153,8 @@ TEST(PropertyListTest, WhatAFormCannotHoldIsRefusedWithItsPlace) {
   EXPECT_FALSE(error(QDateTime()).isEmpty());
   EXPECT_FALSE(PropertyList::toBinary(PropertyArray{PropertyValue()}));
   EXPECT_FALSE(PropertyList::toBinary(QString(QChar(0xDC00))));
-  EXPECT_EQ(read(PropertyList::toBinary(u"ding\a").value()), PropertyValue(u"ding\a"));
+  const QString zero = QStringLiteral("a") + QChar(u'\0') + QStringLiteral("b\a");
+  EXPECT_EQ(read(PropertyList::toBinary(zero).value()), PropertyValue(zero));
   PropertyValue deep = 1;
   for (int i = 0; i < 600; ++i) deep = PropertyArray{deep};
   EXPECT_FALSE(PropertyList::toXml(deep));
@@ -257,7 +258,7 @@ TEST(PropertyListTest, DamagedBinaryIsRefusedWithByteAndReason) {
        {hugeLength, fourGigabytes, QByteArray("\x6F\x13\x80\0\0\0\0\0\0\0", 10),
         QByteArray("\xA1\x07"), QByteArray("\x5F\x5F"), QByteArray("\x13"), QByteArray("\x70"),
         QByteArray("\x24\0\0", 3), QByteArray("\x61\xD8\x00", 3), QByteArray("\x51\xFF"),
-        QByteArray("\x33\x7F\xF0\0\0\0\0\0\0", 9), QByteArray("\0", 1),
+        QByteArray("\x51\0", 2), QByteArray("\x33\x7F\xF0\0\0\0\0\0\0", 9), QByteArray("\0", 1),
         QByteArray("\x14\0\0\0\0\0\0\0\1\0\0\0\0\0\0\0\0", 17)})
     EXPECT_TRUE(refusal(binaryList({object})).contains(QStringLiteral("byte ")));
   EXPECT_TRUE(refusal(binaryList({"\xD1\x01\x01", "\x09"})).contains(QStringLiteral("key")));

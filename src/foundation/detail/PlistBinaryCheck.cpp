@@ -230,6 +230,8 @@ class BinaryCheck {
     m_objects[object].bytes = size;
     if (wide) return checkUtf16(body, size);
     if (m_bytes[at] >> 4 != 0x5) return;
+    if (size > 0 && std::memchr(m_bytes + body, 0, size))
+      return fail(at, "a zero character in text");
     const std::string_view text(reinterpret_cast<const char*>(m_bytes + body), size);
     if ((textTraits(text) & kNotAscii) &&
         !QUtf8StringView(text.data(), static_cast<qsizetype>(size)).isValidUtf8())

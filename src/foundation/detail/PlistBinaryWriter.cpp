@@ -41,7 +41,9 @@ void appendMarker(QByteArray& out, int kind, quint64 count) {
 
 QByteArray stringObject(const QString& text) {
   QByteArray out;
-  const bool ascii = std::all_of(text.begin(), text.end(), [](QChar c) { return c < u'\x80'; });
+  // Readers in C end ASCII text at a zero character.
+  const bool ascii =
+      std::all_of(text.begin(), text.end(), [](QChar c) { return c < u'\x80' && c != u'\0'; });
   appendMarker(out, ascii ? 0x5 : 0x6, static_cast<quint64>(text.size()));
   if (ascii) return out + text.toLatin1();
   for (const QChar c : text) appendBigEndian(out, c.unicode(), 2);
