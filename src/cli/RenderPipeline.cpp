@@ -1,20 +1,25 @@
 #include "cli/RenderPipeline.h"
 
+#include <QPainter>
 #include <QThread>
 #include <QThreadPool>
 
-#include "runtime/draw/RasterBackend.h"
+#include "runtime/draw/FrameCanvas.h"
 
 namespace cli {
 
 struct RenderPipeline::Frame {
-  QImage image;
+  explicit Frame(const QSize& size) : canvas(size, 0) {}
+  runtime::FrameCanvas canvas;
+  QImage onBlackImage;  ///< only where frames lie on black
   runtime::DrawList list;
   QRect drawn;  ///< outside it the image is transparent
   QByteArray bytes;
   qint64 order = 0;
   qint64 number = 0;
   bool onBlack = false;
+  /// The pixels to encode, in place.
+  QImage& picture() { return onBlack ? onBlackImage : canvas.pixels(); }
 };
 
 RenderPipeline::RenderPipeline(FrameWriter& writer, const QSize& size, int threads)
@@ -23,8 +28,7 @@ RenderPipeline::RenderPipeline(FrameWriter& writer, const QSize& size, int threa
   QThreadPool::globalInstance()->setMaxThreadCount(drawing);
   // One more than can be drawn, so that a frame being written holds up nobody.
   for (int i = 0; i < drawing + 1; ++i) {
-    m_idle.push_back(std::make_unique<Frame>());
-    m_idle.back()->image = QImage(size, QImage::Format_ARGB32_Premultiplied);
+    m_idle.push_back(std::make_unique<Frame>(size));
   }
   m_delivery.reset(QThread::create([this] { deliverFrames(); }));
   m_delivery->start();
@@ -51,7 +55,7 @@ bool RenderPipeline::add(runtime::DrawList list, bool onBlack, qint64 number) {
   QThreadPool::globalInstance()->start([this, raw = frame.release()] {
     std::unique_ptr<Frame> owned(raw);
     drawFrame(*owned);
-    const auto bytes = m_writer.encode(owned->image, owned->drawn);
+    const auto bytes = m_writer.encode(owned->picture(), owned->drawn);
     const QMutexLocker lock(&m_mutex);
     if (bytes)
       owned->bytes = *bytes;
@@ -65,10 +69,15 @@ bool RenderPipeline::add(runtime::DrawList list, bool onBlack, qint64 number) {
 }
 
 void RenderPipeline::drawFrame(Frame& frame) {
-  frame.image.fill(frame.onBlack ? Qt::black : Qt::transparent);
-  runtime::RasterBackend().draw(frame.list, frame.image);
-  frame.drawn = frame.image.rect();
+  frame.canvas.draw(frame.list);
+  frame.drawn = frame.canvas.touched();
   frame.list.items.clear();
+  if (!frame.onBlack) return;
+  if (frame.onBlackImage.isNull())
+    frame.onBlackImage = QImage(m_size, QImage::Format_ARGB32_Premultiplied);
+  frame.onBlackImage.fill(Qt::black);
+  QPainter(&frame.onBlackImage).drawImage(0, 0, frame.canvas.image());
+  frame.drawn = frame.onBlackImage.rect();
 }
 
 void RenderPipeline::deliverFrames() {
@@ -81,7 +90,7 @@ void RenderPipeline::deliverFrames() {
     std::unique_ptr<Frame> frame = std::move(m_ready.extract(m_delivered).mapped());
     if (!m_error) {
       lock.unlock();
-      const auto written = m_writer.deliver(frame->image, frame->bytes, frame->number);
+      const auto written = m_writer.deliver(frame->picture(), frame->bytes, frame->number);
       lock.relock();
       if (!written && !m_error) m_error = written.error();
     }

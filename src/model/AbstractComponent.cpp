@@ -2,11 +2,11 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QFontDatabase>
 
 #include "foundation/PropertyList.h"
 #include "model/RichFontValue.h"
 #include "runtime/CompositionRenderer.h"
+#include "runtime/text/FontResolver.h"
 
 namespace model {
 
@@ -117,8 +117,8 @@ AttributeValue AbstractComponent::initialValue(const QString& key, const InputVa
   const QString sizeKey =
       QString(key).replace(QLatin1String("Font_Name"), QLatin1String("Font_Size"));
   FontValue font{value.toString(), roundedTimepoint(rendererValue(sizeKey).toNumber())};
-  if (!QFontDatabase::hasFamily(font.name)) {
-    const QString substitute = QFontDatabase::systemFont(QFontDatabase::GeneralFont).family();
+  if (!runtime::FontResolver::contains(font.name)) {
+    const QString substitute = runtime::FontResolver::defaultFamily();
     warnings.append(QStringLiteral("Could not find font \"%1\", substituted with font \"%2\".")
                         .arg(font.name, substitute));
     font.name = substitute;

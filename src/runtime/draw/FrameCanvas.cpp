@@ -33,6 +33,14 @@ void TouchedRows::add(const QRect& pixels) {
   }
 }
 
+QRect TouchedRows::bounds() const {
+  QRect all;
+  for (size_t y = 0; y < m_rows.size(); ++y)
+    if (const Stretch& stretch = m_rows[y]; stretch.left < stretch.right)
+      all |= QRect(stretch.left, static_cast<int>(y), stretch.right - stretch.left, 1);
+  return all;
+}
+
 void TouchedRows::erase(QImage& image, const QRect& area) const {
   for (int y = area.top(); y <= area.bottom(); ++y) {
     const Stretch& stretch = m_rows[static_cast<size_t>(y)];

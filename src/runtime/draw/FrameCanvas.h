@@ -10,6 +10,8 @@ class TouchedRows {
   explicit TouchedRows(int height) : m_rows(static_cast<size_t>(std::max(height, 0))) {}
   void add(const QRect& pixels);
   void reset() { std::fill(m_rows.begin(), m_rows.end(), Stretch()); }
+  /// The smallest rectangle around all parts.
+  [[nodiscard]] QRect bounds() const;
   /// Makes the parts within the area transparent.
   void erase(QImage& image, const QRect& area) const;
 
@@ -33,6 +35,10 @@ class FrameCanvas {
   /// makes the next call copy the pixels.
   const QImage& draw(const DrawList& list);
   [[nodiscard]] const QImage& image() const { return m_image; }
+  /// The picture for changing in place, within what was touched: only that is erased.
+  [[nodiscard]] QImage& pixels() { return m_image; }
+  /// The area outside of which the picture is transparent.
+  [[nodiscard]] QRect touched() const { return m_touched.bounds(); }
 
  private:
   QImage m_image;
