@@ -1,0 +1,63 @@
+#include <QTemporaryDir>
+
+#include "ComponentPlayer.h"
+#include "model/Composition.h"
+#include "model/CompositionSource.h"
+#include "support/GoldenImage.h"
+
+namespace {
+
+using namespace support;
+
+/// An example graphic, exported as a playout composition.
+class Example {
+ public:
+  explicit Example(const QString& name) {
+    const QString source = QStringLiteral(TESSARY_EXAMPLES "/%1/%1.json").arg(name);
+    const model::StandardComponents components(QStringLiteral(TESSARY_COMPONENTS));
+    const auto graphic = model::CompositionSource(components).compositionFromFile(source);
+    EXPECT_TRUE(graphic) << (graphic ? "" : graphic.error().text().toStdString());
+    if (!graphic) return;
+    const QString path = m_folder.filePath(QStringLiteral("playout.qtz"));
+    EXPECT_TRUE(graphic->composition->exportToPath(path, model::Composition::Background::Exclude));
+    auto made = runtime::CompositionRenderer::fromFile(path);
+    EXPECT_TRUE(made) << (made ? "" : made.error().text().toStdString());
+    if (made) m_renderer = std::move(*made);
+  }
+  [[nodiscard]] bool isPlayable() const { return m_renderer != nullptr; }
+  runtime::CompositionRenderer& renderer() { return *m_renderer; }
+  /// Plays frames of a 25th of a second up to the time and gives the area of the last.
+  QImage picture(double until, const QRect& area) {
+    QImage last;
+    for (; m_time <= until + 0.001; m_time += 0.04) {
+      const runtime::DrawList list = m_renderer->renderAtTime(m_time, {1920, 1080});
+      if (m_time > until - 0.039) last = m_renderer->imageAtTime(m_time, {1920, 1080});
+    }
+    return last.copy(area);
+  }
+
+ private:
+  QTemporaryDir m_folder;
+  std::unique_ptr<runtime::CompositionRenderer> m_renderer;
+  double m_time = 0;
+};
+
+TEST(ExamplePictures, LowerThirdFromStopToStop) {
+  Example example(QStringLiteral("lower-third"));
+  ASSERT_TRUE(example.isPlayable());
+  runtime::CompositionRenderer& renderer = example.renderer();
+  const QStringList keys = renderer.inputKeys();
+  for (const char* key : {"trigger", "Name_1_Text", "Role_1_Text", "Name_2_Text", "Role_2_Text",
+                          "Logo_Image", "Logo_Enable", "Tile_Enable", "Arcs_Enable"})
+    EXPECT_TRUE(keys.contains(QLatin1String(key))) << key << keys.join(u' ').toStdString();
+  const QRect strap(100, 830, 1290, 190);
+  expectGolden(example.picture(0.8, strap), QStringLiteral("components/lower-third"));
+  // It halts there until it is triggered, and a longer name shrinks.
+  renderer.setValueForInputKey(QStringLiteral("Deputy Minister for Transport and Harbours"),
+                               QStringLiteral("Name_2_Text"));
+  expectGolden(example.picture(3, strap), QStringLiteral("components/lower-third"));
+  renderer.setValueForInputKey(true, QStringLiteral("trigger"));
+  expectGolden(example.picture(5, strap), QStringLiteral("components/lower-third-second"));
+}
+
+}  // namespace
