@@ -45,8 +45,8 @@ TEST(RendererPieces, PlaceOnWholePixelsFromTheLowerLeft) {
 
 TEST(RendererPieces, TurnCounterClockwiseAboutTheCentreAndFade) {
   const auto turned =
-      graphicWith(R"("x": 100, "y": 60, "width": 200, "height": 30, "rotation": 90)");
-  EXPECT_EQ(drawn(turned->imageAtTime(0, {1920, 1080})), QRect(185, 905, 30, 200));
+      graphicWith(R"("x": 100, "y": 200, "width": 200, "height": 30, "rotation": 90)");
+  EXPECT_EQ(drawn(turned->imageAtTime(0, {1920, 1080})), QRect(185, 765, 30, 200));
   const auto leaning =
       graphicWith(R"("x": 800, "y": 500, "width": 200, "height": 20, "rotation": 30)");
   const QImage picture = leaning->imageAtTime(0, {1920, 1080});
