@@ -18,5 +18,10 @@ if(TESSARY_LLD)
 endif()
 find_program(TESSARY_CCACHE ccache)
 if(TESSARY_CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${TESSARY_CCACHE})
+  # Without these the cache takes no file that is compiled with precompiled headers.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+      ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${TESSARY_CCACHE})
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(tessary_options INTERFACE -fpch-preprocess)
+  endif()
 endif()

@@ -81,7 +81,7 @@ QImage halvedDown(const QImage& image) {
 
 QRgb multiplied(QRgb pixel, const std::array<quint32, 4>& f) {
   constexpr quint32 half = BitmapChange::unity / 2;
-  const auto one = [half](int level, quint32 factor) {
+  const auto one = [](int level, quint32 factor) {
     return static_cast<int>((static_cast<quint32>(level) * factor + half) >> 16U);
   };
   return qRgba(one(qRed(pixel), f[0]), one(qGreen(pixel), f[1]), one(qBlue(pixel), f[2]),

@@ -36,8 +36,7 @@ template <typename F>
                              const ComputedImage::Render& render);
 
 template <typename F>
-[[nodiscard]] Image combined(const Image& first, const Image& second, Coverage coverage,
-                             const F& f) {
+[[nodiscard]] Image combined(const Image& first, const Image& second, Coverage coverage, F f) {
   return covering(first, second, coverage, [first, second, f](const QRect& area) {
     return combinedPixels(first, second, area, f);
   });

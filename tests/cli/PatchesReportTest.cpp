@@ -1,0 +1,16 @@
+#include "cli/PatchesReport.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+namespace {
+
+TEST(PatchesReport, TheDocumentedPatchesAreThoseOfTheRuntime) {
+  QFile page(QStringLiteral(TESSARY_SOURCE_FOLDER "/docs/patches.md"));
+  ASSERT_TRUE(page.open(QIODevice::ReadOnly));
+  EXPECT_EQ(QString::fromUtf8(page.readAll()).trimmed(), cli::patchesReport().trimmed())
+      << "run scripts/make-pictures";
+}
+
+}  // namespace
