@@ -29,7 +29,9 @@ install_dependencies() {
     "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}" >&2
 }
 
-# Configures and builds a preset; quiet unless something fails.
+# Configures a preset and builds it, or only the targets named after it.
 build_preset() {
-  cmake --preset "$1" >&2 && cmake --build --preset "$1" >&2
+  local preset=$1
+  shift
+  cmake --preset "$preset" >&2 && cmake --build --preset "$preset" ${1:+--target "$@"} >&2
 }
