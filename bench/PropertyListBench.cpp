@@ -1,5 +1,5 @@
-// Reading a large composition, XML and binary: the parsing library alone against the whole reader,
-// which also checks the bytes and builds the values. Ratios are of the medians of one run.
+// Reading a large composition into the patch model, XML and binary, against libplist, which only
+// parses into its own tree. Everything is the median of one run.
 #include <plist/plist.h>
 
 #include <QElapsedTimer>
@@ -8,11 +8,17 @@
 #include <vector>
 
 #include "foundation/PropertyList.h"
+#include "foundation/detail/PlistBinaryBuilder.h"
+#include "foundation/detail/PlistBinaryCheck.h"
+#include "foundation/detail/PlistXmlBuilder.h"
+#include "foundation/detail/PlistXmlCheck.h"
+#include "quartz/QuartzComposition.h"
 
 using foundation::PropertyArray;
 using foundation::PropertyDictionary;
 using foundation::PropertyList;
 using foundation::PropertyValue;
+using quartz::QuartzComposition;
 
 namespace {
 
@@ -43,18 +49,27 @@ PropertyValue node(int i) {
       {QStringLiteral("state"), PropertyValue(state)}};
 }
 
+PropertyValue macro(const QString& key, const PropertyArray& nodes) {
+  return PropertyDictionary{
+      {QStringLiteral("class"), PropertyValue(u"QCPatch")},
+      {QStringLiteral("key"), PropertyValue(key)},
+      {QStringLiteral("state"),
+       PropertyValue(PropertyDictionary{{QStringLiteral("nodes"), PropertyValue(nodes)}})}};
+}
+
+// A root patch with macros of forty nodes.
 PropertyValue composition(qsizetype wantedBytes) {
-  PropertyArray groups;
+  PropertyArray macros;
   PropertyArray nodes;
   const auto one = PropertyList::toXml(node(1));
   const auto count = static_cast<int>(wantedBytes / (one ? one->size() * 1.15 : 2000));
   for (int i = 0; i < count; ++i) {
     nodes.append(node(i));
     if (nodes.size() < 40) continue;
-    groups.append(PropertyDictionary{{QStringLiteral("nodes"), PropertyValue(nodes)}});
+    macros.append(macro(QStringLiteral("Patch_%1").arg(macros.size() + 1), nodes));
     nodes.clear();
   }
-  return PropertyDictionary{{QStringLiteral("rootPatch"), PropertyValue(groups)}};
+  return PropertyDictionary{{QStringLiteral("rootPatch"), macro(QStringLiteral("Root"), macros)}};
 }
 
 double median(std::vector<double> times) {
@@ -63,36 +78,68 @@ double median(std::vector<double> times) {
   return *middle;
 }
 
-double libraryMs(const QByteArray& bytes) {
+template <typename Work>
+double milliseconds(Work work) {
   QElapsedTimer timer;
   timer.start();
-  plist_t root = nullptr;
-  plist_from_memory(bytes.constData(), static_cast<uint32_t>(bytes.size()), &root);
-  plist_free(root);
+  work();
   return static_cast<double>(timer.nsecsElapsed()) / 1e6;
 }
 
-// The values outlive the measurement, as they outlive reading in the program.
-double readerMs(const QByteArray& bytes) {
-  QElapsedTimer timer;
-  timer.start();
-  const auto value = PropertyList::fromData(bytes, QStringLiteral("bench"));
-  const auto elapsed = static_cast<double>(timer.nsecsElapsed()) / 1e6;
-  if (!value) std::puts("cannot be read");
-  return elapsed;
+struct Times {
+  std::vector<double> parse, free, check, build, model, whole;
+};
+
+void libraryTimes(const QByteArray& bytes, Times& times) {
+  plist_t root = nullptr;
+  times.parse.push_back(milliseconds(
+      [&] { plist_from_memory(bytes.constData(), static_cast<uint32_t>(bytes.size()), &root); }));
+  times.free.push_back(milliseconds([&] { plist_free(root); }));
+}
+
+// The steps of reading, one by one.
+void stepTimes(const QByteArray& bytes, Times& times) {
+  const bool binary = bytes.startsWith("bplist");
+  foundation::detail::PlistBinaryLayout layout;
+  PropertyValue value;
+  times.check.push_back(milliseconds([&] {
+    if (binary ? foundation::detail::checkPlistBinary(bytes, layout)
+               : foundation::detail::checkPlistXml(bytes))
+      std::puts("refused");
+  }));
+  times.build.push_back(milliseconds([&] {
+    value = binary ? foundation::detail::buildCheckedBinary(layout)
+                   : foundation::detail::buildCheckedXml(bytes);
+  }));
+  std::unique_ptr<QuartzComposition> model;
+  times.model.push_back(milliseconds([&] {
+    model = QuartzComposition::compositionWithDictionary(std::move(value.editDictionary()));
+  }));
+}
+
+// The model outlives the measurement, as it outlives reading in the program.
+void wholeTime(const QByteArray& bytes, Times& times) {
+  foundation::Result<std::unique_ptr<QuartzComposition>> model;
+  times.whole.push_back(milliseconds(
+      [&] { model = QuartzComposition::compositionWithData(bytes, QStringLiteral("bench")); }));
+  if (!model) std::puts("cannot be read");
 }
 
 void compare(const char* form, const QByteArray& bytes) {
-  std::vector<double> library;
-  std::vector<double> reader;
+  Times times;
   for (int i = 0; i < 9; ++i) {
-    library.push_back(libraryMs(bytes));
-    reader.push_back(readerMs(bytes));
+    libraryTimes(bytes, times);
+    wholeTime(bytes, times);
+    stepTimes(bytes, times);
   }
-  const double theirs = median(library);
-  const double ours = median(reader);
-  std::printf("%-6s %5.1f MB  library %6.1f ms  reader %6.1f ms  ratio %.2f\n", form,
-              static_cast<double>(bytes.size()) / 1e6, theirs, ours, ours / theirs);
+  const double parse = median(times.parse);
+  const double free = median(times.free);
+  const double whole = median(times.whole);
+  std::printf("%-6s %5.1f MB  libplist %6.1f ms + free %5.1f ms  model %6.1f ms  ratio %.2f", form,
+              static_cast<double>(bytes.size()) / 1e6, parse, free, whole, whole / (parse + free));
+  std::printf(" (without free %.2f)\n", whole / parse);
+  std::printf("       steps: check %.1f ms, values %.1f ms, patches %.1f ms\n", median(times.check),
+              median(times.build), median(times.model));
 }
 
 }  // namespace

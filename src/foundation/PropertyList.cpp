@@ -3,9 +3,10 @@
 #include <QFile>
 #include <QStringDecoder>
 
+#include "foundation/detail/PlistBinaryBuilder.h"
 #include "foundation/detail/PlistBinaryCheck.h"
 #include "foundation/detail/PlistBinaryWriter.h"
-#include "foundation/detail/PlistTree.h"
+#include "foundation/detail/PlistXmlBuilder.h"
 #include "foundation/detail/PlistXmlCheck.h"
 #include "foundation/detail/PlistXmlWriter.h"
 
@@ -29,16 +30,15 @@ Result<PropertyValue> fromXml(QByteArrayView text, const QString& fileName) {
     return failure(unreadable(), fileName,
                    QStringLiteral("line %1: %2").arg(line).arg(problem->reason));
   }
-  if (auto value = detail::parseCheckedPlist(text, false)) return *std::move(value);
-  return failure(unreadable(), fileName, QStringLiteral("not a well-formed XML property list"));
+  return detail::buildCheckedXml(text);
 }
 
 Result<PropertyValue> fromBinary(QByteArrayView bytes, const QString& fileName) {
-  if (const auto problem = detail::checkPlistBinary(bytes))
+  detail::PlistBinaryLayout layout;
+  if (const auto problem = detail::checkPlistBinary(bytes, layout))
     return failure(unreadable(), fileName,
                    QStringLiteral("byte %1: %2").arg(problem->offset).arg(problem->reason));
-  if (auto value = detail::parseCheckedPlist(bytes, true)) return *std::move(value);
-  return failure(unreadable(), fileName, QStringLiteral("not a well-formed binary property list"));
+  return detail::buildCheckedBinary(layout);
 }
 
 bool isUtf16(const QByteArray& bytes) {

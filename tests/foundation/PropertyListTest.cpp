@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QTimeZone>
 #include <bit>
 #include <clocale>
 #include <limits>
 
+#include "support/PlistOracle.h"
 #include "support/Samples.h"
 
 using foundation::PropertyArray;
@@ -17,9 +19,12 @@ using Type = PropertyValue::Type;
 
 namespace {
 
+// What is read is compared with what libplist reads, wherever that reads it at all.
 PropertyValue read(const QByteArray& bytes) {
   const auto value = PropertyList::fromData(bytes, QStringLiteral("test.qtz"));
   EXPECT_TRUE(value) << (value ? "" : value.error().text().toStdString());
+  const auto library = value ? support::readWithLibrary(bytes) : std::nullopt;
+  EXPECT_TRUE(!library || support::sameButForDates(*value, *library)) << bytes.toStdString();
   return value.value_or(PropertyValue());
 }
 
@@ -122,6 +127,20 @@ TEST(PropertyListTest, ReadsWhatOtherWritersProduce) {
   EXPECT_EQ(read(wrapped("<data> AA\n\tEC Aw== </data>")),
             PropertyValue(QByteArray("\x00\x01\x02\x03", 4)));
   EXPECT_EQ(read(wrapped("<string/>")).type(), Type::String);
+  EXPECT_EQ(read("<!-- <plist> --><?x <plist> ?><!DOCTYPE plist>" +
+                 wrapped("<!-- a --><array ><dict/><!--<b>--><true></true><string></string>"
+                         "<array /><integer>-0x10</integer><integer>+7</integer></array >")
+                     .replace("<?xml version=\"1.0\" encoding=\"UTF-8\"?>", "")
+                     .replace("</array >", "</array>")),
+            PropertyValue(PropertyArray{PropertyDictionary(), true, u"", PropertyArray(), -16, 7}));
+  EXPECT_EQ(read(wrapped("<array><real>1e999</real><real>-1e999</real><real>1e-999</real>"
+                         "<real>+.5</real><real>5.</real><real>-INF</real></array>")),
+            PropertyValue(PropertyArray{HUGE_VAL, -HUGE_VAL, 0.0, 0.5, 5.0, -HUGE_VAL}));
+  EXPECT_EQ(read(wrapped("<dict><key>CF$UID</key><integer>7</integer></dict>")),
+            PropertyValue(PropertyValue::Uid{7}));
+  EXPECT_TRUE(read(wrapped("<dict><key>CF$UID</key><integer>-7</integer></dict>")).isDictionary());
+  EXPECT_EQ(read(wrapped("<string>\xEF\xBB\xBFmarked</string>")),
+            PropertyValue(QChar(0xFEFF) + QStringLiteral("marked")));
   EXPECT_EQ(read("\xEF\xBB\xBF" + wrapped("<true/>")), PropertyValue(true));
   QByteArray utf16("\xFF\xFE");
   const QByteArray narrow = wrapped("<string>wide</string>").replace("UTF-8", "UTF-16");
@@ -261,12 +280,31 @@ TEST(PropertyListTest, DamagedBinaryIsRefusedWithByteAndReason) {
         QByteArray("\x51\0", 2), QByteArray("\x33\x7F\xF0\0\0\0\0\0\0", 9), QByteArray("\0", 1),
         QByteArray("\x14\0\0\0\0\0\0\0\1\0\0\0\0\0\0\0\0", 17)})
     EXPECT_TRUE(refusal(binaryList({object})).contains(QStringLiteral("byte ")));
+  // A day before the year 1.
+  EXPECT_TRUE(refusal(binaryList({QByteArray("\x33\xC2\x2D\x63\xC6\x22\0\0\0", 9)}))
+                  .contains(QStringLiteral("years")));
   EXPECT_TRUE(refusal(binaryList({"\xD1\x01\x01", "\x09"})).contains(QStringLiteral("key")));
   // Thirty arrays that each hold the next one four times.
   QList<QByteArray> bomb;
   for (char i = 1; i <= 30; ++i) bomb.append("\xA4" + QByteArray(4, i));
   bomb.append("\x09");
   EXPECT_TRUE(refusal(binaryList(bomb)).contains(QStringLiteral("expand")));
+}
+
+TEST(PropertyListTest, SharedValuesOfABinaryFileStayShared) {
+  // An array that holds one array three times, that holds one text and one number twice each.
+  const PropertyValue value =
+      read(binaryList({"\xA3\x01\x01\x01", "\xA4\x02\x03\x02\x03", "\x52hi", "\x10\x2A"}));
+  const PropertyArray inner{u"hi", 42, u"hi", 42};
+  EXPECT_EQ(value, PropertyValue(PropertyArray{inner, inner, inner}));
+  EXPECT_EQ(value.array()[0].array().constData(), value.array()[2].array().constData());
+  // As large as a file may expand to: 23 arrays that each hold the next one twice.
+  QList<QByteArray> halves;
+  for (char i = 1; i <= 22; ++i) halves.append("\xA2" + QByteArray(2, i));
+  halves.append("\x09");
+  PropertyValue deepest = PropertyList::fromData(binaryList(halves), {}).value_or(PropertyValue());
+  for (int i = 0; i < 22; ++i) deepest = PropertyValue(deepest.array().value(1));
+  EXPECT_EQ(deepest, PropertyValue(true));
 }
 
 TEST(PropertyListTest, EveryPrefixAndEveryChangedByteIsSurvived) {
@@ -278,7 +316,11 @@ TEST(PropertyListTest, EveryPrefixAndEveryChangedByteIsSurvived) {
     for (const int change : {0x01, 0x10, 0x80, 0xFF}) {
       QByteArray changed = binary;
       changed[i] = static_cast<char>(changed[i] ^ change);
-      if (const auto value = PropertyList::fromData(changed, {})) (void)PropertyList::toXml(*value);
+      const auto value = PropertyList::fromData(changed, {});
+      if (!value) continue;
+      (void)PropertyList::toXml(*value);
+      const auto library = support::readWithLibrary(changed);
+      EXPECT_TRUE(!library || support::sameButForDates(*value, *library)) << i << ' ' << change;
     }
 }
 
@@ -288,6 +330,11 @@ TEST(PropertyListTest, SampleCompositionsSurviveBothForms) {
   for (const QString& path : samples) {
     const auto value = PropertyList::fromFile(path);
     ASSERT_TRUE(value) << value.error().text().toStdString();
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const auto library = support::readWithLibrary(file.readAll());
+    ASSERT_TRUE(library) << path.toStdString();
+    EXPECT_EQ(*value, *library) << path.toStdString();
     EXPECT_EQ(read(PropertyList::toXml(*value).value()), *value) << path.toStdString();
     EXPECT_EQ(read(PropertyList::toBinary(*value).value()), *value) << path.toStdString();
   }

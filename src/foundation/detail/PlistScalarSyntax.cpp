@@ -103,7 +103,7 @@ bool isPlistInteger(std::string_view text) {
   if (!text.empty() && (negative || text.front() == '+')) text.remove_prefix(1);
   const std::string_view prefix = text.substr(0, 2);
   const bool hex = prefix == "0x" || prefix == "0X";
-  // A leading zero would be taken as octal by the parser behind this check.
+  // Readers disagree whether a leading zero means octal.
   if (!hex && text.size() > 1 && text.front() == '0') return false;
   quint64 value = 0;
   if (!parseUnsigned(hex ? text.substr(2) : text, hex ? 16 : 10, value)) return false;

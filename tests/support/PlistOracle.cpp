@@ -1,16 +1,22 @@
-#include "foundation/detail/PlistTree.h"
+#include "support/PlistOracle.h"
 
 #include <locale.h>
 #include <plist/plist.h>
 
 #include <QTimeZone>
-#include <array>
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <memory>
 
-namespace foundation::detail {
+#include "foundation/detail/PlistTextCache.h"
+
+namespace support {
+
+using foundation::PropertyArray;
+using foundation::PropertyDictionary;
+using foundation::PropertyValue;
 
 namespace {
 
@@ -42,39 +48,9 @@ class CLocale {
   locale_t m_before;
 };
 
-/// Compositions repeat the same few hundred keys and class names; equal short texts share storage.
-class TextCache {
- public:
-  QString text(const char* bytes, size_t size) {
-    if (size > kLongest) return QString::fromUtf8(bytes, static_cast<qsizetype>(size));
-    Slot& slot = m_slots[hash(bytes, size)];
-    if (slot.size == size && std::memcmp(slot.bytes.data(), bytes, size) == 0) return slot.text;
-    slot.size = size;
-    std::memcpy(slot.bytes.data(), bytes, size);
-    slot.text = QString::fromUtf8(bytes, static_cast<qsizetype>(size));
-    return slot.text;
-  }
-
- private:
-  static constexpr size_t kLongest = 40;
-  static constexpr size_t kSlots = 1024;
-  struct Slot {
-    size_t size = std::numeric_limits<size_t>::max();
-    std::array<char, kLongest> bytes;
-    QString text;
-  };
-
-  static size_t hash(const char* bytes, size_t size) {
-    quint64 first = 0;
-    quint64 last = 0;
-    std::memcpy(&first, bytes, qMin(size, sizeof first));
-    if (size > 8) std::memcpy(&last, bytes + size - 8, sizeof last);
-    const quint64 mixed = (first ^ (last * 31) ^ size) * 0x9E3779B97F4A7C15ULL;
-    return mixed >> 54;  // the top ten bits: 1024 slots
-  }
-
-  std::vector<Slot> m_slots{kSlots};
-};
+QString text(const char* bytes, size_t size) {
+  return foundation::detail::textFromUtf8({bytes, size});
+}
 
 class TreeReader {
  public:
@@ -131,10 +107,10 @@ class TreeReader {
     return value;
   }
 
-  PropertyValue string(plist_t node) {
+  static PropertyValue string(plist_t node) {
     uint64_t size = 0;
     const char* bytes = plist_get_string_ptr(node, &size);
-    return bytes ? m_texts.text(bytes, static_cast<size_t>(size)) : QString(QLatin1String(""));
+    return bytes ? text(bytes, static_cast<size_t>(size)) : QString(QLatin1String(""));
   }
 
   static PropertyValue data(plist_t node) {
@@ -207,10 +183,10 @@ class TreeReader {
       plist_dict_next_item(node, iterator.get(), &rawKey, &item);
       const CPointer<char> key(rawKey);
       if (!item) break;
-      entries.emplaceBack(m_texts.text(rawKey, std::strlen(rawKey)), value(item));
+      entries.emplaceBack(text(rawKey, std::strlen(rawKey)), value(item));
     }
     if (m_uidDictionaries && entries.size() == 1 && isUid(entries.first()))
-      return PropertyValue::Uid{static_cast<quint64>(entries.first().second.toInteger())};
+      return PropertyValue::Uid{entries.first().second.toExactInteger().bits};
     return PropertyDictionary::fromEntries(std::move(entries));
   }
 
@@ -220,12 +196,23 @@ class TreeReader {
   }
 
   bool m_uidDictionaries;
-  TextCache m_texts;
 };
+
+bool sameDate(const QDateTime& ours, const QDateTime& library) {
+  const qint64 reference = ours.toMSecsSinceEpoch() - kReferenceDate * 1000;
+  const int year = ours.date().year();
+  const bool wholeSeconds = year < 1934 || year > 2067;
+  const bool signLost = reference < 0 && reference > -1000;
+  const qint64 tolerance = signLost ? 2000 : wholeSeconds ? 1000 : 1;
+  return qAbs(ours.msecsTo(library)) <= tolerance;
+}
 
 }  // namespace
 
-std::optional<PropertyValue> parseCheckedPlist(QByteArrayView bytes, bool binary) {
+std::optional<PropertyValue> readWithLibrary(QByteArrayView bytes) {
+  if (bytes.startsWith("\xFE\xFF") || bytes.startsWith("\xFF\xFE")) return std::nullopt;
+  if (bytes.startsWith("\xEF\xBB\xBF")) bytes = bytes.sliced(3);
+  const bool binary = bytes.startsWith("bplist");
   plist_t root = nullptr;
   {
     const CLocale locale;
@@ -241,4 +228,19 @@ std::optional<PropertyValue> parseCheckedPlist(QByteArrayView bytes, bool binary
   return TreeReader(!binary).value(root);
 }
 
-}  // namespace foundation::detail
+bool sameButForDates(const PropertyValue& ours, const PropertyValue& library) {
+  using Type = PropertyValue::Type;
+  if (ours.type() != library.type()) return false;
+  if (ours.type() == Type::Date) return sameDate(ours.toDate(), library.toDate());
+  if (ours.isArray())
+    return std::equal(ours.array().begin(), ours.array().end(), library.array().begin(),
+                      library.array().end(), sameButForDates);
+  if (!ours.isDictionary()) return ours == library;
+  const auto sameEntry = [](const auto& a, const auto& b) {
+    return a.first == b.first && sameButForDates(a.second, b.second);
+  };
+  return std::equal(ours.dictionary().begin(), ours.dictionary().end(),
+                    library.dictionary().begin(), library.dictionary().end(), sameEntry);
+}
+
+}  // namespace support
