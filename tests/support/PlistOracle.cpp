@@ -10,7 +10,7 @@
 #include <limits>
 #include <memory>
 
-#include "foundation/detail/PlistTextCache.h"
+#include "foundation/detail/PlistScalarReading.h"
 
 namespace support {
 

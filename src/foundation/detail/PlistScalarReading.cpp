@@ -9,8 +9,6 @@
 #include <cmath>
 #include <string>
 
-#include "foundation/detail/PlistTextCache.h"
-
 namespace foundation::detail {
 
 namespace {

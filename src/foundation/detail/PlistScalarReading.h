@@ -17,6 +17,9 @@ namespace foundation::detail {
 /// Text with entities replaced, appended in UTF-8.
 void appendWithoutEntities(std::string_view text, std::string& out);
 
+/// Valid UTF-8 as text; unlike QString::fromUtf8() it keeps a byte-order mark at the start.
+[[nodiscard]] QString textFromUtf8(std::string_view bytes);
+
 /// Seconds since 2001 as binary files hold them, to the millisecond.
 [[nodiscard]] PropertyValue dateFromReference(double seconds);
 

@@ -7,10 +7,9 @@
 #include <string_view>
 #include <vector>
 
-namespace foundation::detail {
+#include "foundation/detail/PlistScalarReading.h"
 
-/// Valid UTF-8 as text; unlike QString::fromUtf8() it keeps a byte-order mark at the start.
-[[nodiscard]] QString textFromUtf8(std::string_view bytes);
+namespace foundation::detail {
 
 /// Compositions repeat the same few hundred keys and class names; equal short texts share storage.
 class PlistTextCache {
