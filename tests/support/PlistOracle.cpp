@@ -9,6 +9,7 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <utility>
 
 #include "foundation/detail/PlistScalarReading.h"
 
@@ -207,12 +208,23 @@ bool sameDate(const QDateTime& ours, const QDateTime& library) {
   return qAbs(ours.msecsTo(library)) <= tolerance;
 }
 
+// The library looks for the ends of these beyond a quotation mark that is not closed.
+bool hasOpenQuote(QByteArrayView xml) {
+  constexpr std::pair<const char*, const char*> kMarkup[] = {
+      {"<?", "?>"}, {"<!DOCTYPE", ">"}, {"<plist", ">"}};
+  for (const auto& [start, end] : kMarkup)
+    for (qsizetype at = xml.indexOf(start); at >= 0; at = xml.indexOf(start, at + 1))
+      if (xml.first(qMax(at, xml.indexOf(end, at))).sliced(at).count('"') % 2 != 0) return true;
+  return false;
+}
+
 }  // namespace
 
 std::optional<PropertyValue> readWithLibrary(QByteArrayView bytes) {
   if (bytes.startsWith("\xFE\xFF") || bytes.startsWith("\xFF\xFE")) return std::nullopt;
   if (bytes.startsWith("\xEF\xBB\xBF")) bytes = bytes.sliced(3);
   const bool binary = bytes.startsWith("bplist");
+  if (!binary && hasOpenQuote(bytes)) return std::nullopt;
   plist_t root = nullptr;
   {
     const CLocale locale;

@@ -7,8 +7,9 @@
 
 namespace support {
 
-/// What libplist reads from the bytes; nothing when it refuses them or they are UTF-16. Only for
-/// bytes that PropertyList accepts: the library is not safe with hostile ones.
+/// What libplist reads from the bytes; nothing when it refuses them, they are UTF-16, or their
+/// prolog is one that the library takes wrongly. Only for bytes that PropertyList accepts: the
+/// library is not safe with hostile ones.
 [[nodiscard]] std::optional<foundation::PropertyValue> readWithLibrary(QByteArrayView bytes);
 
 /// Equality but for what the library loses of dates: it cuts them to microseconds, those before
