@@ -11,7 +11,7 @@ CommandOptions::CommandOptions(QString usage, QString about)
 
 void CommandOptions::flag(const QString& name, const QString& about) {
   m_parser.addOption(QCommandLineOption(name, about));
-  m_lines.append(QStringLiteral("  %1%2").arg(QStringLiteral("--") + name, -26).arg(about));
+  m_lines.append(QStringLiteral("  %1 %2").arg(QStringLiteral("--") + name, -25).arg(about));
 }
 
 void CommandOptions::value(const QStringList& names, const QString& valueName,
@@ -21,7 +21,7 @@ void CommandOptions::value(const QStringList& names, const QString& valueName,
   for (const QString& name : names)
     shown.append((name.size() == 1 ? QStringLiteral("-") : QStringLiteral("--")) + name);
   const QString option = shown.join(QStringLiteral(", ")) + QLatin1Char(' ') + valueName;
-  m_lines.append(QStringLiteral("  %1%2").arg(option, -26).arg(about));
+  m_lines.append(QStringLiteral("  %1 %2").arg(option, -25).arg(about));
 }
 
 std::optional<ExitStatus> CommandOptions::parse(const QStringList& arguments, int positional) {

@@ -36,8 +36,7 @@ Loaded fromDocument(const QString& path, bool background) {
     return tl::unexpected(LoadFailure{ExitStatus::OutputFailed, done.error()});
   Loaded input = fromComposition(exported);
   if (!input) return input;
-  input->renderer->userInfo().insert(QStringLiteral("baseFolder"),
-                                     QFileInfo(path).absolutePath());
+  input->renderer->userInfo().insert(QStringLiteral("baseFolder"), QFileInfo(path).absolutePath());
   input->drawsBackground =
       background && document->composition->backgroundMode() != model::BackgroundMode::None;
   input->findings = document->warnings;
@@ -48,9 +47,8 @@ Loaded fromDocument(const QString& path, bool background) {
 }  // namespace
 
 Loaded PlayableInput::load(const QString& path, bool background) {
-  return path.endsWith(QLatin1String(".json"), Qt::CaseInsensitive)
-             ? fromDocument(path, background)
-             : fromComposition(path);
+  return path.endsWith(QLatin1String(".json"), Qt::CaseInsensitive) ? fromDocument(path, background)
+                                                                    : fromComposition(path);
 }
 
 }  // namespace cli

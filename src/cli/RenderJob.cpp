@@ -34,8 +34,7 @@ foundation::Result<void> RenderJob::plan() {
   if (!m_frames && !m_input.renderer->outputAttributes(activeKey))
     return foundation::failure(
         QStringLiteral("the file does not say when it ends; give --frames or --duration"));
-  if ((!m_options.triggers.empty() || m_options.automaticTrigger) &&
-      !m_input.renderer->inputAttributes(triggerKey))
+  if (!m_options.triggers.empty() && !m_input.renderer->inputAttributes(triggerKey))
     return foundation::failure(
         QStringLiteral("the file has no input '%1' to press").arg(triggerKey));
   return {};
@@ -44,6 +43,7 @@ foundation::Result<void> RenderJob::plan() {
 bool RenderJob::triggerPressed(double time) {
   constexpr double slack = 1e-6;  // a trigger at a frame's time belongs to that frame
   if (m_pressed) return false;    // the next press needs a release before it
+  if (std::exchange(m_pressAgain, false)) return true;
   if (m_options.automaticTrigger && m_input.renderer->valueForOutputKey(waitingKey).toBoolean())
     return true;
   if (m_nextTrigger < m_options.triggers.size() &&
@@ -55,9 +55,22 @@ bool RenderJob::triggerPressed(double time) {
 }
 
 runtime::DrawList RenderJob::play(double time) {
+  if (m_options.triggers.empty() && !m_options.automaticTrigger)
+    return m_input.renderer->renderAtTime(time, m_size, m_arguments);
+  const auto waits = [this] { return m_input.renderer->valueForOutputKey(waitingKey).toBoolean(); };
+  const bool waited = waits();
   m_pressed = triggerPressed(time);
   m_input.renderer->setValueForInputKey(m_pressed, triggerKey);
-  return m_input.renderer->renderAtTime(time, m_size, m_arguments);
+  runtime::DrawList list = m_input.renderer->renderAtTime(time, m_size, m_arguments);
+  if (m_pressed && !waited) {
+    // A press in the frame that reaches the stop comes too soon to count; it is meant, though.
+    m_pressAgain = waits();
+    if (!m_pressAgain)
+      m_findings.append(
+          QStringLiteral("the trigger at %1 s released nothing: no stop frame was waiting")
+              .arg(time));
+  }
+  return list;
 }
 
 bool RenderJob::isOver() {

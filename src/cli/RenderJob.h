@@ -32,6 +32,7 @@ class RenderJob {
   std::optional<qint64> m_frames;  ///< nothing: until the graphic is over
   size_t m_nextTrigger = 0;
   bool m_pressed = false;
+  bool m_pressAgain = false;
   QStringList m_findings;
   runtime::FrameArguments m_arguments;
 };

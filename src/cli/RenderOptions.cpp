@@ -39,8 +39,8 @@ std::optional<FrameRate> FrameRate::fromText(const QString& text) {
 }
 
 FrameRate frameRate(model::FrameRateCode code) {
-  static const FrameRate rates[] = {{24000, 1001}, {24, 1}, {25, 1},       {30000, 1001}, {30, 1},
-                                    {50, 1},       {60000, 1001}, {60, 1}};
+  static const FrameRate rates[] = {{24000, 1001}, {24, 1}, {25, 1},       {30000, 1001},
+                                    {30, 1},       {50, 1}, {60000, 1001}, {60, 1}};
   const auto index = static_cast<size_t>(code);
   return index < std::size(rates) ? rates[index] : FrameRate{};
 }
@@ -54,7 +54,7 @@ std::unique_ptr<CommandOptions> RenderOptions::syntax() {
           "output. Times are in seconds.\nWithout --frames or --duration a file that says when it "
           "ends is played to that end."));
   CommandOptions& o = *made;
-  const auto s = [](const char* text) { return QString::fromLatin1(text); };
+  const auto s = [](const char* text) { return QString::fromUtf8(text); };
   o.value({s("o"), s("output")}, s("OUT"), s("where the frames go"));
   o.value({s("size")}, s("WxH"), s("picture size in pixels"));
   o.value({s("mode")}, s("NAME"), s("video format, e.g. \"HD 1080i25\": its size and rate"));
@@ -66,7 +66,7 @@ std::unique_ptr<CommandOptions> RenderOptions::syntax() {
   o.value({s("values")}, s("FILE.json"), s("values of published inputs: {\"key\": value, …}"));
   o.value({s("trigger")}, s("T"), s("presses the trigger at T, or 'auto': at every stop"));
   o.flag(s("background"), s("with the document's background; compositions lie on black"));
-  o.value({s("alpha")}, s("straight|premultiplied"), s("how RGBA is written; straight by default"));
+  o.value({s("alpha")}, s("KIND"), s("straight (the default) or premultiplied"));
   o.value({s("threads")}, s("N"), s("threads that draw; one a core by default"));
   return made;
 }

@@ -39,7 +39,14 @@ QImage TextImage::pixels(const QRect& area) const {
   painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
   // The layout runs down from the image's top, areas up from its bottom.
   painter.translate(-area.x(), area.y() + area.height() - m_layout.size.height());
-  for (const QPainterPath& glyph : m_layout.outlines) painter.fillPath(glyph, Qt::white);
+  for (const QPainterPath& glyph : m_layout.outlines) {
+    // A path keeps a converted form inside once it was filled, unguarded: each drawing needs its
+    // own, as several threads may draw this text at once.
+    QPainterPath own;
+    own.setFillRule(glyph.fillRule());
+    own.addPath(glyph);
+    painter.fillPath(own, Qt::white);
+  }
   for (const TextLayout::Picture& picture : m_layout.pictures)
     painter.drawImage(picture.place, picture.image);
   return image;
