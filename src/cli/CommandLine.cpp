@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include "cli/CheckCommand.h"
 #include "cli/Console.h"
 #include "cli/ExportCommand.h"
 #include "cli/InfoCommand.h"
@@ -16,6 +17,7 @@ const char* const overview = R"(Usage: tessary COMMAND [OPTIONS]
 Commands:
   info FILE            what a composition file holds: size, inputs, outputs, stop frames, patches
   render FILE -o OUT   frames of a composition: PNG or JPEG pictures, or raw RGBA to standard output
+  check FILE…          what in composition files cannot work as meant
   export DOC OUT.qtz   one playout composition from a document
   patches              the patches that this program knows, as Markdown
 
@@ -44,6 +46,7 @@ ExitStatus runCommand(const QStringList& arguments) {
   }
   if (command == QLatin1String("info")) return InfoCommand::run(rest);
   if (command == QLatin1String("render")) return RenderCommand::run(rest);
+  if (command == QLatin1String("check")) return CheckCommand::run(rest);
   if (command == QLatin1String("export")) return ExportCommand::run(rest);
   if (command == QLatin1String("patches")) return InfoCommand::runPatches(rest);
   Console::error(QStringLiteral("there is no command '%1'; see tessary --help").arg(command));

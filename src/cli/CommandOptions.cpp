@@ -25,24 +25,31 @@ void CommandOptions::value(const QStringList& names, const QString& valueName,
 }
 
 std::optional<ExitStatus> CommandOptions::parse(const QStringList& arguments, int positional) {
+  return parse(arguments, [positional](qsizetype given) {
+    if (given == positional) return QString();
+    return positional == 1 ? QStringLiteral("one file name is needed, %1 were given").arg(given)
+                           : QStringLiteral("%1 file names are needed, %2 were given")
+                                 .arg(positional)
+                                 .arg(given);
+  });
+}
+
+std::optional<ExitStatus> CommandOptions::parseFiles(const QStringList& arguments) {
+  return parse(arguments, [](qsizetype given) {
+    return given > 0 ? QString() : QStringLiteral("at least one file name is needed");
+  });
+}
+
+std::optional<ExitStatus> CommandOptions::parse(
+    const QStringList& arguments, const std::function<QString(qsizetype)>& wrongCount) {
   const bool ok = m_parser.parse(QStringList(QStringLiteral("tessary")) + arguments);
   if (arguments.contains(QLatin1String("--help"))) {
     printHelp();
     return ExitStatus::Ok;
   }
-  QString wrong;
-  if (!ok) {
-    wrong = m_parser.errorText();
-  } else if (m_parser.positionalArguments().size() != positional) {
-    wrong = QStringLiteral("%1 file names are needed, %2 were given")
-                .arg(positional)
-                .arg(m_parser.positionalArguments().size());
-    if (positional == 1)
-      wrong = QStringLiteral("one file name is needed, %1 were given")
-                  .arg(m_parser.positionalArguments().size());
-  } else {
-    return {};
-  }
+  const QString wrong =
+      ok ? wrongCount(m_parser.positionalArguments().size()) : m_parser.errorText();
+  if (wrong.isEmpty()) return {};
   Console::error(wrong);
   Console::error(QStringLiteral("usage: tessary ") + m_usage);
   return ExitStatus::Usage;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QCommandLineParser>
+#include <functional>
+#include <optional>
 
 #include "cli/ExitStatus.h"
 #include "foundation/Result.h"
@@ -22,7 +24,10 @@ class CommandOptions {
   /// Nothing when the command may go on; else the status to end with (help was asked for, or the
   /// call is wrong, which has been reported). Takes exactly `positional` arguments.
   [[nodiscard]] std::optional<ExitStatus> parse(const QStringList& arguments, int positional);
+  /// The same for a command that takes one file name or more.
+  [[nodiscard]] std::optional<ExitStatus> parseFiles(const QStringList& arguments);
 
+  [[nodiscard]] QStringList positionals() const { return m_parser.positionalArguments(); }
   [[nodiscard]] QString positional(int index) const {
     return m_parser.positionalArguments()[index];
   }
@@ -31,6 +36,9 @@ class CommandOptions {
   [[nodiscard]] QStringList texts(const QString& name) const { return m_parser.values(name); }
 
  private:
+  /// `wrongCount` says what is wrong with a number of file names, null when nothing is.
+  [[nodiscard]] std::optional<ExitStatus> parse(
+      const QStringList& arguments, const std::function<QString(qsizetype)>& wrongCount);
   void printHelp() const;
   QString m_usage;
   QString m_about;

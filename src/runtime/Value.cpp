@@ -189,6 +189,43 @@ QString portTypeName(PortType type) {
   }
 }
 
+QString portTypeWord(PortType type) {
+  switch (type) {
+    case PortType::Number:
+      return QStringLiteral("a number");
+    case PortType::Index:
+      return QStringLiteral("an index");
+    case PortType::Boolean:
+      return QStringLiteral("a boolean");
+    case PortType::String:
+      return QStringLiteral("a string");
+    case PortType::Color:
+      return QStringLiteral("a colour");
+    case PortType::Image:
+      return QStringLiteral("an image");
+    case PortType::Structure:
+      return QStringLiteral("a structure");
+    case PortType::Mesh:
+      return QStringLiteral("a mesh");
+    case PortType::Interaction:
+      return QStringLiteral("an interaction");
+    case PortType::Virtual:
+      return QStringLiteral("anything");
+  }
+  return {};
+}
+
+bool isConvertible(PortType from, PortType to) {
+  using T = PortType;
+  if (from == to || from == T::Virtual || to == T::Virtual || to == T::Boolean) return true;
+  const auto isObject = [](T type) {
+    return type == T::Image || type == T::Structure || type == T::Mesh || type == T::Interaction;
+  };
+  if (isObject(to)) return false;
+  if (isObject(from)) return from == T::Structure && to == T::String;
+  return from != T::String || to != T::Color;
+}
+
 PortType portTypeForClass(const QString& portClass) {
   static const std::pair<QLatin1String, PortType> classes[] = {
       {QLatin1String("QCNumberPort"), PortType::Number},

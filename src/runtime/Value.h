@@ -28,6 +28,11 @@ enum class PortType : quint8 {
 
 /// The platform's name of a port type, e.g. "QCPortTypeNumber"; empty for types that hosts skip.
 [[nodiscard]] QString portTypeName(PortType type);
+/// A word for people with its article: "a number", "an image"; "anything" for Virtual.
+[[nodiscard]] QString portTypeWord(PortType type);
+/// Whether a connection between ports of these types can carry anything: an image or a structure
+/// cannot be made from anything else, and has no number.
+[[nodiscard]] bool isConvertible(PortType from, PortType to);
 /// The type that a state's `portClass` such as "QCNumberPort" stands for; Virtual when unknown.
 [[nodiscard]] PortType portTypeForClass(const QString& portClass);
 

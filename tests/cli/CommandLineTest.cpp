@@ -59,7 +59,7 @@ class CommandLine : public testing::Test {
 
 TEST_F(CommandLine, HelpAndVersionOfEveryCommand) {
   EXPECT_EQ(tessary({QStringLiteral("--version")}).status, 0);
-  for (const char* command : {"", "info", "render", "export", "patches"}) {
+  for (const char* command : {"", "info", "check", "render", "export", "patches"}) {
     QStringList arguments{QString::fromLatin1(command), QStringLiteral("--help")};
     arguments.removeAll(QString());
     const Outcome help = tessary(arguments);
@@ -174,6 +174,40 @@ TEST_F(CommandLine, FindingsAreReportedAndSetTheStatus) {
   EXPECT_EQ(outcome.status, 1);
   EXPECT_TRUE(outcome.error.contains(QStringLiteral("XYNothingKnown")));
   EXPECT_TRUE(QFile::exists(at("odd.png")));
+}
+
+TEST_F(CommandLine, CheckListsFindingsOfSeveralFiles) {
+  QuartzComposition composition;
+  auto* sprite = composition.rootPatch()->addPatchWithClass(QStringLiteral("QCSprite"));
+  composition.rootPatch()->addConnectionFromComponent(
+      QStringLiteral("Gone"), QStringLiteral("output"), sprite->key(), QStringLiteral("inputX"));
+  ASSERT_TRUE(composition.writeToFile(at("odd.qtz"), true));
+  const Outcome sound = tessary({QStringLiteral("check"), sample});
+  EXPECT_EQ(sound.status, 0);
+  EXPECT_TRUE(sound.out.isEmpty()) << sound.out.toStdString();
+
+  const Outcome odd = tessary({QStringLiteral("check"), sample, at("odd.qtz")});
+  EXPECT_EQ(odd.status, 1);
+  EXPECT_EQ(QString::fromUtf8(odd.out),
+            QStringLiteral("%1: connection-from-missing-node: Root/%2: %2.inputX is connected to "
+                           "Gone, which is not there\n")
+                .arg(at("odd.qtz"), sprite->key()));
+
+  // What cannot be read does not keep the others from being looked at.
+  const Outcome missing = tessary(
+      {QStringLiteral("check"), at("none.qtz"), at("odd.qtz"), sample, QStringLiteral("--json")});
+  EXPECT_EQ(missing.status, 3);
+  EXPECT_TRUE(missing.error.contains(at("none.qtz")));
+  const QJsonArray files = QJsonDocument::fromJson(missing.out).array();
+  ASSERT_EQ(files.size(), 2);
+  EXPECT_EQ(files[0][QStringLiteral("file")].toString(), at("odd.qtz"));
+  const QJsonObject finding = files[0][QStringLiteral("findings")][0].toObject();
+  EXPECT_EQ(finding[QStringLiteral("code")].toString(),
+            QStringLiteral("connection-from-missing-node"));
+  EXPECT_EQ(finding[QStringLiteral("object")].toString(), QStringLiteral("Root/") + sprite->key());
+  EXPECT_FALSE(finding[QStringLiteral("sentence")].toString().isEmpty());
+  EXPECT_TRUE(files[1][QStringLiteral("findings")].toArray().isEmpty());
+  EXPECT_EQ(tessary({QStringLiteral("check")}).status, 2);
 }
 
 }  // namespace

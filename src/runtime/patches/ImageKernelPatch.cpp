@@ -4,6 +4,7 @@
 #include "runtime/image/kernel/KernelImage.h"
 #include "runtime/patches/AllPatches.h"
 #include "runtime/patches/PortHelpers.h"
+#include "runtime/script/ScriptSource.h"
 
 namespace runtime::patches {
 
@@ -40,7 +41,17 @@ void addPortsOf(const kernel::Parameter& parameter, bool samplerOptions, QList<P
   }
 }
 
+bool isJoinedByScript(const NodeDescription& node) {
+  return node.state.value(u"advancedMode").toBool();
+}
+
 void addKernelPorts(const NodeDescription& node, PatchPorts& ports) {
+  if (isJoinedByScript(node)) {
+    const script::ScriptSource source(node.state.value(u"main").toString(), 0, 0);
+    for (const script::ScriptParameter& input : source.inputs())
+      ports.inputs.append(Port(input.key, input.type, {}, input.key));
+    return;
+  }
   for (const kernel::Parameter& parameter : kernel::Program::parameters(sourceOf(node)))
     addPortsOf(parameter, hasSamplerOptions(node), ports.inputs);
 }
@@ -50,7 +61,7 @@ class ImageKernelEvaluator : public PatchEvaluator {
  public:
   explicit ImageKernelEvaluator(const NodeDescription& node)
       : m_samplerOptions(hasSamplerOptions(node)) {
-    if (node.state.value(u"advancedMode").toBool()) {
+    if (isJoinedByScript(node)) {
       m_problem = QStringLiteral("kernels joined by a script are not supported");
       return;
     }
@@ -103,7 +114,8 @@ void registerImageKernelPatch(PatchRegistry& registry) {
   registry.add({.className = QStringLiteral("QCImageKernel"),
                 .title = QStringLiteral("Core Image Filter"),
                 .ports = {{}, {portOf(PortType::Image, "outputImage", "Image")}},
-                .dynamicPorts = QStringLiteral("the parameters of the first kernel"),
+                .dynamicPorts = QStringLiteral("the parameters of the first kernel, or of "
+                                               "the script that joins several"),
                 .status = QStringLiteral(
                     "one kernel, without the advanced mode's script; colours above alpha are "
                     "cut off; the result covers what its images cover"),

@@ -85,7 +85,9 @@ bool ScriptSource::readHead(const QString& script, const ScriptTokens& tokens) {
   for (qsizetype i = 0; i < tokens.size(); ++i) {
     if (!tokens.is(i, u"function")) continue;
     const bool hasOutputs = tokens.is(i + 1, u"(");
-    const qsizetype outputsEnd = hasOutputs ? tokens.closing(i + 1) : i;
+    // The script of an image filter names the type of its only result instead.
+    const bool hasType = !hasOutputs && tokens.is(i + 2, u"main");
+    const qsizetype outputsEnd = hasOutputs ? tokens.closing(i + 1) : hasType ? i + 1 : i;
     if (outputsEnd < 0 || !tokens.is(outputsEnd + 1, u"main") || !tokens.is(outputsEnd + 2, u"("))
       continue;
     const qsizetype inputsStart = outputsEnd + 2;
