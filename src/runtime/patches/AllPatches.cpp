@@ -42,6 +42,7 @@ void registerAll(PatchRegistry& registry) {
   registerTextImage(registry);
   registerJavaScriptPatch(registry);
   registerImageSourcePatches(registry);
+  registerMoviePatch(registry);
   registerImageFactPatches(registry);
   registerImageUsePatches(registry);
   registerImageKernelPatch(registry);

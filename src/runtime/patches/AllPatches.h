@@ -48,6 +48,7 @@ void registerExpressionPatch(PatchRegistry& registry);
 void registerTextImage(PatchRegistry& registry);
 void registerJavaScriptPatch(PatchRegistry& registry);
 void registerImageSourcePatches(PatchRegistry& registry);
+void registerMoviePatch(PatchRegistry& registry);
 void registerImageFactPatches(PatchRegistry& registry);
 void registerImageUsePatches(PatchRegistry& registry);
 void registerImageKernelPatch(PatchRegistry& registry);
