@@ -15,7 +15,7 @@ namespace {
 const char* const overview = R"(Usage: tessary COMMAND [OPTIONS]
 
 Commands:
-  info FILE            what a composition file holds: size, inputs, outputs, stop frames, patches
+  info FILE            what a file holds: size, inputs, outputs, stop frames, patches; components
   render FILE -o OUT   frames of a composition: PNG or JPEG pictures, or raw RGBA to standard output
   check FILE…          what in composition files cannot work as meant
   export DOC OUT.qtz   one playout composition from a document

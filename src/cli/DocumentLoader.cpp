@@ -1,5 +1,6 @@
 #include "cli/DocumentLoader.h"
 
+#include "cli/HeldMessages.h"
 #include "model/CompositionSource.h"
 
 namespace cli {
@@ -13,6 +14,15 @@ tl::expected<DocumentLoader, LoadFailure> DocumentLoader::load(const QString& pa
   auto sourced = model::CompositionSource(components).compositionFromFile(path);
   if (!sourced) return tl::unexpected(LoadFailure{ExitStatus::InputUnreadable, sourced.error()});
   return DocumentLoader{std::move(sourced->composition), sourced->warnings};
+}
+
+foundation::Result<void> DocumentLoader::exportTo(const QString& path, bool background) const {
+  using Background = model::Composition::Background;
+  HeldMessages messages;
+  auto done =
+      composition->exportToPath(path, background ? Background::Include : Background::Exclude);
+  if (!done) messages.dropWhatIsIn(done.error().text());
+  return done;
 }
 
 }  // namespace cli

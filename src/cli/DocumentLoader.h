@@ -1,15 +1,9 @@
 #pragma once
 
-#include "cli/ExitStatus.h"
+#include "cli/LoadFailure.h"
 #include "model/Composition.h"
 
 namespace cli {
-
-/// Why a file could not be opened, with the status to end with.
-struct LoadFailure {
-  ExitStatus status = ExitStatus::InputUnreadable;
-  foundation::Error error;
-};
 
 /// A graphic opened from its source.
 struct DocumentLoader {
@@ -17,6 +11,12 @@ struct DocumentLoader {
   QStringList warnings;
 
   [[nodiscard]] static tl::expected<DocumentLoader, LoadFailure> load(const QString& path);
+  /// The file is a graphic's source, not a composition, by its name.
+  [[nodiscard]] static bool isDocument(const QString& path) {
+    return path.endsWith(QLatin1String(".json"), Qt::CaseInsensitive);
+  }
+  /// Exports the graphic. What the error says is not shown as a message as well.
+  [[nodiscard]] foundation::Result<void> exportTo(const QString& path, bool background) const;
 };
 
 }  // namespace cli

@@ -18,10 +18,8 @@ ExitStatus ExportCommand::run(const QStringList& arguments) {
     Console::error(document.error().error);
     return document.error().status;
   }
-  const auto background = options.isSet(QStringLiteral("background"))
-                              ? model::Composition::Background::Include
-                              : model::Composition::Background::Exclude;
-  if (const auto done = document->composition->exportToPath(options.positional(1), background);
+  if (const auto done =
+          document->exportTo(options.positional(1), options.isSet(QStringLiteral("background")));
       !done) {
     Console::error(done.error());
     return ExitStatus::OutputFailed;

@@ -3,8 +3,8 @@
 #include <QImage>
 #include <memory>
 
+#include "cli/OutputName.h"
 #include "cli/PixelFormat.h"
-#include "foundation/Result.h"
 
 namespace cli {
 
@@ -25,12 +25,9 @@ class FrameWriter {
                                                          const QByteArray& bytes,
                                                          qint64 number) = 0;
 
-  /// Chooses by the output's name: "-" raw RGBA on standard output, a name with a number place such
-  /// as "name_%05d.png" or a folder a sequence, else one picture. Fails for unknown formats.
+  /// The writer for the name. Makes the folder of pictures.
   [[nodiscard]] static foundation::Result<std::unique_ptr<FrameWriter>> forOutput(
-      const QString& output, Alpha alpha);
-  /// The output names one picture, not a sequence or a stream.
-  [[nodiscard]] static bool isSinglePicture(const QString& output);
+      const OutputName& output, Alpha alpha);
 };
 
 }  // namespace cli

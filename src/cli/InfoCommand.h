@@ -6,7 +6,8 @@
 
 namespace cli {
 
-/// `tessary info`: what a composition file holds. `tessary patches`: what the runtime knows.
+/// `tessary info`: what a composition file or a graphic's source holds. `tessary patches`: what the
+/// runtime knows.
 class InfoCommand {
  public:
   [[nodiscard]] static ExitStatus run(const QStringList& arguments);

@@ -6,11 +6,6 @@
 
 namespace cli {
 
-QString PictureName::of(qint64 number) const {
-  return isSequence ? before + QStringLiteral("%1").arg(number, digits, 10, padding) + after
-                    : before;
-}
-
 PictureWriter::PictureWriter(PictureName name, PictureFormat format, Alpha alpha)
     : m_name(std::move(name)), m_format(format), m_alpha(alpha) {}
 

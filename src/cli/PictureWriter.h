@@ -8,18 +8,6 @@
 
 namespace cli {
 
-enum class PictureFormat { Png, Jpeg };
-
-/// The name of each picture: a fixed one, or one with the frame's number in it.
-struct PictureName {
-  QString before;
-  QString after = {};
-  int digits = 0;
-  QLatin1Char padding = QLatin1Char('0');
-  bool isSequence = false;
-  [[nodiscard]] QString of(qint64 number) const;
-};
-
 /// Writes each frame as a picture file, at once and from the thread that drew it. JPEG has no
 /// alpha: frames lie on black.
 class PictureWriter : public FrameWriter {

@@ -29,10 +29,7 @@ Loaded fromDocument(const QString& path, bool background) {
   if (!document) return tl::unexpected(document.error());
   const QTemporaryDir folder;
   const QString exported = folder.filePath(QStringLiteral("Composition.qtz"));
-  if (const auto done = document->composition->exportToPath(
-          exported, background ? model::Composition::Background::Include
-                               : model::Composition::Background::Exclude);
-      !done)
+  if (const auto done = document->exportTo(exported, background); !done)
     return tl::unexpected(LoadFailure{ExitStatus::OutputFailed, done.error()});
   Loaded input = fromComposition(exported);
   if (!input) return input;
@@ -47,8 +44,7 @@ Loaded fromDocument(const QString& path, bool background) {
 }  // namespace
 
 Loaded PlayableInput::load(const QString& path, bool background) {
-  return path.endsWith(QLatin1String(".json"), Qt::CaseInsensitive) ? fromDocument(path, background)
-                                                                    : fromComposition(path);
+  return DocumentLoader::isDocument(path) ? fromDocument(path, background) : fromComposition(path);
 }
 
 }  // namespace cli

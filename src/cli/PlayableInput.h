@@ -15,7 +15,7 @@ struct PlayableInput {
   QStringList findings;          ///< from loading
 
   [[nodiscard]] static tl::expected<PlayableInput, LoadFailure> load(const QString& path,
-                                                                 bool background);
+                                                                     bool background);
 };
 
 }  // namespace cli

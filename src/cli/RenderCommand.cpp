@@ -16,8 +16,7 @@ ExitStatus fail(ExitStatus status, const foundation::Error& error) {
   return status;
 }
 
-foundation::Result<void> setInputs(const RenderOptions& options,
-                                   runtime::CompositionRenderer& renderer) {
+InputValues::Done setInputs(const RenderOptions& options, runtime::CompositionRenderer& renderer) {
   if (!options.valuesFile.isEmpty())
     if (auto ok = InputValues::assignFile(options.valuesFile, renderer); !ok) return ok;
   for (const QString& assignment : options.assignments)
@@ -36,8 +35,7 @@ ExitStatus RenderCommand::run(const QStringList& arguments) {
   auto input = PlayableInput::load(options->input, options->background);
   if (!input) return fail(input.error().status, input.error().error);
   if (const auto ok = setInputs(*options, *input->renderer); !ok)
-    return fail(ok.error().file.isEmpty() ? ExitStatus::Usage : ExitStatus::InputUnreadable,
-                ok.error());
+    return fail(ok.error().status, ok.error().error);
   RenderJob job(*options, *input);
   if (const auto ok = job.plan(); !ok) return fail(ExitStatus::Usage, ok.error());
   auto writer = FrameWriter::forOutput(options->output, options->alpha);

@@ -20,14 +20,19 @@ RenderJob::RenderJob(const RenderOptions& options, PlayableInput& input)
 
 foundation::Result<void> RenderJob::plan() {
   m_size = m_options.size.value_or(m_input.summary.size.value_or(QSize(1920, 1080)));
+  if (!RenderOptions::isDrawable(m_size))
+    return foundation::failure(
+        QStringLiteral("the file wants pictures of %1 x %2, which is too large; give --size")
+            .arg(m_size.width())
+            .arg(m_size.height()));
   m_rate = m_options.rate.value_or(m_input.rate);
   if (m_options.frames) m_frames = *m_options.frames;
   if (m_options.duration) m_frames = std::max<qint64>(1, m_rate.framesIn(*m_options.duration));
-  if (FrameWriter::isSinglePicture(m_options.output)) {
+  if (m_options.output.isSinglePicture()) {
     if (m_frames.value_or(1) != 1)
       return foundation::failure(
           QStringLiteral("%1 is one picture; name a sequence such as name_%05d.png for %2 frames")
-              .arg(m_options.output)
+              .arg(m_options.output.text)
               .arg(*m_frames));
     m_frames = 1;
   }

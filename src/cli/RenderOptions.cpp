@@ -88,9 +88,10 @@ foundation::Result<QSize> pictureSize(const QString& text) {
   bool ok2 = false;
   const QSize size =
       parts.size() == 2 ? QSize(parts[0].toInt(&ok1), parts[1].toInt(&ok2)) : QSize();
-  if (!ok1 || !ok2 || size.isEmpty() || size.width() > 16384 || size.height() > 16384)
-    return failure(
-        QStringLiteral("--size takes WIDTHxHEIGHT up to 16384x16384, not '%1'").arg(text));
+  if (!ok1 || !ok2 || !RenderOptions::isDrawable(size))
+    return failure(QStringLiteral("--size takes WIDTHxHEIGHT, at most 16384 a side and 134 million "
+                                  "pixels in all, not '%1'")
+                       .arg(text));
   return size;
 }
 
@@ -154,11 +155,21 @@ foundation::Result<void> readTimes(const CommandOptions& options, RenderOptions&
 
 }  // namespace
 
+bool RenderOptions::isDrawable(const QSize& size) {
+  constexpr int longestSide = 16384;
+  constexpr qint64 mostPixels = qint64(longestSide) * longestSide / 2;
+  return !size.isEmpty() && size.width() <= longestSide && size.height() <= longestSide &&
+         qint64(size.width()) * size.height() <= mostPixels;
+}
+
 foundation::Result<RenderOptions> RenderOptions::read(const CommandOptions& options) {
   RenderOptions r;
   r.input = options.positional(0);
-  r.output = options.text(QStringLiteral("output"));
-  if (r.output.isEmpty()) return failure(QStringLiteral("-o OUT is missing"));
+  const QString output = options.text(QStringLiteral("output"));
+  if (output.isEmpty()) return failure(QStringLiteral("-o OUT is missing"));
+  const auto name = OutputName::read(output);
+  if (!name) return tl::unexpected(name.error());
+  r.output = *name;
   if (const auto ok = readFormat(options, r); !ok) return tl::unexpected(ok.error());
   if (const auto ok = readTimes(options, r); !ok) return tl::unexpected(ok.error());
   r.assignments = options.texts(QStringLiteral("set"));

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "cli/CommandOptions.h"
+#include "cli/OutputName.h"
 #include "cli/PixelFormat.h"
 #include "model/VideoModes.h"
 
@@ -29,7 +30,7 @@ struct FrameRate {
 /// What `tessary render` was asked to do.
 struct RenderOptions {
   QString input;
-  QString output;
+  OutputName output;
   std::optional<QSize> size;
   std::optional<FrameRate> rate;
   double from = 0;
@@ -45,6 +46,9 @@ struct RenderOptions {
 
   /// The command's options, ready to parse.
   [[nodiscard]] static std::unique_ptr<CommandOptions> syntax();
+  /// No side above 16384 pixels and no more than 134 million (16384 x 8192) in all, which is half a
+  /// gigabyte a canvas.
+  [[nodiscard]] static bool isDrawable(const QSize& size);
   /// Fails with a sentence for the person.
   [[nodiscard]] static foundation::Result<RenderOptions> read(const CommandOptions& options);
 };

@@ -26,12 +26,16 @@ RenderPipeline::RenderPipeline(FrameWriter& writer, const QSize& size, int threa
     : m_writer(writer), m_size(size) {
   const int drawing = threads > 0 ? threads : QThread::idealThreadCount();
   QThreadPool::globalInstance()->setMaxThreadCount(drawing);
-  // One more than can be drawn, so that a frame being written holds up nobody.
-  for (int i = 0; i < drawing + 1; ++i) {
-    m_idle.push_back(std::make_unique<Frame>(size));
-  }
+  m_mostFrames = framesUnderWay(size, drawing);
   m_delivery.reset(QThread::create([this] { deliverFrames(); }));
   m_delivery->start();
+}
+
+int RenderPipeline::framesUnderWay(const QSize& size, int threads) {
+  constexpr qint64 mostBytes = qint64(2) << 30;
+  // A canvas, and a second picture where frames lie on black or have no alpha.
+  const qint64 bytes = std::max<qint64>(qint64(size.width()) * size.height() * 4 * 2, 1);
+  return static_cast<int>(std::clamp<qint64>(mostBytes / bytes, 1, qint64(threads) + 1));
 }
 
 RenderPipeline::~RenderPipeline() {
@@ -42,10 +46,10 @@ bool RenderPipeline::add(runtime::DrawList list, bool onBlack, qint64 number) {
   std::unique_ptr<Frame> frame;
   {
     QMutexLocker lock(&m_mutex);
-    while (m_idle.empty() && !m_error) m_changed.wait(&m_mutex);
+    while (m_idle.empty() && m_frames == m_mostFrames && !m_error) m_changed.wait(&m_mutex);
     if (m_error) return false;
-    frame = std::move(m_idle.back());
-    m_idle.pop_back();
+    frame = takeIdle();
+    if (!frame) return false;
     frame->order = m_added++;
   }
   frame->list = std::move(list);
@@ -66,6 +70,23 @@ bool RenderPipeline::add(runtime::DrawList list, bool onBlack, qint64 number) {
     m_changed.wakeAll();
   });
   return true;
+}
+
+std::unique_ptr<RenderPipeline::Frame> RenderPipeline::takeIdle() {
+  if (!m_idle.empty()) {
+    std::unique_ptr<Frame> frame = std::move(m_idle.back());
+    m_idle.pop_back();
+    return frame;
+  }
+  auto frame = std::make_unique<Frame>(m_size);
+  ++m_frames;
+  if (!frame->canvas.image().isNull()) return frame;
+  m_error = foundation::Error{QStringLiteral("there is not enough memory for pictures of %1 x %2")
+                                  .arg(m_size.width())
+                                  .arg(m_size.height()),
+                              {},
+                              {}};
+  return nullptr;
 }
 
 void RenderPipeline::drawFrame(Frame& frame) {

@@ -12,12 +12,16 @@ namespace cli {
 
 /// Draws and encodes several frames at once and delivers them in order. Draw lists come from one
 /// thread; the pixel work runs in the global thread pool, writing on a thread of its own. At most a
-/// few frames are under way, so memory does not grow with their number.
+/// few frames are under way, so memory does not grow with their number, and fewer of large
+/// pictures.
 class RenderPipeline {
  public:
   /// The writer must outlive the pipeline. `threads` 0: one a core.
   RenderPipeline(FrameWriter& writer, const QSize& size, int threads);
   ~RenderPipeline();
+  /// How many frames of the size may be under way at once: one more than can be drawn, so that a
+  /// frame being written holds up nobody, but no more than fit into two gigabytes.
+  [[nodiscard]] static int framesUnderWay(const QSize& size, int threads);
   RenderPipeline(const RenderPipeline&) = delete;
   RenderPipeline& operator=(const RenderPipeline&) = delete;
 
@@ -30,6 +34,8 @@ class RenderPipeline {
 
  private:
   struct Frame;
+  /// An idle frame, or a new one; none, and the error is set, when memory runs out.
+  [[nodiscard]] std::unique_ptr<Frame> takeIdle();
   void drawFrame(Frame& frame);
   void deliverFrames();
 
@@ -37,6 +43,8 @@ class RenderPipeline {
   QSize m_size;
   mutable QMutex m_mutex;
   QWaitCondition m_changed;
+  int m_mostFrames = 1;
+  int m_frames = 0;  ///< made so far
   std::vector<std::unique_ptr<Frame>> m_idle;
   std::map<qint64, std::unique_ptr<Frame>> m_ready;  ///< drawn, waiting for their turn
   qint64 m_added = 0;

@@ -7,19 +7,18 @@
 namespace model {
 
 StandardComponents StandardComponents::located() {
-  QStringList resourceFolders;
+  const auto folderIn = [](const QString& resources) {
+    return QDir::cleanPath(resources + QStringLiteral("/QTZ Standard Components"));
+  };
+  // Who names a folder means that one: another one would hide the mistake.
   if (const QString named = qEnvironmentVariable("TESSARY_RESOURCES"); !named.isEmpty())
-    resourceFolders.append(named);
-  if (QCoreApplication::instance())
-    resourceFolders.append(QCoreApplication::applicationDirPath() +
-                           QStringLiteral("/../share/tessary"));
-  resourceFolders.append(QStringLiteral(TESSARY_BUILD_RESOURCES));
-  QString folder;
-  for (const QString& resources : resourceFolders) {
-    folder = QDir::cleanPath(resources + QStringLiteral("/QTZ Standard Components"));
-    if (QFileInfo(folder).isDir()) break;
+    return StandardComponents(folderIn(named));
+  if (QCoreApplication::instance()) {
+    const QString beside =
+        folderIn(QCoreApplication::applicationDirPath() + QStringLiteral("/../share/tessary"));
+    if (QFileInfo(beside).isDir()) return StandardComponents(beside);
   }
-  return StandardComponents(folder);
+  return StandardComponents(folderIn(QStringLiteral(TESSARY_BUILD_RESOURCES)));
 }
 
 std::optional<QString> StandardComponents::pathOf(const QString& name) const {

@@ -13,8 +13,8 @@ namespace model {
 class StandardComponents {
  public:
   explicit StandardComponents(QString folder) : m_folder(std::move(folder)) {}
-  /// In the resource folder named by the environment variable TESSARY_RESOURCES, else beside the
-  /// program (../share/tessary), else where the build put them.
+  /// In the resource folder named by the environment variable TESSARY_RESOURCES, whether it is
+  /// there or not; else beside the program (../share/tessary), else where the build put them.
   [[nodiscard]] static StandardComponents located();
 
   [[nodiscard]] const QString& folder() const { return m_folder; }

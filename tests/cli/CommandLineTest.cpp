@@ -20,11 +20,13 @@ struct Outcome {
   QString error;
 };
 
-Outcome tessary(const QStringList& arguments, const QString& folder = {}) {
+Outcome tessary(const QStringList& arguments, const QString& folder = {},
+                const QString& resources = {}) {
   QProcess process;
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
   environment.remove(QStringLiteral("DISPLAY"));
   environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+  if (!resources.isEmpty()) environment.insert(QStringLiteral("TESSARY_RESOURCES"), resources);
   process.setProcessEnvironment(environment);
   if (!folder.isEmpty()) process.setWorkingDirectory(folder);
   process.start(QStringLiteral(TESSARY_PROGRAM), arguments);
@@ -84,7 +86,13 @@ TEST_F(CommandLine, WrongCallsEndWithStatusTwoAndSayWhy) {
        "the file has: Paint"},
       {{QStringLiteral("render"), sample, QStringLiteral("-o"), at("x.png"),
         QStringLiteral("--set"), QStringLiteral("Paint=loud")},
-       "'Paint' takes a colour"}};
+       "'Paint' takes a colour"},
+      {{QStringLiteral("render"), sample, QStringLiteral("-o"), at("x_%s.png")},
+       "one number place"},
+      {{QStringLiteral("render"), sample, QStringLiteral("-o"), at("x.mov")}, ".png, .jpg"},
+      {{QStringLiteral("render"), sample, QStringLiteral("-o"), at("x.png"),
+        QStringLiteral("--size"), QStringLiteral("16384x16384")},
+       "134 million"}};
   for (const auto& [arguments, part] : cases) {
     const Outcome outcome = tessary(arguments);
     EXPECT_EQ(outcome.status, 2) << part;
@@ -150,19 +158,90 @@ TEST_F(CommandLine, RendersPicturesSequencesAndRawFrames) {
   EXPECT_EQ(raw.out.left(4), QByteArray("\x00\xff\x00\x80", 4));
 }
 
+void writeText(const QString& path, const QByteArray& text) {
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(text);
+}
+
 TEST_F(CommandLine, ValuesComeFromAFile) {
-  QFile values(at("values.json"));
-  ASSERT_TRUE(values.open(QIODevice::WriteOnly));
-  values.write("{\"Paint\": \"#102030\"}");
-  values.close();
-  ASSERT_EQ(tessary({QStringLiteral("render"), sample, QStringLiteral("-o"), at("v.png"),
-                     QStringLiteral("--values"), at("values.json")})
+  const QStringList render{QStringLiteral("render"),   sample,
+                           QStringLiteral("-o"),       at("v.png"),
+                           QStringLiteral("--values"), at("values.json")};
+  writeText(at("values.json"), "{\"Paint\": \"#102030\"}");
+  ASSERT_EQ(tessary(render).status, 0);
+  EXPECT_EQ(QImage(at("v.png")).pixelColor(1, 1), QColor(0x10, 0x20, 0x30));
+  const std::tuple<const char*, int, const char*> cases[] = {
+      {"{\"Paint\": [1]}", 2, "'Paint' takes a colour such as #1A58C4 or #1A58C480, not '[1]'"},
+      {"{\"Colour\": \"#102030\"}", 2, "there is no input 'Colour'"},
+      {"[1]", 3, "not a JSON object"},
+      {"{\"Paint\"", 3, "byte"}};
+  for (const auto& [text, status, part] : cases) {
+    writeText(at("values.json"), text);
+    const Outcome outcome = tessary(render);
+    EXPECT_EQ(outcome.status, status) << text;
+    EXPECT_TRUE(outcome.error.contains(at("values.json"))) << outcome.error.toStdString();
+    EXPECT_TRUE(outcome.error.contains(QString::fromLatin1(part))) << outcome.error.toStdString();
+  }
+  QFile::remove(at("values.json"));
+  EXPECT_EQ(tessary(render).status, 3);
+}
+
+TEST_F(CommandLine, AFolderThatIsNotThereIsMadeForASequence) {
+  ASSERT_EQ(tessary({QStringLiteral("render"), sample, QStringLiteral("-o"), at("new/folder/"),
+                     QStringLiteral("--frames"), QStringLiteral("2")})
                 .status,
             0);
-  EXPECT_EQ(QImage(at("v.png")).pixelColor(1, 1), QColor(0x10, 0x20, 0x30));
-  const Outcome missing = tessary({QStringLiteral("render"), sample, QStringLiteral("-o"),
-                                   at("v.png"), QStringLiteral("--values"), at("none.json")});
-  EXPECT_EQ(missing.status, 3);
+  EXPECT_TRUE(QFile::exists(at("new/folder/frame_00001.png")));
+}
+
+const QString lowerThird =
+    QStringLiteral(TESSARY_SOURCE_FOLDER "/resources/examples/lower-third/lower-third.json");
+
+TEST_F(CommandLine, InfoOfASourceTellsComponentsKeyFramesAndStopFrames) {
+  const Outcome outcome = tessary({QStringLiteral("info"), lowerThird, QStringLiteral("--json")});
+  ASSERT_EQ(outcome.status, 0) << outcome.error.toStdString();
+  const QJsonObject info = QJsonDocument::fromJson(outcome.out).object();
+  EXPECT_EQ(info[QStringLiteral("width")].toInt(), 1920);
+  EXPECT_EQ(info[QStringLiteral("stopFrames")].toArray().size(), 2);
+  EXPECT_EQ(info[QStringLiteral("stopFrames")][0][QStringLiteral("time")].toDouble(), 0.8);
+  QJsonObject opacity;
+  QJsonObject name;
+  for (const QJsonValue component : info[QStringLiteral("components")].toArray()) {
+    if (component[QStringLiteral("title")].toString() != QLatin1String("Name 1")) continue;
+    for (const QJsonValue attribute : component[QStringLiteral("attributes")].toArray()) {
+      const QString key = attribute[QStringLiteral("key")].toString();
+      if (key == QLatin1String("opacity")) opacity = attribute.toObject();
+      if (key == QLatin1String("Text")) name = attribute.toObject();
+    }
+  }
+  EXPECT_EQ(name[QStringLiteral("type")].toString(), QStringLiteral("string"));
+  EXPECT_EQ(name[QStringLiteral("value")].toString(), QStringLiteral("Harbour Master"));
+  EXPECT_FALSE(name.contains(QStringLiteral("keyFrames")));
+  const QJsonArray frames = opacity[QStringLiteral("keyFrames")].toArray();
+  ASSERT_EQ(frames.size(), 4);
+  EXPECT_EQ(frames[1][QStringLiteral("time")].toDouble(), 0.64);
+  EXPECT_EQ(frames[1][QStringLiteral("value")].toDouble(), 1.0);
+
+  const QString text = QString::fromUtf8(tessary({QStringLiteral("info"), lowerThird}).out);
+  EXPECT_TRUE(text.contains(QStringLiteral("  0.8 s  Second person\n"))) << text.toStdString();
+  EXPECT_TRUE(text.contains(QStringLiteral(" = \"Harbour Master\"")));
+  EXPECT_TRUE(text.contains(QStringLiteral("0.4 s: 0, 0.64 s: 1, 0.8 s: 1, 0.96 s: 0")));
+}
+
+TEST_F(CommandLine, AFailedExportSaysItsMessageOnce) {
+  const Outcome outcome = tessary({QStringLiteral("export"), lowerThird, at("not/there/out.qtz")});
+  EXPECT_EQ(outcome.status, 4);
+  EXPECT_EQ(outcome.error.count(QStringLiteral("Unable to write output file!")), 1)
+      << outcome.error.toStdString();
+}
+
+TEST_F(CommandLine, ResourcesThatAreNamedAndNotThereAreTold) {
+  const Outcome outcome =
+      tessary({QStringLiteral("export"), lowerThird, at("out.qtz")}, {}, at("nowhere"));
+  EXPECT_EQ(outcome.status, 5);
+  EXPECT_TRUE(outcome.error.contains(at("nowhere"))) << outcome.error.toStdString();
+  EXPECT_FALSE(QFile::exists(at("out.qtz")));
 }
 
 TEST_F(CommandLine, FindingsAreReportedAndSetTheStatus) {

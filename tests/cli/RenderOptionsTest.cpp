@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "cli/FrameWriter.h"
-#include "cli/PictureWriter.h"
+#include "cli/OutputName.h"
 #include "cli/ProgressBar.h"
 
 namespace {
@@ -46,6 +45,7 @@ TEST(RenderOptions, WrongValuesAreNamed) {
   const std::pair<QStringList, const char*> cases[] = {
       {{QStringLiteral("--size"), QStringLiteral("0x5")}, "--size"},
       {{QStringLiteral("--size"), QStringLiteral("99999x5")}, "--size"},
+      {{QStringLiteral("--size"), QStringLiteral("16384x16384")}, "134 million"},
       {{QStringLiteral("--fps"), QStringLiteral("fast")}, "--fps"},
       {{QStringLiteral("--mode"), QStringLiteral("HD 4711")}, "HD 4711"},
       {{QStringLiteral("--from"), QStringLiteral("-1")}, "--from"},
@@ -65,14 +65,32 @@ TEST(RenderOptions, WrongValuesAreNamed) {
   }
 }
 
-TEST(FrameWriter, NamesFollowThePattern) {
-  EXPECT_TRUE(cli::FrameWriter::isSinglePicture(QStringLiteral("a.png")));
-  EXPECT_FALSE(cli::FrameWriter::isSinglePicture(QStringLiteral("a_%05d.png")));
-  EXPECT_FALSE(cli::FrameWriter::isSinglePicture(QStringLiteral("-")));
-  const cli::PictureName name{QStringLiteral("a_"), QStringLiteral(".png"), 5, QLatin1Char('0'),
-                              true};
-  EXPECT_EQ(name.of(42), QStringLiteral("a_00042.png"));
-  EXPECT_FALSE(cli::FrameWriter::forOutput(QStringLiteral("a.gif"), cli::Alpha::Straight));
+TEST(OutputName, NamesFollowThePattern) {
+  const auto read = [](const char* text) { return cli::OutputName::read(QString::fromUtf8(text)); };
+  EXPECT_TRUE(read("-")->isStream);
+  EXPECT_TRUE(read("a.png")->isSinglePicture());
+  EXPECT_TRUE(read("100%.JPEG")->isSinglePicture());
+  EXPECT_EQ(read("100%.JPEG")->format, cli::PictureFormat::Jpeg);
+  EXPECT_EQ(read("%d/a.png")->name.of(7), QStringLiteral("%d/a.png"));
+  EXPECT_EQ(read("a_%05d.png")->name.of(42), QStringLiteral("a_00042.png"));
+  EXPECT_EQ(read("a_%4d.png")->name.of(42), QStringLiteral("a_  42.png"));
+}
+
+TEST(OutputName, FoldersHoldASequenceWhetherTheyAreThereOrNot) {
+  const auto there = cli::OutputName::read(QStringLiteral("/tmp"));
+  ASSERT_TRUE(there);
+  EXPECT_EQ(there->name.of(3), QStringLiteral("/tmp/frame_00003.png"));
+  const auto named = cli::OutputName::read(QStringLiteral("not/there/"));
+  ASSERT_TRUE(named);
+  EXPECT_FALSE(named->isSinglePicture());
+  EXPECT_TRUE(named->folder().endsWith(QLatin1String("/not/there")));
+}
+
+TEST(OutputName, PatternsAndFormatsThatCannotBeWritten) {
+  for (const char* wrong : {"a_%s.png", "a_%d_%d.png", "a_%123d.png", "a.gif", "a_%d.mov", "a"})
+    EXPECT_FALSE(cli::OutputName::read(QString::fromLatin1(wrong))) << wrong;
+  const auto movie = cli::OutputName::read(QStringLiteral("a.mov"));
+  EXPECT_TRUE(movie.error().message.contains(QLatin1String(".png, .jpg or .jpeg")));
 }
 
 TEST(ProgressBar, ShowsShareRateAndRest) {

@@ -48,6 +48,13 @@ TEST(RenderPipeline, DeliversEveryFrameInOrder) {
   }
 }
 
+TEST(RenderPipeline, FewerFramesOfLargePicturesAreUnderWay) {
+  EXPECT_EQ(cli::RenderPipeline::framesUnderWay({1920, 1080}, 4), 5);
+  EXPECT_EQ(cli::RenderPipeline::framesUnderWay({16384, 8192}, 16), 2);  // 1 GiB each
+  EXPECT_EQ(cli::RenderPipeline::framesUnderWay({16384, 16384}, 16), 1);
+  EXPECT_EQ(cli::RenderPipeline::framesUnderWay({4, 4}, 256), 257);
+}
+
 TEST(RenderPipeline, FailureStopsTheRunAndIsReported) {
   RecordingWriter writer;
   writer.failAt = 5;
