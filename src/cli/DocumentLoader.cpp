@@ -1,7 +1,6 @@
 #include "cli/DocumentLoader.h"
 
 #include "cli/HeldMessages.h"
-#include "model/CompositionSource.h"
 
 namespace cli {
 
@@ -13,7 +12,7 @@ tl::expected<DocumentLoader, LoadFailure> DocumentLoader::load(const QString& pa
                     {QStringLiteral("holds no standard components"), components.folder(), {}}});
   auto sourced = model::CompositionSource(components).compositionFromFile(path);
   if (!sourced) return tl::unexpected(LoadFailure{ExitStatus::InputUnreadable, sourced.error()});
-  return DocumentLoader{std::move(sourced->composition), sourced->warnings};
+  return DocumentLoader{std::move(*sourced)};
 }
 
 foundation::Result<void> DocumentLoader::exportTo(const QString& path, bool background) const {

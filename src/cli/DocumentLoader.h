@@ -2,14 +2,12 @@
 
 #include "cli/LoadFailure.h"
 #include "model/Composition.h"
+#include "model/CompositionSource.h"
 
 namespace cli {
 
 /// A graphic opened from its source.
-struct DocumentLoader {
-  std::unique_ptr<model::Composition> composition;
-  QStringList warnings;
-
+struct DocumentLoader : model::SourcedComposition {
   [[nodiscard]] static tl::expected<DocumentLoader, LoadFailure> load(const QString& path);
   /// The file is a graphic's source, not a composition, by its name.
   [[nodiscard]] static bool isDocument(const QString& path) {

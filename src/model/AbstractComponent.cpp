@@ -3,127 +3,268 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include "foundation/PropertyList.h"
-#include "model/RichFontValue.h"
+#include "foundation/Log.h"
+#include "model/AttributeFactory.h"
+#include "model/ComponentProgram.h"
 #include "runtime/CompositionRenderer.h"
-#include "runtime/text/FontResolver.h"
+#include "store/ObjectContext.h"
 
 namespace model {
 
+using foundation::PropertyArray;
+using foundation::PropertyDictionary;
 using foundation::Result;
 
-AbstractComponent::AbstractComponent() = default;
+AbstractComponent::Declaration::Declaration(const QString& name) : Entity(name) {
+  derive("duration", {"startTime", "endTime"}, [](const ManagedObject& object) {
+    return QVariant(static_cast<const AbstractComponent&>(object).duration());
+  });
+  derive("visible", {"startTime", "endTime"}, [](const ManagedObject& object) {
+    return QVariant(static_cast<const AbstractComponent&>(object).visible());
+  });
+  derive("animateable", {"attributes"}, [](const ManagedObject& object) {
+    return QVariant(static_cast<const AbstractComponent&>(object).animateable());
+  });
+}
+
+AbstractComponent::AbstractComponent(const Declaration& declaration) : ManagedObject(declaration) {}
 AbstractComponent::~AbstractComponent() = default;
 
 void AbstractComponent::setDuration(double duration) {
-  if (duration >= 0) m_endTime = m_startTime + duration;
+  if (duration >= 0) setEndTime(startTime() + duration);
 }
 
 double AbstractComponent::validatedEndTime(double proposed) const {
-  return proposed < m_startTime ? roundedTimepoint(m_startTime) : proposed;
+  return proposed < startTime() ? roundedTimepoint(startTime()) : proposed;
 }
 
 double AbstractComponent::validatedStartTime(double proposed) const {
-  return proposed > m_endTime ? roundedTimepoint(m_endTime) : proposed;
+  return proposed > endTime() ? roundedTimepoint(endTime()) : proposed;
 }
 
 bool AbstractComponent::visible() const {
-  return renderTimepoint() >= m_startTime && renderTimepoint() <= m_endTime;
+  return renderTimepoint() >= startTime() && renderTimepoint() <= endTime();
 }
 
 Attribute* AbstractComponent::attributeForKey(const QString& key) const {
-  for (const auto& attribute : m_attributes)
-    if (attribute->key() == key) return attribute.get();
+  for (Attribute* attribute : attributes())
+    if (attribute->key() == key) return attribute;
   return nullptr;
 }
 
 QList<Attribute*> AbstractComponent::attributesSortedByTitle() const {
-  QList<Attribute*> sorted;
-  for (const auto& attribute : m_attributes) sorted.append(attribute.get());
-  std::stable_sort(sorted.begin(), sorted.end(), [](const Attribute* a, const Attribute* b) {
-    return a->title().compare(b->title()) < 0;
-  });
+  QList<Attribute*> sorted = attributes().list();
+  std::stable_sort(sorted.begin(), sorted.end(),
+                   [](const Attribute* a, const Attribute* b) { return a->titleComparator(*b); });
   return sorted;
 }
 
+QList<Attribute*> AbstractComponent::children() const {
+  QList<Attribute*> rows = attributesSortedByTitle();
+  rows.removeIf([](const Attribute* attribute) { return !attribute->animationPossible(); });
+  return rows;
+}
+
 int AbstractComponent::animateable() const {
-  const auto count = std::count_if(m_attributes.begin(), m_attributes.end(),
-                                   [](const auto& attribute) { return attribute->animateable(); });
+  qsizetype count = 0;
+  for (const Attribute* attribute : attributes()) count += attribute->animateable() ? 1 : 0;
   if (count == 0) return 0;
-  return count == static_cast<std::ptrdiff_t>(m_attributes.size()) ? 1 : -1;
+  return count == attributes().size() ? 1 : -1;
 }
 
 void AbstractComponent::setAnimateable(int animateable) {
-  for (const auto& attribute : m_attributes) attribute->setAnimateable(animateable == 1);
-}
-
-void AbstractComponent::setAttributeValuesOnQuartzComposition() {
-  if (!m_renderer) return;
-  for (const auto& attribute : m_attributes) attribute->setValueOnRenderer(*m_renderer);
-}
-
-Attribute* AbstractComponent::addAttribute(std::unique_ptr<Attribute> attribute) {
-  m_attributes.push_back(std::move(attribute));
-  return m_attributes.back().get();
+  const store::UndoStep step(*context());
+  for (Attribute* attribute : attributes()) attribute->setAnimateable(animateable == 1);
 }
 
 Result<void> AbstractComponent::initializeQuartzComposition() {
-  if (m_quartzCompositionData.isEmpty()) {
-    QFile file(m_compositionFilename);
+  dropRenderer();
+  if (quartzCompositionData().isEmpty()) {
+    QFile file(compositionFilename());
     if (!file.open(QIODevice::ReadOnly))
-      return foundation::failure(file.errorString(), m_compositionFilename);
-    m_quartzCompositionData = file.readAll();
+      return foundation::failure(file.errorString(), compositionFilename());
+    set(fields().quartzCompositionData, file.readAll());
   }
-  auto renderer =
-      runtime::CompositionRenderer::fromData(m_quartzCompositionData, m_compositionFilename);
-  if (!renderer) return tl::unexpected(renderer.error());
-  m_renderer = std::move(*renderer);
+  auto program = ComponentProgram::fromData(quartzCompositionData(), compositionFilename());
+  m_failedToLoad = !program;
+  if (!program) return tl::unexpected(program.error());
+  m_program = std::move(*program);
   return {};
+}
+
+const ComponentProgram* AbstractComponent::program() const {
+  if (!m_program && !m_failedToLoad && !quartzCompositionData().isEmpty()) {
+    auto program = ComponentProgram::fromData(quartzCompositionData(), compositionFilename());
+    if (program)
+      m_program = std::move(*program);
+    else
+      m_failedToLoad = true;
+  }
+  return m_program.get();
+}
+
+runtime::CompositionRenderer* AbstractComponent::renderer() const {
+  if (m_renderer || !program()) return m_renderer.get();
+  m_renderer = std::make_unique<runtime::CompositionRenderer>(m_program->compiled());
+  setupRenderer(*m_renderer);
+  for (const Attribute* attribute : attributes()) attribute->setValueOnRenderer(*m_renderer);
+  return m_renderer.get();
+}
+
+void AbstractComponent::dropRenderer() const {
+  m_renderer.reset();
+  m_program.reset();
+  m_failedToLoad = false;
 }
 
 Result<void> AbstractComponent::initializeWithFile(const QString& path,
                                                    const InputValues& inputValues,
                                                    QStringList& warnings) {
-  m_compositionFilename = path;
+  set(fields().compositionFilename, path);
   if (auto loaded = initializeQuartzComposition(); !loaded) return loaded;
-  const auto tree = foundation::PropertyList::fromData(m_quartzCompositionData, path);
-  m_title = tree ? tree->dictionary().value(u"name").toString() : QString();
-  if (m_title.isEmpty()) m_title = QFileInfo(path).completeBaseName();
-
-  quint64 position = 0;
-  for (const QString& key : m_renderer->inputKeys()) {
-    if (!shallCreateAttributeForKey(key)) continue;
-    const auto info = m_renderer->inputAttributes(key);
-    if (!info) continue;
-    Attribute* attribute = addAttribute(
-        std::make_unique<Attribute>(this, *info, initialValue(key, inputValues, warnings)));
-    if (attribute->position() == AttributeLabel::noPosition) attribute->setPosition(position++);
-    if (key.startsWith(QLatin1String("CI"))) attribute->setPermissionToChange(true);
-  }
+  setTitle(program()->name().isEmpty() ? QFileInfo(path).completeBaseName() : program()->name());
+  AttributeFactory factory(*renderer(), inputValues, warnings);
+  for (const QString& key : program()->inputKeys())
+    if (shallCreateAttributeForKey(key))
+      if (auto attribute = factory.attributeForInput(key)) addAttribute(std::move(attribute));
   setAttributeValuesOnQuartzComposition();
   return {};
 }
 
-AttributeValue AbstractComponent::initialValue(const QString& key, const InputValues& inputValues,
-                                               QStringList& warnings) const {
-  const auto rendererValue = [&](const QString& inputKey) {
-    return AttributeValue::fromRuntime(m_renderer->valueForInputKey(inputKey));
-  };
-  const AttributeValue value =
-      inputValues.contains(key) ? inputValues.value(key) : rendererValue(key);
-  if (key.contains(QLatin1String("Rich_Font_Name")))
-    return std::make_shared<const RichFontValue>(key, *m_renderer);
-  if (!key.contains(QLatin1String("Font_Name"))) return value;
-  const QString sizeKey =
-      QString(key).replace(QLatin1String("Font_Name"), QLatin1String("Font_Size"));
-  FontValue font{value.toString(), roundedTimepoint(rendererValue(sizeKey).toNumber())};
-  if (!runtime::FontResolver::contains(font.name)) {
-    const QString substitute = runtime::FontResolver::defaultFamily();
-    warnings.append(QStringLiteral("Could not find font \"%1\", substituted with font \"%2\".")
-                        .arg(font.name, substitute));
-    font.name = substitute;
+void AbstractComponent::initializeWithDictionary(const PropertyDictionary& dictionaryData) {
+  const QString attributesKey = QStringLiteral("attributes");
+  for (const auto& [key, value] : dictionaryData)
+    if (key != attributesKey) setStoredValue(value, key);
+  for (const auto& attribute : dictionaryData.value(attributesKey).array())
+    addAttribute(std::make_unique<Attribute>(attribute.dictionary()));
+}
+
+Attribute* AbstractComponent::addAttribute(std::unique_ptr<Attribute> attribute) {
+  Attribute* added = context()->insert(std::move(attribute));
+  added->setComponent(this);
+  return added;
+}
+
+Result<void> AbstractComponent::updateWithFile(const QString& path, QStringList& warnings) {
+  const auto usable = usablePath(path);
+  if (!usable) return tl::unexpected(usable.error());
+  QFile file(*usable);
+  if (!file.open(QIODevice::ReadOnly)) return foundation::failure(file.errorString(), *usable);
+  const QByteArray bytes = file.readAll();
+  const auto program = ComponentProgram::fromData(bytes, *usable);
+  if (!program) return tl::unexpected(program.error());
+
+  const store::UndoStep step(*context());
+  set(fields().compositionFilename, *usable);
+  set(fields().quartzCompositionData, bytes);
+  const runtime::CompositionRenderer fresh((*program)->compiled());
+  const InputValues none;
+  AttributeFactory factory(fresh, none, warnings);
+  QSet<QString> offered;
+  for (const QString& key : (*program)->inputKeys()) {
+    if (!shallCreateAttributeForKey(key)) continue;
+    offered.insert(key);
+    auto attribute = factory.attributeForInput(key);
+    Attribute* existing = attributeForKey(key);
+    if (!attribute || (existing && existing->type() == attribute->type())) continue;
+    if (existing) context()->remove(*existing);
+    addAttribute(std::move(attribute));
   }
-  return font;
+  for (Attribute* attribute : attributes().list())
+    if (attribute->quartzAttribute() && shallCreateAttributeForKey(attribute->key()) &&
+        !offered.contains(attribute->key()))
+      context()->remove(*attribute);
+  setNeedsUpdate(true);
+  return {};
+}
+
+void AbstractComponent::readLabelsOfPorts() {
+  const runtime::CompositionRenderer* source = renderer();
+  if (!source) return;
+  quint64 position = 0;
+  for (const QString& key : program()->inputKeys()) {
+    Attribute* attribute = attributeForKey(key);
+    const auto info = source->inputAttributes(key);
+    if (!attribute || !info || !shallCreateAttributeForKey(key)) continue;
+    attribute->readLabelOfPort(info->label);
+    if (attribute->position() == AttributeLabel::noPosition) attribute->setPosition(position++);
+  }
+}
+
+void AbstractComponent::setAttributeValuesOnQuartzComposition() {
+  runtime::CompositionRenderer* target = renderer();
+  if (!target) return;
+  for (const Attribute* attribute : attributes()) attribute->setValueOnRenderer(*target);
+}
+
+void AbstractComponent::attributeDidChange(const Attribute& attribute) {
+  if (!attribute.quartzAttribute()) return;
+  setNeedsUpdate(true);
+  if (runtime::CompositionRenderer* target = madeRenderer()) attribute.setValueOnRenderer(*target);
+}
+
+void AbstractComponent::sendChangeNotificationForValues(Announced which) {
+  for (Attribute* attribute : attributes()) {
+    if (which == Announced::OnlyAnimateable && !attribute->animateable()) continue;
+    announce(attribute->key());
+    attribute->announce(QStringLiteral("currentValue"));
+  }
+}
+
+void AbstractComponent::awakeFromFetch() {
+  readLabelsOfPorts();
+}
+
+void AbstractComponent::awakeFromReplay() {
+  // Values reach a renderer that is there already attribute by attribute.
+  setNeedsUpdate(true);
+}
+
+void AbstractComponent::didLeaveContext() {
+  dropRenderer();
+}
+
+void AbstractComponent::valueDidChange(const QString& key) {
+  if (key == QLatin1String("quartzCompositionData")) dropRenderer();
+}
+
+QVariant AbstractComponent::valueForUndefinedKey(const QString& key) const {
+  const Attribute* attribute = attributeForKey(key);
+  return attribute ? QVariant::fromValue(attribute->currentValue()) : QVariant();
+}
+
+bool AbstractComponent::setValueForUndefinedKey(const QVariant& value, const QString& key) {
+  Attribute* attribute = attributeForKey(key);
+  if (!attribute || value.metaType() != QMetaType::fromType<AttributeValue>()) return false;
+  attribute->setCurrentValue(value.value<AttributeValue>());
+  if (attribute->quartzAttribute()) setNeedsUpdate(true);
+  return true;
+}
+
+PropertyDictionary AbstractComponent::dictionaryWithData() const {
+  PropertyDictionary dictionary{{QStringLiteral("animateable"), animateable()}};
+  for (const char16_t* key :
+       {u"compositionFilename", u"endTime", u"quartzCompositionData", u"startTime", u"title"}) {
+    const QString name = QString::fromUtf16(key);
+    dictionary.insert(name, storedValue(name));
+  }
+  PropertyArray list;
+  for (const Attribute* attribute : attributes()) list.append(attribute->dictionaryWithData());
+  dictionary.insert(QStringLiteral("attributes"), std::move(list));
+  return dictionary;
+}
+
+PropertyDictionary AbstractComponent::componentInfo() const {
+  PropertyArray list;
+  for (const Attribute* attribute : attributes()) list.append(attribute->componentInfo());
+  return {{QStringLiteral("title"), title()}, {QStringLiteral("attributes"), std::move(list)}};
+}
+
+void AbstractComponent::bugInfo() const {
+  foundation::logInfo(QStringLiteral("Bug info for component %1").arg(title()));
+  for (const Attribute* attribute : attributes())
+    foundation::logInfo(QStringLiteral("Attribute %1 has value %2")
+                            .arg(attribute->title(), attribute->currentValue().description()));
 }
 
 }  // namespace model

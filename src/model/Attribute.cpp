@@ -1,9 +1,12 @@
 #include "model/Attribute.h"
 
+#include "foundation/UserDefaults.h"
 #include "model/AbstractComponent.h"
 #include "model/KeyFrameCurves.h"
 #include "model/RichFontValue.h"
+#include "model/VideoInputPoster.h"
 #include "runtime/CompositionRenderer.h"
+#include "store/ObjectContext.h"
 
 namespace model {
 
@@ -36,161 +39,304 @@ AttributeType typeOfPort(const runtime::PortAttributes& info) {
   }
 }
 
-double blend(double start, double startTime, double end, double endTime, double time) {
-  return start + (time - startTime) * ((end - start) / (endTime - startTime));
-}
+/// One undo step, or nothing for an attribute that is in no context yet.
+class StepOf {
+ public:
+  explicit StepOf(Attribute& attribute) {
+    if (attribute.context()) m_step.emplace(*attribute.context());
+  }
 
-double single(double value) {
-  return static_cast<double>(static_cast<float>(value));
-}
+ private:
+  std::optional<store::UndoStep> m_step;
+};
 
 }  // namespace
 
-Attribute::Attribute(AbstractComponent* component, const runtime::PortAttributes& info,
-                     AttributeValue value)
-    : m_component(component), m_key(info.key), m_label(AttributeLabel::parse(info.label)) {
-  assignType(info);
-  setDefaultCurrentValue(std::move(value));
+Attribute::Declaration::Declaration() : Entity(QStringLiteral("Attribute")) {
+  derive("title", {"label"});
+  derive("currentValue", {"values", "animateable"}, [](const store::ManagedObject& object) {
+    return QVariant::fromValue(static_cast<const Attribute&>(object).currentValue());
+  });
 }
 
-Attribute::Attribute(AbstractComponent* component, QString key, QString label, AttributeType type,
+const Attribute::Declaration& Attribute::declaration() {
+  static const Declaration declaration;
+  return declaration;
+}
+
+Attribute::Attribute(const runtime::PortAttributes& info, AttributeValue value)
+    : ManagedObject(declaration()) {
+  const AttributeLabel label = AttributeLabel::parse(info.label);
+  set(declaration().key, info.key);
+  set(declaration().label, label.text);
+  m_category = label.category;
+  m_position = label.position;
+  assignType(info, value);
+  setDefaultCurrentValue(std::move(value));
+  commonInitialisation();
+}
+
+Attribute::Attribute(const QString& key, const QString& label, AttributeType type,
                      AttributeValue value, Feeds feeds)
-    : m_component(component),
-      m_key(std::move(key)),
-      m_label{std::move(label), {}, AttributeLabel::noPosition},
-      m_type(type),
-      m_quartzAttribute(feeds == Feeds::Composition) {
+    : ManagedObject(declaration()) {
+  set(declaration().key, key);
+  set(declaration().label, label);
+  set(declaration().type, static_cast<qint64>(type));
+  set(declaration().quartzAttribute, feeds == Feeds::Composition);
   setDefaultCurrentValue(std::move(value));
+  commonInitialisation();
 }
 
-void Attribute::assignType(const runtime::PortAttributes& info) {
-  m_type = typeOfPort(info);
-  if (m_key.contains(QLatin1String("RTF"))) m_type = AttributeType::RichText;
-  if (m_key.contains(QLatin1String("Path")) || m_key.contains(QLatin1String("File")))
-    m_type = AttributeType::File;
-  if (m_key.contains(QLatin1String("Rich_Font_Name"))) {
-    m_type = AttributeType::RichFont;
-    m_label.text = QStringLiteral("Rich Font");
-  } else if (m_key.contains(fontName)) {
-    m_type = AttributeType::Font;
-    m_label.text = QStringLiteral("Font");
+Attribute::Attribute(const PropertyDictionary& dictionaryData) : ManagedObject(declaration()) {
+  for (const auto& [key, value] : dictionaryData) setStoredValue(value, key);
+  m_category = dictionaryData.value(u"category").toString();
+  m_position =
+      static_cast<quint64>(dictionaryData.value(u"position").toInteger(AttributeLabel::noPosition));
+  commonInitialisation();
+}
+
+AbstractComponent* Attribute::component() const {
+  return get(declaration().component);
+}
+
+void Attribute::setComponent(AbstractComponent* component) {
+  set(declaration().component, component);
+}
+
+void Attribute::readLabelOfPort(const QString& label) {
+  const AttributeLabel parsed = AttributeLabel::parse(label);
+  m_category = parsed.category;
+  m_position = parsed.position;
+}
+
+void Attribute::assignType(const runtime::PortAttributes& info, AttributeValue& value) {
+  AttributeType type = typeOfPort(info);
+  if (key().contains(QLatin1String("RTF"))) type = AttributeType::RichText;
+  if (key().contains(QLatin1String("Path")) || key().contains(QLatin1String("File")))
+    type = AttributeType::File;
+  if (key().contains(QLatin1String("Rich_Font_Name"))) {
+    type = AttributeType::RichFont;
+    set(declaration().label, QStringLiteral("Rich Font"));
+  } else if (key().contains(fontName)) {
+    type = AttributeType::Font;
+    set(declaration().label, QStringLiteral("Font"));
   }
-  if (m_type == AttributeType::IndexWithMenu) m_possibleValues = info.menu;
+  if (type == AttributeType::VideoInput) {
+    const QImage poster = videoInputPosterImage(foundation::UserDefaults::standard());
+    value = poster.isNull() ? AttributeValue() : AttributeValue(poster);
+  }
+  set(declaration().type, static_cast<qint64>(type));
+  if (type == AttributeType::IndexWithMenu) set(declaration().possibleValues, info.menu);
+}
+
+void Attribute::commonInitialisation() {
+  if (!animateable() || type() != AttributeType::Font) return;
+  // Fonts are never animated; older documents may hold one that is.
+  const QList<double> times = sortedKeyFrames();
+  AttributeValue value = currentValue();
+  if (value.isEmpty() && !times.isEmpty()) value = values().value(times.first());
+  set(declaration().animateable, false);
+  KeyFrames single;
+  single.set(noTimepoint, std::move(value));
+  setValues(std::move(single));
+}
+
+void Attribute::valueDidChange(const QString& key) {
+  AbstractComponent* owner = component();
+  if (owner && (key == QLatin1String("values") || key == QLatin1String("animateable")))
+    owner->attributeDidChange(*this);
 }
 
 void Attribute::setAnimateable(bool animateable) {
-  if (animateable == m_animateable) return;
+  if (animateable == this->animateable()) return;
+  const StepOf step(*this);
   AttributeValue value = currentValue();
-  m_animateable = animateable;
-  m_values.clear();
-  if (animateable)
-    m_permissionToChange = false;
-  else
-    setDefaultCurrentValue(std::move(value));
+  set(declaration().animateable, animateable);
+  KeyFrames kept;
+  if (!animateable) kept.set(noTimepoint, std::move(value));
+  setValues(std::move(kept));
+  if (animateable) {
+    m_lostPermissionToAnimation = permissionToChange();
+    setPermissionToChange(false);
+  }
+  if (component()) component()->attributeValueChanged();
 }
 
 bool Attribute::animationPossible() const {
   static const QStringList never{QStringLiteral("marginX"), QStringLiteral("marginY"),
                                  QStringLiteral("visibleInCompositionEditor")};
-  return !never.contains(m_key) && m_type <= AttributeType::Color;
+  return type() <= AttributeType::Color && !never.contains(key());
 }
 
 AttributeValue Attribute::currentValue() const {
-  return valueAtTimepoint(m_component->renderTimepoint());
+  return valueAtTimepoint(component() ? component()->renderTimepoint() : 0);
 }
 
 AttributeValue Attribute::valueAtTimepoint(double timepoint) const {
-  if (!m_animateable) return m_values.value(noTimepoint);
+  const KeyFrames& stored = values();
+  if (!animateable()) return stored.value(noTimepoint);
   const double time = roundedTimepoint(timepoint);
-  if (AttributeValue exact = m_values.value(time); !exact.isEmpty()) return exact;
-  const double previous = m_values.previousTimePoint(time);
-  const double next = m_values.nextTimePoint(time);
-  if (previous == noTimepoint) return m_values.value(next);
-  if (next == noTimepoint) return m_values.value(previous);
+  if (AttributeValue exact = stored.value(time); !exact.isEmpty()) return exact;
+  const double previous = stored.previousTimePoint(time);
+  const double next = stored.nextTimePoint(time);
+  if (previous == noTimepoint) return stored.value(next);
+  if (next == noTimepoint) return stored.value(previous);
   return interpolateValueForStartTime(previous, next, time);
 }
 
 void Attribute::setCurrentValue(AttributeValue value) {
-  m_values.set(m_animateable ? m_component->renderTimepoint() : noTimepoint, std::move(value));
-  if (runtime::CompositionRenderer* renderer = m_component->renderer())
-    setValueOnRenderer(*renderer);
+  if (!animateable()) {
+    setDefaultCurrentValue(std::move(value));
+    return;
+  }
+  setValueForTimepoint(std::move(value), component() ? component()->renderTimepoint() : 0);
+  if (component()) component()->attributeValueChanged();
 }
 
-void Attribute::addTimepoint(double timepoint, AttributeValue value) {
-  setAnimateable(true);
-  m_values.set(timepoint, std::move(value));
-}
-
-void Attribute::deleteTimepoint(double timepoint) {
-  const std::optional<double> found = m_values.timepointNear(timepoint);
-  if (!found) return;
-  AttributeValue value = m_values.value(*found);
-  m_values.remove(*found);
-  if (!m_values.isEmpty()) return;
-  setDefaultCurrentValue(value);
-  setAnimateable(false);
-  setCurrentValue(std::move(value));
+void Attribute::setValueForTimepoint(AttributeValue value, double timepoint) {
+  KeyFrames changed = values();
+  changed.set(timepoint, std::move(value));
+  setValues(std::move(changed));
 }
 
 AttributeValue Attribute::interpolateValueForStartTime(double startTime, double endTime,
                                                        double time) const {
-  const AttributeValue start = m_values.value(startTime);
-  const AttributeValue end = m_values.value(endTime);
+  const AttributeValue start = valueForTimepoint(startTime);
+  const AttributeValue end = valueForTimepoint(endTime);
   if (start.isEmpty() || end.isEmpty()) return {};
   const auto between = [&](double from, double to) {
-    return single(blend(from, roundedTimepoint(startTime), to, roundedTimepoint(endTime),
-                        roundedTimepoint(time)));
+    return interpolateFloatStartValue(from, startTime, to, endTime, time);
   };
-  if (m_type == AttributeType::Number) return between(start.toNumber(), end.toNumber());
+  if (type() == AttributeType::Number) return between(start.toNumber(), end.toNumber());
   const auto* first = start.as<Color>();
   const auto* second = end.as<Color>();
-  if (m_type == AttributeType::Color && first && second)
+  if (type() == AttributeType::Color && first && second)
     return Color{between(first->red, second->red), between(first->green, second->green),
                  between(first->blue, second->blue), between(first->alpha, second->alpha)};
   return start;
 }
 
+double Attribute::interpolateFloatStartValue(double startValue, double startTime, double endValue,
+                                             double endTime, double currentTime) {
+  const double start = roundedTimepoint(startTime);
+  const double slope = (endValue - startValue) / (roundedTimepoint(endTime) - start);
+  return static_cast<double>(
+      static_cast<float>(startValue + (roundedTimepoint(currentTime) - start) * slope));
+}
+
+void Attribute::addTimepoint(double timepoint, AttributeValue value) {
+  const StepOf step(*this);
+  setAnimateable(true);
+  setValueForTimepoint(std::move(value), timepoint);
+}
+
+void Attribute::deleteTimepoint(double timepoint) {
+  const std::optional<double> found = values().timepointNear(timepoint);
+  if (!found) return;
+  const StepOf step(*this);
+  AttributeValue value = valueForTimepoint(*found);
+  KeyFrames changed = values();
+  changed.remove(*found);
+  const bool wasLast = changed.isEmpty();
+  setValues(std::move(changed));
+  setTimePointSelected(timepoint, false);
+  setTimePointSelected(*found, false);
+  if (!wasLast) return;
+  setDefaultCurrentValue(value);
+  setAnimateable(false);
+  setCurrentValue(std::move(value));
+}
+
+void Attribute::deleteSelectedTimepoints() {
+  const StepOf step(*this);
+  const QList<double> selected = selectedTimepoints();
+  for (const double timepoint : selected) deleteTimepoint(timepoint);
+}
+
+QList<double> Attribute::timepointsToMove(Moved moved) const {
+  QList<double> times = sortedKeyFrames();
+  if (moved == Moved::OnlySelected)
+    times.removeIf([this](double time) { return !isTimePointSelected(time); });
+  return times;
+}
+
+double Attribute::adjustTimepointsBy(double delta, Moved moved) {
+  const QList<double> times = timepointsToMove(moved);
+  if (times.isEmpty()) return 0;
+  if (const AbstractComponent* owner = component()) {
+    if (times.first() + delta < owner->startTime())
+      delta = owner->startTime() - times.first();
+    else if (times.last() + delta > owner->endTime())
+      delta = owner->endTime() - times.last();
+  }
+  if (delta != 0) {
+    const StepOf step(*this);
+    QList<double> selection;
+    for (const double time : times)
+      if (isTimePointSelected(time)) selection.append(roundedTimepoint(time + delta));
+    set(declaration().selectedTimepoints, std::move(selection));
+    setValues(values().moved(times, delta));
+  }
+  const QList<double> afterwards = timepointsToMove(moved);
+  return afterwards.isEmpty() ? 0 : afterwards.first();
+}
+
+bool Attribute::isTimePointSelected(double timepoint) const {
+  return selectedTimepoints().contains(roundedTimepoint(timepoint));
+}
+
+void Attribute::setTimePointSelected(double timepoint, bool selected) {
+  const double time = roundedTimepoint(timepoint);
+  QList<double> selection = selectedTimepoints();
+  if (selected == selection.contains(time)) return;
+  if (selected)
+    selection.append(time);
+  else
+    selection.removeAll(time);
+  set(declaration().selectedTimepoints, std::move(selection));
+}
+
 AttributeValue Attribute::marginAdjustedValueForTimepoint(double timepoint) const {
-  AttributeValue value = m_values.value(timepoint);
-  if (m_type != AttributeType::Number || value.isEmpty()) return value;
+  AttributeValue value = valueForTimepoint(timepoint);
+  if (type() != AttributeType::Number || value.isEmpty() || !component()) return value;
   QString marginKey;
-  if (m_key == QLatin1String("originX")) marginKey = QStringLiteral("marginX");
-  if (m_key == QLatin1String("originY")) marginKey = QStringLiteral("marginY");
-  const Attribute* margin = marginKey.isEmpty() ? nullptr : m_component->attributeForKey(marginKey);
+  if (key() == QLatin1String("originX")) marginKey = QStringLiteral("marginX");
+  if (key() == QLatin1String("originY")) marginKey = QStringLiteral("marginY");
+  const Attribute* margin = marginKey.isEmpty() ? nullptr : component()->attributeForKey(marginKey);
   const double amount = margin ? margin->currentValue().toNumber() : 0;
   return amount > 0 ? AttributeValue(value.toNumber() - amount) : value;
 }
 
 void Attribute::setValueOnRenderer(runtime::CompositionRenderer& renderer) const {
-  if (!m_quartzAttribute) return;
+  if (!quartzAttribute()) return;
   const AttributeValue value = currentValue();
   if (const auto* font = value.as<FontValue>()) {
-    renderer.setValueForInputKey(font->name, m_key);
-    renderer.setValueForInputKey(font->size, QString(m_key).replace(fontName, fontSize));
+    renderer.setValueForInputKey(font->name, key());
+    renderer.setValueForInputKey(font->size, QString(key()).replace(fontName, fontSize));
   } else if (const auto* rich = value.as<RichFont>(); rich && *rich) {
     const auto& inputs = (*rich)->renderAttributes();
     for (auto it = inputs.cbegin(); it != inputs.cend(); ++it)
       renderer.setValueForInputKey(it.value().runtimeValue(), it.key());
   } else {
-    renderer.setValueForInputKey(value.runtimeValue(), m_key);
+    renderer.setValueForInputKey(value.runtimeValue(), key());
   }
 }
 
 PropertyDictionary Attribute::quartzValues() const {
-  if (m_animateable && animationPossible()) return {{m_key, keyFrameInformation()}};
+  if (isAnimatedInExport()) return {{key(), keyFrameInformation()}};
   const AttributeValue value = currentValue();
   if (const auto* rich = value.as<RichFont>(); rich && *rich) return (*rich)->quartzValues();
   if (const auto* font = value.as<FontValue>())
-    return {{m_key, font->name}, {QString(m_key).replace(fontName, fontSize), font->size}};
+    return {{key(), font->name}, {QString(key()).replace(fontName, fontSize), font->size}};
   PropertyValue stored = value.quartzValue();
-  return stored.isNull() ? PropertyDictionary() : PropertyDictionary{{m_key, std::move(stored)}};
+  return stored.isNull() ? PropertyDictionary() : PropertyDictionary{{key(), std::move(stored)}};
 }
 
 PropertyArray Attribute::keyFrameInformation() const {
   QList<CurvePoint> points;
-  for (const double time : m_values.sortedKeyFrames())
+  for (const double time : sortedKeyFrames())
     points.append({time, marginAdjustedValueForTimepoint(time).quartzValue()});
-  switch (m_type) {
+  switch (type()) {
     case AttributeType::Number:
       return smoothCurve(points);
     case AttributeType::Color: {
@@ -212,18 +358,34 @@ PropertyArray Attribute::keyFrameInformation() const {
 }
 
 PropertyArray Attribute::keyFrameValuesForMultiplexer() const {
-  PropertyArray values;
-  switch (m_type) {
+  PropertyArray list;
+  switch (type()) {
     case AttributeType::Index:
     case AttributeType::Number:
     case AttributeType::IndexWithMenu:
     case AttributeType::Color:
-      return values;
+      return list;
     default:
-      for (const double time : m_values.sortedKeyFrames())
-        values.append(m_values.value(time).quartzValue());
-      return values;
+      for (const double time : sortedKeyFrames())
+        list.append(valueForTimepoint(time).quartzValue());
+      return list;
   }
+}
+
+PropertyDictionary Attribute::dictionaryWithData() const {
+  PropertyDictionary dictionary;
+  for (const store::PropertyDescription& property : entity().properties())
+    if (property.codec) dictionary.insert(property.key, storedValue(property.key));
+  dictionary.insert(QStringLiteral("category"), m_category);
+  dictionary.insert(QStringLiteral("position"), static_cast<qint64>(m_position));
+  return dictionary;
+}
+
+PropertyDictionary Attribute::componentInfo() const {
+  return {{QStringLiteral("label"), label()},
+          {QStringLiteral("key"), key()},
+          {QStringLiteral("permissionToChange"), permissionToChange()},
+          {QStringLiteral("animateable"), animateable()}};
 }
 
 }  // namespace model

@@ -1,5 +1,7 @@
 #include "model/AttributeValue.h"
 
+#include <QLocale>
+
 #include "model/RichFontValue.h"
 #include "quartz/QuartzComposition.h"
 
@@ -7,6 +9,9 @@ namespace model {
 
 using foundation::Color;
 using foundation::PropertyValue;
+
+AttributeValue::AttributeValue(QImage value)
+    : m_data(std::move(value).convertToFormat(QImage::Format_ARGB32)) {}
 
 AttributeValue AttributeValue::fromRuntime(const runtime::Value& value) {
   switch (value.isEmpty() ? runtime::PortType::Virtual : value.type()) {
@@ -42,6 +47,30 @@ QString AttributeValue::toString() const {
 QImage AttributeValue::toImage() const {
   const auto* image = as<QImage>();
   return image ? *image : QImage();
+}
+
+QString AttributeValue::description() const {
+  if (const auto* flag = as<bool>())
+    return *flag ? QStringLiteral("true") : QStringLiteral("false");
+  if (const auto* index = as<qint64>()) return QString::number(*index);
+  if (const auto* number = as<double>())
+    return QString::number(*number, 'g', QLocale::FloatingPointShortest);
+  if (const auto* text = as<QString>()) return *text;
+  if (const auto* color = as<Color>()) {
+    const QColor shown = color->toQColor();
+    return QStringLiteral("#%1").arg(
+        (quint64{shown.rgb() & 0xffffffU} << 8U | static_cast<quint64>(shown.alpha())), 8, 16,
+        QLatin1Char('0'));
+  }
+  if (const auto* image = as<QImage>())
+    return QStringLiteral("image %1 x %2").arg(image->width()).arg(image->height());
+  const auto describe = [](const FontValue& font) {
+    return QStringLiteral("%1 %2 pt").arg(font.name).arg(font.size);
+  };
+  if (const auto* font = as<FontValue>()) return describe(*font);
+  if (const auto* rich = as<std::shared_ptr<const RichFontValue>>(); rich && *rich)
+    return describe((*rich)->font());
+  return QStringLiteral("nothing");
 }
 
 PropertyValue AttributeValue::quartzValue() const {

@@ -31,7 +31,8 @@ class AttributeValue {
   AttributeValue(QString value) : m_data(std::move(value)) {}
   AttributeValue(const char*) = delete;
   AttributeValue(const foundation::Color& value) : m_data(value) {}
-  AttributeValue(QImage value) : m_data(std::move(value)) {}
+  /// Images are kept with straight alpha, 8 bits a channel.
+  AttributeValue(QImage value);
   AttributeValue(FontValue value) : m_data(std::move(value)) {}
   AttributeValue(std::shared_ptr<const RichFontValue> value) : m_data(std::move(value)) {}
   [[nodiscard]] static AttributeValue fromRuntime(const runtime::Value& value);
@@ -45,6 +46,9 @@ class AttributeValue {
   [[nodiscard]] double toNumber() const;
   [[nodiscard]] QString toString() const;  ///< empty for what is no string
   [[nodiscard]] QImage toImage() const;    ///< null for what is no image
+
+  /// In short for people: numbers and texts as they are, "#RRGGBBAA", "image 200 x 100" and so on.
+  [[nodiscard]] QString description() const;
 
   /// As composition files hold it. Null for what they cannot hold: nothing, fonts, rich fonts.
   [[nodiscard]] foundation::PropertyValue quartzValue() const;

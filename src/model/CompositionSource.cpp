@@ -8,6 +8,7 @@
 #include "model/Composition.h"
 #include "model/detail/ComponentSource.h"
 #include "model/detail/SourceReader.h"
+#include "store/ObjectContext.h"
 
 namespace model {
 
@@ -68,8 +69,8 @@ void readStopFrames(const SourceObject& source, Composition& composition) {
     const double timepoint = stopFrame.number(time);
     if (timepoint < 0 || timepoint > composition.duration())
       stopFrame.fail(time, QStringLiteral("must lie within the duration"));
-    composition.addStopFrame(
-        StopFrame(timepoint, stopFrame.contains(trigger) ? stopFrame.text(trigger) : QString()));
+    composition.addStopFrame(timepoint,
+                             stopFrame.contains(trigger) ? stopFrame.text(trigger) : QString());
   }
 }
 
@@ -80,7 +81,10 @@ SourcedComposition read(const SourceObject& source, const QString& folder,
   const QString components = QStringLiteral("components");
   source.allowOnly({QStringLiteral("format"), duration, poster, QStringLiteral("background"),
                     QStringLiteral("stopFrames"), components});
-  SourcedComposition result{std::make_unique<Composition>(readFormat(source)), {}};
+  SourcedComposition result;
+  result.context = std::make_unique<store::ObjectContext>();
+  const store::UndoSuspension suspension(*result.context);
+  result.composition = result.context->insert(std::make_unique<Composition>(readFormat(source)));
   Composition& composition = *result.composition;
   composition.setDuration(source.number(duration));
   if (composition.duration() <= 0) source.fail(duration, QStringLiteral("must be above 0"));
@@ -95,6 +99,8 @@ SourcedComposition read(const SourceObject& source, const QString& folder,
       component.setPlace(component.place() + QStringLiteral(" \"%1\"").arg(title));
     ComponentSource(component, folder, standardComponents).addTo(composition, result.warnings);
   }
+  composition.clearSelection();
+  result.context->markSaved();
   return result;
 }
 
@@ -105,6 +111,11 @@ QString placeOfOffset(const QByteArray& json, qsizetype offset) {
 }
 
 }  // namespace
+
+SourcedComposition::SourcedComposition() = default;
+SourcedComposition::SourcedComposition(SourcedComposition&&) noexcept = default;
+SourcedComposition& SourcedComposition::operator=(SourcedComposition&&) noexcept = default;
+SourcedComposition::~SourcedComposition() = default;
 
 Result<SourcedComposition> CompositionSource::compositionFromFile(const QString& path) const {
   QFile file(path);

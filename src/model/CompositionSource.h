@@ -6,13 +6,23 @@
 #include "foundation/Result.h"
 #include "model/StandardComponents.h"
 
+namespace store {
+class ObjectContext;
+}
+
 namespace model {
 
 class Composition;
 
-/// A graphic and what was found out on the way to it.
+/// A graphic in a context of its own, and what was found out on the way to it. Nothing to undo.
 struct SourcedComposition {
-  std::unique_ptr<Composition> composition;
+  SourcedComposition();
+  SourcedComposition(SourcedComposition&&) noexcept;
+  SourcedComposition& operator=(SourcedComposition&&) noexcept;
+  ~SourcedComposition();
+
+  std::unique_ptr<store::ObjectContext> context;
+  Composition* composition = nullptr;
   QStringList warnings;  ///< for instance fonts that were substituted
 };
 

@@ -27,6 +27,13 @@ void KeyFrames::remove(double timepoint) {
   m_values.erase(roundedTimepoint(timepoint));
 }
 
+KeyFrames KeyFrames::moved(const QList<double>& times, double delta) const {
+  KeyFrames result = *this;
+  for (const double time : times) result.remove(time);
+  for (const double time : times) result.set(time + delta, value(time));
+  return result;
+}
+
 QList<double> KeyFrames::sortedKeyFrames() const {
   QList<double> times;
   for (const auto& [time, value] : m_values) times.append(time);

@@ -30,6 +30,9 @@ class KeyFrames {
   void clear() { m_values.clear(); }
   [[nodiscard]] bool isEmpty() const { return m_values.empty(); }
 
+  /// With the entries at these times moved by the delta (seconds); what they land on is replaced.
+  [[nodiscard]] KeyFrames moved(const QList<double>& times, double delta) const;
+
   /// All timepoints, ascending.
   [[nodiscard]] QList<double> sortedKeyFrames() const;
   /// The greatest timepoint before, the smallest after; noTimepoint when there is none.

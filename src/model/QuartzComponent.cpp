@@ -1,13 +1,18 @@
 #include "model/QuartzComponent.h"
 
+#include <QFileInfo>
 #include <cmath>
 
+#include "model/ComponentProgram.h"
 #include "model/Composition.h"
 #include "model/RenderInImageWrapper.h"
-#include "quartz/QuartzComposition.h"
 #include "runtime/CompositionRenderer.h"
+#include "store/ObjectContext.h"
 
 namespace model {
+
+using foundation::PropertyDictionary;
+using foundation::Result;
 
 namespace {
 
@@ -20,111 +25,125 @@ QString couldNotLoad(const QString& path, const foundation::Error& error) {
          (error.message.isEmpty() ? QString() : QStringLiteral(": ") + error.message);
 }
 
-/// The path to load: the file's own when it yields an image, else that of a wrapped copy.
-foundation::Result<QString> pathYieldingImage(const QString& path) {
-  const auto probe = runtime::CompositionRenderer::fromFile(path);
-  if (!probe) return tl::unexpected(probe.error());
-  if ((*probe)->outputKeys().contains(outputImageKey)) return path;
-  return compositionWrappedWithRenderInImage(path);
+double single(double value) {
+  return static_cast<double>(static_cast<float>(value));
 }
 
 }  // namespace
 
-std::unique_ptr<QuartzComponent> QuartzComponent::createWithQuartzCompositionFile(
-    const QString& path, Composition& composition, const InputValues& inputValues,
-    QStringList& warnings) {
-  const auto usable = pathYieldingImage(path);
-  if (!usable) {
-    warnings.append(couldNotLoad(path, usable.error()));
+QuartzComponent::Declaration::Declaration()
+    : AbstractComponent::Declaration(QStringLiteral("Component")) {
+  const auto of = [](const ManagedObject& object) -> const QuartzComponent& {
+    return static_cast<const QuartzComponent&>(object);
+  };
+  for (size_t i = 0; i < standardCount; ++i) {
+    const auto which = static_cast<Standard>(i);
+    derive(QString::fromUtf16(standardAttributes()[i].accessor).toLatin1().constData(), {},
+           [of, which](const ManagedObject& object) { return QVariant(of(object).number(which)); });
+  }
+  derive("drawingFrame", {"originX", "originY", "width", "height"},
+         [of](const ManagedObject& object) { return QVariant(of(object).drawingFrame()); });
+  derive("extentH", {"originX", "width"},
+         [of](const ManagedObject& object) { return QVariant(of(object).extentH()); });
+  derive("extentV", {"originY", "height"},
+         [of](const ManagedObject& object) { return QVariant(of(object).extentV()); });
+  derive("centerH", {"originX", "width"},
+         [of](const ManagedObject& object) { return QVariant(of(object).centerH()); });
+  derive("centerV", {"originY", "height"},
+         [of](const ManagedObject& object) { return QVariant(of(object).centerV()); });
+  derive("opacityHumanReadable", {"opacity"},
+         [of](const ManagedObject& object) { return QVariant(of(object).opacityHumanReadable()); });
+}
+
+const QuartzComponent::Declaration& QuartzComponent::declaration() {
+  static const Declaration declaration;
+  return declaration;
+}
+
+const std::array<QuartzComponent::StandardAttribute, QuartzComponent::standardCount>&
+QuartzComponent::standardAttributes() {
+  using Feeds = Attribute::Feeds;
+  static const std::array<StandardAttribute, standardCount> table{{
+      {u"inputWidth", u"Width", u"width", 0, Feeds::Composition},
+      {u"inputHeight", u"Height", u"height", 0, Feeds::Composition},
+      {u"originX", u"X", u"originX", 0, Feeds::Nothing},
+      {u"originY", u"Y", u"originY", 0, Feeds::Nothing},
+      {u"opacity", u"Opacity", u"opacity", 1, Feeds::Nothing},
+      {u"zRotation", u"Z-Rotation", u"zRotation", 0, Feeds::Nothing},
+      {u"marginX", u"Margin X", u"marginX", 0, Feeds::Nothing},
+      {u"marginY", u"Margin Y", u"marginY", 0, Feeds::Nothing},
+      {u"visibleInCompositionEditor", u"visibleInCompositionEditor", u"visibleInCompositionEditor",
+       0, Feeds::Nothing},
+  }};
+  return table;
+}
+
+QuartzComponent::QuartzComponent() : AbstractComponent(declaration()) {}
+
+QuartzComponent* QuartzComponent::createWithQuartzCompositionFile(const QString& path,
+                                                                  Composition& composition,
+                                                                  const InputValues& inputValues,
+                                                                  QStringList& warnings) {
+  store::UndoStep step(*composition.context(), Composition::tr("Add Component"));
+  QuartzComponent* component = composition.context()->insert(std::make_unique<QuartzComponent>());
+  component->setComposition(&composition);
+  if (!component->loadFile(path, inputValues, warnings)) {
+    step.cancel();
     return nullptr;
   }
-  auto component = std::unique_ptr<QuartzComponent>(new QuartzComponent(composition));
-  if (auto made = component->initializeWithFile(*usable, inputValues, warnings); !made) {
-    warnings.append(couldNotLoad(path, made.error()));
-    return nullptr;
-  }
-  component->setStartTime(0);
-  component->setEndTime(composition.duration());
-  component->addStandardAttributes(component->initialSize(inputValues));
-  component->sizeToFit();
-  // The composition's width stands in for both sides.
-  if (component->width() == 0) component->setWidth(composition.width());
-  if (component->height() == 0) component->setHeight(composition.width());
-  component->centre();
   return component;
 }
 
-double QuartzComponent::renderTimepoint() const {
-  return m_composition->editorTimepoint();
-}
-
-bool QuartzComponent::visibleInCompositionEditor() const {
-  return number("visibleInCompositionEditor") != 0;
-}
-
-void QuartzComponent::setVisibleInCompositionEditor(bool visible) {
-  attributeForKey(QStringLiteral("visibleInCompositionEditor"))->setCurrentValue(visible);
-}
-
-void QuartzComponent::setWidth(double value) {
-  if (value < 0) return;
-  if (m_constrainProportions) {
-    const double other = std::round(height() / width() * value);
-    if (other < 0) return;
-    setNumber("inputHeight", other);
+bool QuartzComponent::loadFile(const QString& path, const InputValues& inputValues,
+                               QStringList& warnings) {
+  const auto usable = usablePath(path);
+  if (!usable) {
+    warnings.append(couldNotLoad(path, usable.error()));
+    return false;
   }
-  setNumber("inputWidth", value);
-}
-
-void QuartzComponent::setHeight(double value) {
-  if (value < 0) return;
-  if (m_constrainProportions) {
-    const double other = std::round(width() / height() * value);
-    if (other < 0) return;
-    setNumber("inputWidth", other);
+  if (auto made = initializeWithFile(*usable, inputValues, warnings); !made) {
+    warnings.append(couldNotLoad(path, made.error()));
+    return false;
   }
-  setNumber("inputHeight", value);
-}
-
-void QuartzComponent::sizeToFit() {
-  if (!renderer() || rootIsRenderInImage()) return;
-  if (!renderer()->outputKeys().contains(outputImageKey)) return;
-  renderer()->setValueForInputKey(0.0, widthKey);
-  renderer()->setValueForInputKey(0.0, heightKey);
-  const QSize canvas(static_cast<int>(m_composition->width()),
-                     static_cast<int>(m_composition->height()));
-  (void)renderer()->renderAtTime(0, canvas);
-  const runtime::Image image = renderer()->valueForOutputKey(outputImageKey).toImage();
-  if (!image.isInfinite() && image.size().width() > 0 && image.size().height() > 0) {
-    const bool constrained = std::exchange(m_constrainProportions, false);
-    setWidth(image.size().width());
-    setHeight(image.size().height());
-    m_constrainProportions = constrained;
+  setStartTime(0);
+  setEndTime(composition()->duration());
+  const QSizeF size = initialSize(inputValues);
+  for (size_t i = 0; i < standardCount; ++i) {
+    const auto which = static_cast<Standard>(i);
+    double value = standardAttributes()[i].initial;
+    if (which == Standard::Width) value = size.width();
+    if (which == Standard::Height) value = size.height();
+    addStandardAttribute(which, value);
   }
-  renderer()->setValueForInputKey(width(), widthKey);
-  renderer()->setValueForInputKey(height(), heightKey);
-}
-
-bool QuartzComponent::rootIsRenderInImage() const {
-  const auto file = quartz::QuartzComposition::compositionWithData(quartzCompositionData(),
-                                                                   compositionFilename());
-  if (!file) return false;
-  const quartz::QuartzPatch& root = *(*file)->rootPatch();
-  for (const auto& output : root.state().value(u"publishedOutputPorts").array()) {
-    if (output.dictionary().value(u"key").toString() != outputImageKey) continue;
-    for (const auto& node : root.nodes())
-      if (node->key() == output.dictionary().value(u"node").toString())
-        return node->patchClass() == QLatin1String("QCRenderInImage");
-  }
-  return false;
-}
-
-bool QuartzComponent::shallCreateAttributeForKey(const QString& key) const {
-  if (key == widthKey || key == heightKey) return false;
-  if (key.contains(QLatin1String("Font_Size"))) return false;
-  if (key.contains(QLatin1String("Rich_Font_")))
-    return key.contains(QLatin1String("Rich_Font_Name"));
+  sizeToFit();
+  // The composition's width stands in for both sides.
+  if (width() == 0) setWidth(composition()->width());
+  if (height() == 0) setHeight(composition()->width());
+  centre();
   return true;
+}
+
+QuartzComponent* QuartzComponent::createWithDictionaryData(const PropertyDictionary& dictionaryData,
+                                                           Composition& composition,
+                                                           QStringList& warnings) {
+  store::UndoStep step(*composition.context(), Composition::tr("Add Component"));
+  QuartzComponent* component = composition.context()->insert(std::make_unique<QuartzComponent>());
+  component->setComposition(&composition);
+  component->initializeWithDictionary(dictionaryData);
+  if (auto loaded = component->initializeQuartzComposition(); !loaded) {
+    warnings.append(couldNotLoad(component->compositionFilename(), loaded.error()));
+    step.cancel();
+    return nullptr;
+  }
+  component->initializeAttributeObservers();
+  return component;
+}
+
+Result<QString> QuartzComponent::usablePath(const QString& path) const {
+  const auto probe = runtime::CompositionRenderer::fromFile(path);
+  if (!probe) return tl::unexpected(probe.error());
+  if ((*probe)->outputKeys().contains(outputImageKey)) return path;
+  return compositionWrappedWithRenderInImage(path);
 }
 
 QSizeF QuartzComponent::initialSize(const InputValues& inputValues) const {
@@ -137,42 +156,230 @@ QSizeF QuartzComponent::initialSize(const InputValues& inputValues) const {
   return {side(widthKey), side(heightKey)};
 }
 
-void QuartzComponent::addStandardAttributes(const QSizeF& size) {
-  using Feeds = Attribute::Feeds;
-  const auto add = [&](const QString& key, const QString& label, double value, Feeds feeds) {
-    addAttribute(
-        std::make_unique<Attribute>(this, key, label, AttributeType::Number, value, feeds));
-  };
-  add(widthKey, QStringLiteral("Width"), size.width(), Feeds::Composition);
-  add(heightKey, QStringLiteral("Height"), size.height(), Feeds::Composition);
-  add(QStringLiteral("originX"), QStringLiteral("X"), 0, Feeds::Nothing);
-  add(QStringLiteral("originY"), QStringLiteral("Y"), 0, Feeds::Nothing);
-  add(QStringLiteral("opacity"), QStringLiteral("Opacity"), 1, Feeds::Nothing);
-  add(QStringLiteral("zRotation"), QStringLiteral("Z-Rotation"), 0, Feeds::Nothing);
-  add(QStringLiteral("marginX"), QStringLiteral("Margin X"), 0, Feeds::Nothing);
-  add(QStringLiteral("marginY"), QStringLiteral("Margin Y"), 0, Feeds::Nothing);
-  const QString visible = QStringLiteral("visibleInCompositionEditor");
-  addAttribute(std::make_unique<Attribute>(this, visible, visible, AttributeType::Boolean, true,
-                                           Feeds::Nothing));
+void QuartzComponent::addStandardAttribute(Standard which, double value) {
+  const StandardAttribute& description = standardAttributes()[static_cast<size_t>(which)];
+  const bool isFlag = which == Standard::Visible;
+  addAttribute(std::make_unique<Attribute>(
+      QString::fromUtf16(description.key), QString::fromUtf16(description.label),
+      isFlag ? AttributeType::Boolean : AttributeType::Number,
+      isFlag ? AttributeValue(true) : AttributeValue(value), description.feeds));
+}
+
+void QuartzComponent::initializeAttributeObservers() {
+  if (attributeForKey(QStringLiteral("marginX")) == nullptr) {
+    addStandardAttribute(Standard::MarginX, 0);
+    addStandardAttribute(Standard::MarginY, 0);
+  }
+  if (attributeForKey(QStringLiteral("visibleInCompositionEditor")) == nullptr)
+    addStandardAttribute(Standard::Visible, 1);
 }
 
 void QuartzComponent::centre() {
   const auto half = [](double side) {
     return static_cast<double>(static_cast<float>(side) * 0.5F);
   };
-  setOriginX(half(m_composition->width()) - width() * 0.5);
-  setOriginY(half(m_composition->height()) - height() * 0.5);
+  setOriginX(half(composition()->width()) - width() * 0.5);
+  setOriginY(half(composition()->height()) - height() * 0.5);
 }
 
-double QuartzComponent::number(const char* key) const {
-  const Attribute* attribute = attributeForKey(QString::fromLatin1(key));
-  return attribute ? static_cast<double>(static_cast<float>(attribute->currentValue().toNumber()))
-                   : 0;
+void QuartzComponent::awakeFromFetch() {
+  const store::UndoSuspension suspension(*context());
+  initializeAttributeObservers();
+  AbstractComponent::awakeFromFetch();
 }
 
-void QuartzComponent::setNumber(const char* key, double value) {
-  if (Attribute* attribute = attributeForKey(QString::fromLatin1(key)))
-    attribute->setCurrentValue(static_cast<double>(static_cast<float>(value)));
+void QuartzComponent::valueDidChange(const QString& key) {
+  if (key == QLatin1String("attributes")) m_standard = {};
+  AbstractComponent::valueDidChange(key);
+}
+
+void QuartzComponent::attributeDidChange(const Attribute& attribute) {
+  AbstractComponent::attributeDidChange(attribute);
+  for (size_t i = 0; i < standardCount; ++i) {
+    if (standard(static_cast<Standard>(i)) != &attribute) continue;
+    setNeedsUpdate(true);
+    announce(QString::fromUtf16(standardAttributes()[i].accessor));
+  }
+}
+
+bool QuartzComponent::shallCreateAttributeForKey(const QString& key) const {
+  if (key == widthKey || key == heightKey) return false;
+  if (key.contains(QLatin1String("Font_Size"))) return false;
+  if (key.contains(QLatin1String("Rich_Font_")))
+    return key.contains(QLatin1String("Rich_Font_Name"));
+  return true;
+}
+
+PropertyDictionary QuartzComponent::dictionaryWithData() const {
+  PropertyDictionary dictionary = AbstractComponent::dictionaryWithData();
+  dictionary.insert(QStringLiteral("constrainProportions"), constrainProportions());
+  return dictionary;
+}
+
+Composition* QuartzComponent::composition() const {
+  return get(declaration().composition);
+}
+
+void QuartzComponent::setComposition(Composition* composition) {
+  set(declaration().composition, composition);
+}
+
+double QuartzComponent::renderTimepoint() const {
+  return composition() ? composition()->editorTimepoint() : 0;
+}
+
+void QuartzComponent::setZLevel(quint64 level) {
+  set(declaration().zLevel, static_cast<qint64>(level));
+  setNeedsUpdate(true);
+}
+
+void QuartzComponent::setSelected(bool selected) {
+  if (selected != this->selected()) {
+    set(declaration().selected, selected);
+    if (composition()) composition()->selectionChangedOf(*this);
+  }
+  setNeedsUpdate(true);
+}
+
+void QuartzComponent::setVisibleInCompositionEditor(bool visible) {
+  if (Attribute* attribute = standard(Standard::Visible)) attribute->setCurrentValue(visible);
+}
+
+Attribute* QuartzComponent::standard(Standard which) const {
+  Attribute*& bound = m_standard[static_cast<size_t>(which)];
+  if (!bound)
+    bound =
+        attributeForKey(QString::fromUtf16(standardAttributes()[static_cast<size_t>(which)].key));
+  return bound;
+}
+
+double QuartzComponent::number(Standard which) const {
+  const Attribute* attribute = standard(which);
+  return attribute ? single(attribute->currentValue().toNumber()) : 0;
+}
+
+void QuartzComponent::setNumber(Standard which, double value) {
+  if (Attribute* attribute = standard(which)) attribute->setCurrentValue(single(value));
+}
+
+void QuartzComponent::setSide(Standard side, Standard other, double value) {
+  if (value < 0) return;
+  const store::UndoStep step(*context());
+  if (constrainProportions()) {
+    const double following = std::round(number(other) / number(side) * value);
+    if (following < 0 || !std::isfinite(following)) return;  // also where a side is 0
+    setNumber(other, following);
+  }
+  setNumber(side, value);
+}
+
+void QuartzComponent::moveByDelta(double deltaX, double deltaY) {
+  const store::UndoStep step(*context());
+  if (deltaX != 0) setOriginX(originX() + deltaX);
+  if (deltaY != 0) setOriginY(originY() + deltaY);
+}
+
+void QuartzComponent::sizeToFit() {
+  if (!renderer() || program()->rootIsRenderInImage() || !program()->hasImageOutput()) return;
+  const store::UndoStep step(*context());
+  renderer()->setValueForInputKey(0.0, widthKey);
+  renderer()->setValueForInputKey(0.0, heightKey);
+  const QSize canvas(static_cast<int>(composition()->width()),
+                     static_cast<int>(composition()->height()));
+  (void)renderer()->renderAtTime(0, canvas);
+  const runtime::Image image = renderer()->valueForOutputKey(outputImageKey).toImage();
+  if (!image.isInfinite() && image.size().width() > 0 && image.size().height() > 0) {
+    const bool constrained = constrainProportions();
+    setConstrainProportions(false);
+    setWidth(image.size().width());
+    setHeight(image.size().height());
+    setConstrainProportions(constrained);
+  }
+  renderer()->setValueForInputKey(width(), widthKey);
+  renderer()->setValueForInputKey(height(), heightKey);
+}
+
+int QuartzComponent::handleIndexForLocation(const QPointF& location) const {
+  if (!visible() || !visibleInCompositionEditor()) return ComponentHandles::noHit;
+  return handles().indexForLocation(location, zRotation());
+}
+
+int QuartzComponent::resizeByMovingHandle(int handle, const QPointF& toPoint,
+                                          ComponentResize::Proportional proportionalResize,
+                                          ComponentResize::FromCenter resizeFromCenter,
+                                          const QRectF& startFrame) {
+  const store::UndoStep step(*context(), Composition::tr("Resize"));
+  ComponentResize(handle, startFrame, toPoint, proportionalResize, resizeFromCenter).applyTo(*this);
+  return handle;
+}
+
+void QuartzComponent::setupRenderer(runtime::CompositionRenderer& renderer) const {
+  if (!composition()) return;
+  const QUrl& file = composition()->fileURL();
+  if (!file.isLocalFile()) return;
+  renderer.userInfo().insert(QStringLiteral("com.brevant.Tessary.file"), file.toLocalFile());
+  renderer.userInfo().insert(QStringLiteral("baseFolder"),
+                             QFileInfo(file.toLocalFile()).absolutePath());
+}
+
+void QuartzComponent::updateFileURL() {
+  if (runtime::CompositionRenderer* target = renderer()) setupRenderer(*target);
+}
+
+runtime::DrawList QuartzComponent::renderForView(const QSize& viewSize, double time,
+                                                 const runtime::FrameArguments& arguments) {
+  runtime::CompositionRenderer* target = renderer();
+  if (!target) return {};
+  for (const Attribute* attribute : attributes())
+    if (attribute->animateable() && attribute->quartzAttribute())
+      attribute->setValueOnRenderer(*target);
+  placeSprite(*target);
+  return target->renderAtTime(std::max(0.0, time - startTime()), viewSize, arguments);
+}
+
+void QuartzComponent::placeSprite(runtime::CompositionRenderer& renderer) const {
+  using Sprite = ComponentProgram::Sprite;
+  // Two units span the width of the picture, and 0 is its centre.
+  const double unitsPerPixel = 2 / composition()->width();
+  const auto set = [&](Sprite input, const runtime::Value& value) {
+    renderer.setValueForInputKey(value, ComponentProgram::spriteKey(input));
+  };
+  set(Sprite::X, (centerH() - composition()->width() / 2) * unitsPerPixel);
+  set(Sprite::Y, (centerV() - composition()->height() / 2) * unitsPerPixel);
+  set(Sprite::Width, width() * unitsPerPixel);
+  set(Sprite::Height, height() * unitsPerPixel);
+  set(Sprite::Rotation, zRotation());
+  set(Sprite::Color, foundation::Color{1, 1, 1, opacity()});
+  set(Sprite::Enable, visible() && visibleInCompositionEditor());
+}
+
+int QuartzComponent::summary(const QList<const Attribute*>& attributes) const {
+  qsizetype allowed = 0;
+  for (const Attribute* attribute : attributes)
+    allowed += attribute && attribute->permissionToChange() ? 1 : 0;
+  if (allowed == 0) return 0;
+  return allowed == attributes.size() ? 1 : -1;
+}
+
+int QuartzComponent::permissionToMove() const {
+  return summary({standard(Standard::OriginX), standard(Standard::OriginY)});
+}
+
+int QuartzComponent::permissionToResize() const {
+  return summary({standard(Standard::Width), standard(Standard::Height)});
+}
+
+QList<Attribute*> QuartzComponent::nonStandardAttributes() const {
+  QList<Attribute*> others = attributes().list();
+  for (const Standard which : {Standard::OriginX, Standard::OriginY, Standard::Width,
+                               Standard::Height, Standard::Opacity, Standard::ZRotation})
+    others.removeAll(standard(which));
+  return others;
+}
+
+int QuartzComponent::permissionToChangeAttributes() const {
+  const QList<Attribute*> others = nonStandardAttributes();
+  return summary(QList<const Attribute*>(others.begin(), others.end()));
 }
 
 }  // namespace model

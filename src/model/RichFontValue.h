@@ -18,6 +18,9 @@ class RichFontValue {
   [[nodiscard]] static const QStringList& suffixes();
   /// The group of the name input's key with the renderer's current values.
   RichFontValue(const QString& inputKey, const runtime::CompositionRenderer& renderer);
+  /// From its parts: the key pattern and the values by full input key.
+  RichFontValue(QString keyPattern, QMap<QString, AttributeValue> attributes)
+      : m_attributes(std::move(attributes)), m_keyPattern(std::move(keyPattern)) {}
 
   /// The name input's key with "%@" in place of the suffix.
   [[nodiscard]] const QString& keyPattern() const { return m_keyPattern; }

@@ -16,9 +16,13 @@ const QStringList& Entity::dependents(const QString& key) const {
 
 void Entity::derive(const char* key, std::initializer_list<const char*> from,
                     std::function<QVariant(const ManagedObject&)> read) {
+  m_derived.push_back({QString::fromLatin1(key), std::move(read)});
+  announceAlong(key, from);
+}
+
+void Entity::announceAlong(const char* key, std::initializer_list<const char*> with) {
   const QString derivedKey = QString::fromLatin1(key);
-  m_derived.push_back({derivedKey, std::move(read)});
-  for (const char* source : from) {
+  for (const char* source : with) {
     const QString sourceKey = QString::fromLatin1(source);
     m_dependents[sourceKey].append(derivedKey);
     // What the source itself follows from announces the new key too.

@@ -104,6 +104,8 @@ class Entity {
   /// A key that follows from other keys of the same object.
   void derive(const char* key, std::initializer_list<const char*> from,
               std::function<QVariant(const ManagedObject&)> read = {});
+  /// Announces the key, whatever it is, together with others.
+  void announceAlong(const char* key, std::initializer_list<const char*> with);
 
  private:
   int addProperty(PropertyDescription description);

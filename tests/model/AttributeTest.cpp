@@ -38,7 +38,7 @@ class AttributeOf : public testing::Test {
   }
 
   ComponentFiles m_files;
-  std::unique_ptr<Composition> m_graphic = emptyGraphic();
+  Graphic m_graphic = emptyGraphic();
   QuartzComponent* m_component = nullptr;
 };
 
@@ -155,7 +155,7 @@ TEST_F(AttributeOf, RichFontsGatherTheirGroup) {
   QStringList warnings;
   m_component = m_graphic->addComponenWithQuartzCompositionFile(path, {}, warnings);
   ASSERT_NE(m_component, nullptr);
-  EXPECT_EQ(m_component->attributes().size(), 1u + 9u);
+  EXPECT_EQ(m_component->attributes().size(), 1 + 9);
   const Attribute& attribute = *m_component->attributes().front();
   EXPECT_EQ(attribute.type(), AttributeType::RichFont);
   EXPECT_EQ(attribute.title(), QStringLiteral("Rich Font"));

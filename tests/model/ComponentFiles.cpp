@@ -82,8 +82,10 @@ QString ComponentFiles::writeConsumer(const QString& name) {
   return path(name);
 }
 
-std::unique_ptr<Composition> emptyGraphic() {
-  auto graphic = std::make_unique<Composition>(VideoResolution(QStringLiteral("HD 1080p50")));
+Graphic emptyGraphic() {
+  Graphic graphic;
+  graphic.composition = graphic.context->insert(
+      std::make_unique<Composition>(VideoResolution(QStringLiteral("HD 1080p50"))));
   graphic->setDuration(2);
   return graphic;
 }

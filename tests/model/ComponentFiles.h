@@ -5,6 +5,7 @@
 #include "model/Composition.h"
 #include "model/StandardComponents.h"
 #include "quartz/QuartzComposition.h"
+#include "store/ObjectContext.h"
 
 namespace model {
 
@@ -33,7 +34,15 @@ class ComponentFiles {
   QTemporaryDir m_dir;
 };
 
+/// A graphic with the context that it lives in.
+struct Graphic {
+  std::unique_ptr<store::ObjectContext> context = std::make_unique<store::ObjectContext>();
+  Composition* composition = nullptr;
+  Composition* operator->() const { return composition; }
+  Composition& operator*() const { return *composition; }
+};
+
 /// A 1920 by 1080 graphic of two seconds.
-[[nodiscard]] std::unique_ptr<Composition> emptyGraphic();
+[[nodiscard]] Graphic emptyGraphic();
 
 }  // namespace model

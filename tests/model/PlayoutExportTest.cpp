@@ -81,7 +81,7 @@ class Playout : public testing::Test {
   }
 
   ComponentFiles m_files;
-  std::unique_ptr<Composition> m_graphic = emptyGraphic();
+  Graphic m_graphic = emptyGraphic();
   KeyFactory m_keyFactory = Composition::standardKey;
   std::unique_ptr<PlayoutExport> m_export;
 
@@ -131,8 +131,8 @@ TEST_F(Playout, AnEmptyGraphicHasTheClockOnly) {
 }
 
 TEST_F(Playout, StopFramesBringATriggerAndTimeLinesThatFollow) {
-  m_graphic->addStopFrame(StopFrame(1.5, q("Out")));
-  m_graphic->addStopFrame(StopFrame(0.5));
+  m_graphic->addStopFrame(1.5, q("Out"));
+  m_graphic->addStopFrame(0.5);
   add(q("Box"), {})->attributeForKey(q("opacity"))->addTimepoint(0, 0.0);
   build();
   EXPECT_EQ(published(u"publishedOutputPorts"), (QStringList{q("waitingForTrigger"), q("active")}));
@@ -145,7 +145,7 @@ TEST_F(Playout, StopFramesBringATriggerAndTimeLinesThatFollow) {
   EXPECT_EQ(node("TimeLine_Component_1")->timebase(), PropertyValue(q("external")));
   EXPECT_EQ(sourceOf("TimeLine_Component_1", "_time"), q("QCPlugInPatch_1.outputTime"));
 
-  for (int i = 2; i < 256; ++i) m_graphic->addStopFrame(StopFrame(1));
+  for (int i = 2; i < 256; ++i) m_graphic->addStopFrame(1);
   build();  // 256 count as none
   EXPECT_FALSE(published(u"publishedInputPorts").contains(q("trigger")));
 }

@@ -31,7 +31,7 @@ class ComponentFromFile : public testing::Test {
   QTemporaryDir m_cache;
   QByteArray m_oldCache;
   ComponentFiles m_files;
-  std::unique_ptr<Composition> m_graphic = emptyGraphic();
+  Graphic m_graphic = emptyGraphic();
   QStringList m_warnings;
 };
 
@@ -91,7 +91,7 @@ TEST_F(ComponentFromFile, FilesThatCannotBeLoadedGiveOneWarning) {
   ASSERT_EQ(m_warnings.size(), 2);
   EXPECT_TRUE(m_warnings[0].startsWith(
       QStringLiteral("Could not load composition \"/nowhere/at all.qtz\"")));
-  EXPECT_TRUE(m_graphic->components().empty());
+  EXPECT_TRUE(m_graphic->components().isEmpty());
 }
 
 TEST_F(ComponentFromFile, AMissingFontIsSubstituted) {

@@ -68,9 +68,9 @@ void ComponentExport::addAttribute(const Attribute& attribute) {
   for (const auto& [key, value] : attribute.quartzValues()) {
     const auto entry = m_componentFile->rootPatch()->infoForPublishedInputPortWithName(key);
     const QString port = entry.isEmpty() ? key : entry.value(u"port").toString();
-    if (attribute.animateable() && attribute.type() == AttributeType::Color)
+    if (attribute.isAnimatedInExport() && attribute.type() == AttributeType::Color)
       addAnimatedColor(attribute, port);
-    else if (attribute.animateable())
+    else if (attribute.isAnimatedInExport())
       addAnimated(attribute, port, value);
     else if (isBakedIn(attribute))
       m_node->setPortValue(value, port);
@@ -103,7 +103,7 @@ void ComponentExport::publishInput(const QString& port, const PropertyValue& val
 
 void ComponentExport::addGeometry(const Attribute& attribute) {
   const QString& key = attribute.key();
-  if (attribute.animateable()) {
+  if (attribute.isAnimatedInExport()) {
     if (!m_timeLine.contains(key))
       m_timeLine.addCurve(key, attribute.keyFrameInformation(), TimeLineExport::Shown::Red);
     return;
