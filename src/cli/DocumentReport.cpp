@@ -36,6 +36,7 @@ QString typeWord(AttributeType type) {
     case AttributeType::RichText:
       return QStringLiteral("rich text");
     case AttributeType::File:
+    case AttributeType::OtherFile:
       return QStringLiteral("file");
     case AttributeType::VideoInput:
       return QStringLiteral("video input");
@@ -147,10 +148,10 @@ QString DocumentReport::text() const {
                         .arg(m_composition.width())
                         .arg(m_composition.height()),
                     QStringLiteral("duration  ") + seconds(m_composition.duration())};
-  if (const auto& stops = m_composition.stopFrames(); !stops.isEmpty()) {
+  if (const auto stops = m_composition.stopFrames(); !stops.isEmpty()) {
     lines += QStringLiteral("stop frames (%1)").arg(stops.size());
-    for (const model::StopFrame& stop : stops)
-      lines += QStringLiteral("  %1  %2").arg(seconds(stop.timepoint()), stopName(stop));
+    for (const model::StopFrame* stop : stops)
+      lines += QStringLiteral("  %1  %2").arg(seconds(stop->timepoint()), stopName(*stop));
   }
   const QList<QuartzComponent*> components = m_composition.componentsSortedByZLevel();
   lines += QStringLiteral("components, lowest first (%1)").arg(components.size());
@@ -166,9 +167,9 @@ QString DocumentReport::text() const {
 
 QString DocumentReport::json() const {
   QJsonArray stops;
-  for (const model::StopFrame& stop : m_composition.stopFrames())
-    stops.append(QJsonObject{{QStringLiteral("name"), stopName(stop)},
-                             {QStringLiteral("time"), stop.timepoint()}});
+  for (const model::StopFrame* stop : m_composition.stopFrames())
+    stops.append(QJsonObject{{QStringLiteral("name"), stopName(*stop)},
+                             {QStringLiteral("time"), stop->timepoint()}});
   QJsonArray components;
   for (const QuartzComponent* component : m_composition.componentsSortedByZLevel())
     components.append(componentJson(*component));

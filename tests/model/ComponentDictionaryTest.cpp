@@ -1,0 +1,160 @@
+#include <gmock/gmock.h>
+
+#include "ComponentFiles.h"
+#include "foundation/PropertyList.h"
+#include "foundation/archive/NonKeyedArchive.h"
+#include "model/RichFontValue.h"
+#include "runtime/CompositionRenderer.h"
+#include "store/StoreSnapshot.h"
+
+namespace model {
+
+namespace {
+
+using foundation::PropertyDictionary;
+
+class ComponentDictionary : public testing::Test {
+ protected:
+  void SetUp() override {
+    const QString string = QStringLiteral("QCStringPort");
+    const QString path = files.writeComponent(
+        QStringLiteral("a.qtz"),
+        {{QStringLiteral("Text"), string, QStringLiteral("x"), QStringLiteral("Text [7] (Copy)")},
+         {QStringLiteral("Tint"), QStringLiteral("QCColorPort"), {}, {}},
+         {QStringLiteral("Picture"), QStringLiteral("QCGLImagePort"), {}, {}},
+         {QStringLiteral("Font_Name"), string, QStringLiteral("Inter"), {}},
+         {QStringLiteral("Font_Size"), QStringLiteral("QCNumberPort"), 24.0, {}},
+         {QStringLiteral("Head_Rich_Font_Name"), string, QStringLiteral("Inter"), {}},
+         {QStringLiteral("Head_Rich_Font_Size"), QStringLiteral("QCNumberPort"), 40.0, {}}});
+    QImage picture(5, 4, QImage::Format_ARGB32);
+    picture.fill(QColor(10, 200, 30, 40));
+    original = graphic->addComponenWithQuartzCompositionFile(
+        path, {{QStringLiteral("Picture"), picture}}, warnings);
+    ASSERT_NE(original, nullptr);
+    original->setTitle(QStringLiteral("Größe"));
+    original->setStartTime(0.25);
+    original->setConstrainProportions(true);
+    Attribute& tint = *original->attributeForKey(QStringLiteral("Tint"));
+    tint.addTimepoint(0.1, foundation::Color{0.1, 0.2, 0.3, 0.4});
+    tint.addTimepoint(1.04, AttributeValue());
+    original->attributeForKey(QStringLiteral("Text"))->setPermissionToChange(true);
+  }
+
+  ComponentFiles files;
+  Graphic graphic = emptyGraphic();
+  QuartzComponent* original = nullptr;
+  QStringList warnings;
+};
+
+}  // namespace
+
+TEST_F(ComponentDictionary, ACopyIsTheSameInEverything) {
+  const PropertyDictionary dictionary = original->dictionaryWithData();
+  EXPECT_EQ(
+      dictionary.keys(),
+      (QStringList{QStringLiteral("animateable"), QStringLiteral("attributes"),
+                   QStringLiteral("compositionFilename"), QStringLiteral("constrainProportions"),
+                   QStringLiteral("endTime"), QStringLiteral("quartzCompositionData"),
+                   QStringLiteral("startTime"), QStringLiteral("title")}));
+  EXPECT_EQ(dictionary.value(u"animateable"), foundation::PropertyValue(-1));
+  const auto& first = dictionary.value(u"attributes").array().first().dictionary();
+  EXPECT_EQ(first.size(), 10);
+  EXPECT_EQ(first.value(u"category").toString(), QStringLiteral("Copy"));
+  EXPECT_EQ(first.value(u"position").toInteger(), 7);
+
+  // Through a file's bytes, as a clipboard would have it.
+  const auto bytes = foundation::PropertyList::toBinary(dictionary);
+  const auto read = foundation::PropertyList::fromData(bytes.value(), {});
+  QuartzComponent* copy =
+      QuartzComponent::createWithDictionaryData(read->dictionary(), *graphic, warnings);
+  ASSERT_NE(copy, nullptr) << warnings.join(u' ').toStdString();
+  EXPECT_EQ(copy->dictionaryWithData() == dictionary, true);
+  EXPECT_EQ(copy->renderer()->valueForInputKey(QStringLiteral("Head_Rich_Font_Size")).toNumber(),
+            40);
+  graphic.context->undo();
+  EXPECT_EQ(graphic->components().size(), 1);
+}
+
+TEST_F(ComponentDictionary, ABrokenCompositionGivesAWarning) {
+  PropertyDictionary dictionary = original->dictionaryWithData();
+  dictionary.insert(QStringLiteral("quartzCompositionData"), QByteArray("nonsense"));
+  EXPECT_EQ(QuartzComponent::createWithDictionaryData(dictionary, *graphic, warnings), nullptr);
+  EXPECT_EQ(warnings.size(), 1);
+  EXPECT_EQ(graphic->components().size(), 1);
+}
+
+TEST_F(ComponentDictionary, OlderDocumentsGetWhatTheyLackAndFontsStandStill) {
+  PropertyDictionary dictionary = original->dictionaryWithData();
+  foundation::PropertyArray kept;
+  for (const auto& entry : dictionary.value(u"attributes").array()) {
+    PropertyDictionary attribute = entry.dictionary();
+    const QString key = attribute.value(u"key").toString();
+    if (key == QLatin1String("marginX") || key == QLatin1String("marginY") ||
+        key == QLatin1String("visibleInCompositionEditor"))
+      continue;
+    if (key == QLatin1String("Font_Name")) {
+      attribute.insert(QStringLiteral("animateable"), true);
+      KeyFrames values;
+      values.set(1, FontValue{QStringLiteral("Inter"), 33});
+      values.set(2, FontValue{QStringLiteral("Inter"), 44});
+      attribute.insert(QStringLiteral("values"), store::CodecOf<KeyFrames>::encode(values));
+    }
+    kept.append(attribute);
+  }
+  dictionary.insert(QStringLiteral("attributes"), kept);
+  QuartzComponent* copy = QuartzComponent::createWithDictionaryData(dictionary, *graphic, warnings);
+  ASSERT_NE(copy, nullptr);
+  EXPECT_EQ(copy->attributes().size(), original->attributes().size());
+  EXPECT_TRUE(copy->visibleInCompositionEditor());
+  EXPECT_EQ(copy->marginX(), 0);
+  const Attribute& font = *copy->attributeForKey(QStringLiteral("Font_Name"));
+  EXPECT_FALSE(font.animateable());
+  EXPECT_EQ(font.currentValue(), AttributeValue(FontValue{QStringLiteral("Inter"), 33}));
+}
+
+TEST_F(ComponentDictionary, ValuesAreReachedByAttributeKey) {
+  int announced = 0;
+  const auto bound =
+      original->observe(QStringLiteral("Text"), [&](const store::Change&) { ++announced; });
+  EXPECT_TRUE(original->setValueForKey(QVariant::fromValue(AttributeValue(QStringLiteral("new"))),
+                                       QStringLiteral("Text")));
+  EXPECT_EQ(original->valueForKey(QStringLiteral("Text")).value<AttributeValue>(),
+            AttributeValue(QStringLiteral("new")));
+  EXPECT_EQ(original->renderer()->valueForInputKey(QStringLiteral("Text")).toString(),
+            QStringLiteral("new"));
+  EXPECT_TRUE(original->needsUpdate());
+  EXPECT_FALSE(original->setValueForKey(QVariant::fromValue(AttributeValue(1.0)),
+                                        QStringLiteral("No such key")));
+  original->sendChangeNotificationForValues(AbstractComponent::Announced::OnlyAnimateable);
+  EXPECT_EQ(announced, 0);
+  original->sendChangeNotificationForValues(AbstractComponent::Announced::All);
+  EXPECT_EQ(announced, 1);
+}
+
+TEST_F(ComponentDictionary, UndoReachesTheRenderer) {
+  Attribute& text = *original->attributeForKey(QStringLiteral("Text"));
+  const auto shown = [&] {
+    return original->renderer()->valueForInputKey(QStringLiteral("Text")).toString();
+  };
+  text.setCurrentValue(QStringLiteral("new"));
+  EXPECT_EQ(shown(), QStringLiteral("new"));
+  graphic.context->undo();
+  EXPECT_EQ(shown(), QStringLiteral("x"));
+  graphic->removeComponents({original});
+  graphic.context->undo();
+  EXPECT_EQ(shown(), QStringLiteral("x"));  // by a new renderer
+}
+
+TEST_F(ComponentDictionary, InformationForFileBrowsers) {
+  const PropertyDictionary info = original->componentInfo();
+  EXPECT_EQ(info.value(u"title").toString(), QStringLiteral("Größe"));
+  const auto& list = info.value(u"attributes").array();
+  EXPECT_EQ(list.size(), original->attributes().size());
+  EXPECT_EQ(list.first(), foundation::PropertyValue(
+                              PropertyDictionary{{QStringLiteral("animateable"), false},
+                                                 {QStringLiteral("key"), QStringLiteral("Text")},
+                                                 {QStringLiteral("label"), QStringLiteral("Text ")},
+                                                 {QStringLiteral("permissionToChange"), true}}));
+}
+
+}  // namespace model
