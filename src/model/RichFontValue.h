@@ -2,7 +2,10 @@
 
 #include <QMap>
 
+#include "foundation/Result.h"
+#include "foundation/archive/ArchiveValue.h"
 #include "model/AttributeValue.h"
+#include "model/TextAttributes.h"
 
 namespace runtime {
 class CompositionRenderer;
@@ -31,6 +34,12 @@ class RichFontValue {
   [[nodiscard]] AttributeValue color() const;
   void setColor(const foundation::Color& color);
 
+  /// A shadow flag of anything but 1 means no shadow.
+  [[nodiscard]] TextAttributes textAttributes() const;
+  /// Without a foreground the colour stays. Without a shadow its flag becomes 0 and the rest of it
+  /// stays; without a line its style becomes 0; a line without a colour keeps the last one.
+  void setTextAttributes(const TextAttributes& attributes);
+
   /// Whether the full input key belongs to the group.
   [[nodiscard]] bool contains(const QString& inputKey) const {
     return m_attributes.contains(inputKey);
@@ -43,9 +52,24 @@ class RichFontValue {
     return m_attributes;
   }
 
+  /// As keyed archives hold it: an object of the class "RichFontValue".
+  [[nodiscard]] foundation::ArchiveValue archiveValue() const;
+  /// Entries that are no boolean, number, text or colour are left out. The error says what an
+  /// archived object lacks to be a rich font.
+  [[nodiscard]] static foundation::Result<RichFontValue> fromArchiveValue(
+      const foundation::ArchiveValue& value);
+
   friend bool operator==(const RichFontValue&, const RichFontValue&) = default;
 
  private:
+  void insert(const QString& suffix, const AttributeValue& value);
+  [[nodiscard]] float floatForSuffix(const QString& suffix) const;
+  [[nodiscard]] std::optional<foundation::Color> colorForSuffix(const QString& suffix) const;
+  [[nodiscard]] std::optional<TextAttributes::Line> lineForSuffixes(const QString& style,
+                                                                    const QString& color) const;
+  void setLine(const std::optional<TextAttributes::Line>& line, const QString& styleSuffix,
+               const QString& colorSuffix);
+
   QMap<QString, AttributeValue> m_attributes;
   QString m_keyPattern;
 };

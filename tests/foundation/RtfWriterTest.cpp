@@ -117,15 +117,15 @@ TEST(RtfWriter, WritesTheSameBytesForTheSameText) {
   centered.setAlignment(Qt::AlignHCenter);
   cursor.insertBlock(centered, {});
   EXPECT_EQ(RtfWriter::write(document).toStdString(),
-            "{\\rtf1\\ansi\\ansicpg1252\\deff0"
-            "{\\fonttbl{\\f0\\fnil\\fcharset0 Inter;}"
-            "{\\f1\\fnil\\fcharset0 Gr\\u246?\\u223?e;}}\n"
+            "{\\rtf1\\ansi\\ansicpg1252"
+            "{\\fonttbl{\\f1\\fnil\\fcharset0 Inter;}"
+            "{\\f2\\fnil\\fcharset0 Gr\\u246?\\u223?e;}}\n"
             "{\\colortbl;\\red255\\green0\\blue0;\\red0\\green0\\blue255;}\n"
             "{\\*\\expandedcolortbl;\\cssrgb\\c100000\\c0\\c0\\c100000;"
             "\\cssrgb\\c0\\c0\\c100000\\c20000;}\n"
-            "\\pard\\plain{\\f0\\fs60\\b\\cf1 \\{a\\}\\tab }"
-            "{\\f1\\fs60\\cb2\\chcbpat2 \\u233?\\u-10179?\\u-8704?}\\par\n"
-            "\\pard\\plain\\qc\\f0\\fs60}");
+            "\\pard\\plain{\\f1\\fs60\\b\\cf1 \\{a\\}\\tab }"
+            "{\\f2\\fs60\\cb2\\chcbpat2 \\u233?\\u-10179?\\u-8704?}\\par\n"
+            "\\pard\\plain\\qc\\f1\\fs60}");
 }
 
 TEST(RtfWriter, WritesNothingForAnEmptyText) {

@@ -72,8 +72,8 @@ class Writing {
     }
   }
   [[nodiscard]] QByteArray rtf() const {
-    return "{\\rtf1\\ansi\\ansicpg1252\\deff0" + m_tables.fontTable() + m_tables.colorTable() +
-           m_body + "}";
+    return "{\\rtf1\\ansi\\ansicpg1252" + m_tables.fontTable() + m_tables.colorTable() + m_body +
+           "}";
   }
 
  private:
@@ -124,7 +124,7 @@ void Writing::writeParagraphStyle(const RtfParagraphStyle& style) {
 QByteArray Writing::characterStyle(const QTextCharFormat& format) {
   QByteArray rtf;
   if (const QString name = RtfFontTable::cleanName(family(format)); !name.isEmpty())
-    appendNumber(rtf, "f", m_tables.fontNumber(name), -1);
+    appendNumber(rtf, "f", m_tables.fontNumber(name));
   appendNumber(rtf, "fs", halfPoints(format), 0);
   const int weight =
       format.hasProperty(QTextFormat::FontWeight) ? format.fontWeight() : m_defaultFont.weight();

@@ -19,9 +19,8 @@ void appendWord(QByteArray& rtf, const char* word, int parameter) {
 int RtfWriterTables::fontNumber(const QString& family) {
   if (const auto known = m_fontNumbers.constFind(family); known != m_fontNumbers.cend())
     return *known;
-  const int number = static_cast<int>(m_families.size());
   m_families.append(family);
-  return *m_fontNumbers.insert(family, number);
+  return *m_fontNumbers.insert(family, static_cast<int>(m_families.size()));
 }
 
 int RtfWriterTables::colorNumber(const QColor& color) {
@@ -38,7 +37,7 @@ QByteArray RtfWriterTables::fontTable() const {
   QByteArray rtf("{\\fonttbl");
   for (qsizetype i = 0; i < m_families.size(); ++i) {
     rtf += '{';
-    appendWord(rtf, "f", static_cast<int>(i));
+    appendWord(rtf, "f", static_cast<int>(i) + 1);
     rtf += "\\fnil\\fcharset0 ";
     appendRtfText(rtf, m_families[i]);
     rtf += ";}";

@@ -9,6 +9,7 @@ namespace foundation::detail {
 /// The fonts and colours of a text that is being written, numbered in the order of their use.
 class RtfWriterTables {
  public:
+  /// From 1 on: 0 is what texts have that name no font.
   [[nodiscard]] int fontNumber(const QString& family);
   /// From 1 on; 0, the automatic colour, for an invalid colour. Colours have 8 bits a component.
   [[nodiscard]] int colorNumber(const QColor& color);
