@@ -119,12 +119,12 @@ TEST(RtfWriter, WritesTheSameBytesForTheSameText) {
   EXPECT_EQ(RtfWriter::write(document).toStdString(),
             "{\\rtf1\\ansi\\ansicpg1252"
             "{\\fonttbl{\\f1\\fnil\\fcharset0 Inter;}"
-            "{\\f2\\fnil\\fcharset0 Gr\\u246?\\u223?e;}}\n"
+            "{\\f2\\fnil\\fcharset0 Gr\\u246\\'3f\\u223\\'3fe;}}\n"
             "{\\colortbl;\\red255\\green0\\blue0;\\red0\\green0\\blue255;}\n"
             "{\\*\\expandedcolortbl;\\cssrgb\\c100000\\c0\\c0\\c100000;"
             "\\cssrgb\\c0\\c0\\c100000\\c20000;}\n"
             "\\pard\\plain{\\f1\\fs60\\b\\cf1 \\{a\\}\\tab }"
-            "{\\f2\\fs60\\cb2\\chcbpat2 \\u233?\\u-10179?\\u-8704?}\\par\n"
+            "{\\f2\\fs60\\cb2\\chcbpat2 \\u233\\'3f\\u-10179\\'3f\\u-8704\\'3f}\\par\n"
             "\\pard\\plain\\qc\\f1\\fs60}");
 }
 

@@ -83,7 +83,7 @@ void appendRtfText(QByteArray& rtf, QStringView text) {
       rtf += static_cast<char>(c.unicode());
     } else {
       appendWord(rtf, "u", static_cast<qint16>(c.unicode()));
-      rtf += '?';  // for readers that know no Unicode
+      rtf += "\\'3f";  // a question mark for readers that know no Unicode
     }
   }
 }
