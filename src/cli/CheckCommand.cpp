@@ -36,8 +36,10 @@ ExitStatus CheckCommand::run(const QStringList& arguments) {
       QStringLiteral("check FILE… [--json]"),
       QStringLiteral("Looks through composition files (.qtz) for what cannot work as meant: "
                      "connections and published\nports that lead nowhere, values of a wrong type, "
-                     "unknown patches, loops, files that are not there.\nOne line a finding: "
-                     "FILE: CODE: OBJECT: SENTENCE."));
+                     "unknown patches, loops, files that are not there.\nIn documents (.json) it "
+                     "names what will surprise: fields that are animated, colours that lose their\n"
+                     "opacity, files of one name, missing fonts; and looks through their export.\n"
+                     "One line a finding: FILE: CODE: OBJECT: SENTENCE."));
   options.flag(QStringLiteral("json"), QStringLiteral("as JSON, an array with one object a file"));
   if (const auto status = options.parseFiles(arguments)) return *status;
   const bool json = options.isSet(QStringLiteral("json"));

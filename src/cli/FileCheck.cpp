@@ -1,5 +1,9 @@
 #include "cli/FileCheck.h"
 
+#include <QTemporaryDir>
+
+#include "cli/DocumentLoader.h"
+#include "model/CompositionFindings.h"
 #include "runtime/CompositionChecker.h"
 
 namespace cli {
@@ -12,10 +16,29 @@ foundation::Result<foundation::Findings> checkComposition(const QString& path) {
   return runtime::CompositionChecker::check(**composition, path);
 }
 
+/// The graphic itself, and the playout composition that it would be exported to.
+foundation::Result<foundation::Findings> checkDocument(const QString& path) {
+  const auto document = DocumentLoader::load(path);
+  if (!document) return tl::unexpected(document.error().error);
+  foundation::Findings findings = model::compositionFindings(*document->composition);
+  const QTemporaryDir folder;
+  const QString exported = folder.filePath(QStringLiteral("Composition.qtz"));
+  if (const auto done = document->exportTo(exported, false); !done)
+    return tl::unexpected(done.error());
+  const auto inExport = checkComposition(exported);
+  if (!inExport) return tl::unexpected(inExport.error());
+  for (const foundation::Finding& finding : *inExport)
+    // What the graphic's components lack was told with their names.
+    if (finding.code != QLatin1String("unknown-class") &&
+        finding.code != QLatin1String("missing-file"))
+      findings.append({finding.code, QStringLiteral("export ") + finding.object, finding.sentence});
+  return findings;
+}
+
 }  // namespace
 
 foundation::Result<foundation::Findings> checkFile(const QString& path) {
-  return checkComposition(path);
+  return DocumentLoader::isDocument(path) ? checkDocument(path) : checkComposition(path);
 }
 
 }  // namespace cli

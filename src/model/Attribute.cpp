@@ -274,7 +274,7 @@ double Attribute::adjustTimepointsBy(double delta, Moved moved) {
     QList<double> selection;
     for (const double time : times)
       if (isTimePointSelected(time)) selection.append(roundedTimepoint(time + delta));
-    set(declaration().selectedTimepoints, std::move(selection));
+    setAlong(declaration().selectedTimepoints, std::move(selection));
     setValues(values().moved(times, delta));
   }
   const QList<double> afterwards = timepointsToMove(moved);

@@ -115,9 +115,9 @@ bool ManagedObject::setStoredValue(const foundation::PropertyValue& stored, cons
   return true;
 }
 
-void ManagedObject::setPropertyValue(int index, QVariant value) {
+void ManagedObject::setPropertyValue(int index, QVariant value, Recorded recorded) {
   if (m_context)
-    m_context->changeValue(*this, index, std::move(value));
+    m_context->changeValue(*this, index, std::move(value), recorded == Recorded::Always);
   else
     m_values[static_cast<size_t>(index)] = std::move(value);
 }

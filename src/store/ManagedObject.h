@@ -58,6 +58,12 @@ class ManagedObject {
     if (!(get(property) == value))
       setPropertyValue(property.index, QVariant::fromValue(std::move(value)));
   }
+  /// Sets a transient property so that undo and redo set it too, as part of a step that does more.
+  template <typename T>
+  void setAlong(Property<T> property, T value) {
+    if (!(get(property) == value))
+      setPropertyValue(property.index, QVariant::fromValue(std::move(value)), Recorded::Always);
+  }
   template <typename T>
   [[nodiscard]] T* get(ToOne<T> relation) const {
     return static_cast<T*>(m_toOnes[static_cast<size_t>(relation.index)]);
@@ -87,7 +93,8 @@ class ManagedObject {
  private:
   friend class ObjectContext;
   friend class Journal;
-  void setPropertyValue(int index, QVariant value);
+  enum class Recorded { WhenPersistent, Always };
+  void setPropertyValue(int index, QVariant value, Recorded recorded = Recorded::WhenPersistent);
   void setRelated(int index, ManagedObject* object);
   void callObservers(const Change& change);
 

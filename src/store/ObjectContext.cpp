@@ -58,18 +58,18 @@ void ObjectContext::insertObject(std::unique_ptr<ManagedObject> object) {
   inserted.awakeFromInsert();
 }
 
-void ObjectContext::changeValue(ManagedObject& object, int index, QVariant value) {
+void ObjectContext::changeValue(ManagedObject& object, int index, QVariant value,
+                                bool alwaysRecord) {
   const ImplicitStep step(*this);
   const auto slot = static_cast<size_t>(index);
   const PropertyDescription& property = object.m_entity.properties()[slot];
   const QVariant before = std::exchange(object.m_values[slot], value);
-  if (property.persistence == Persistence::Persistent) {
-    if (isRecording())
-      m_journal.recordValue(object, index, before, value);
-    else
-      m_changedUnrecorded = true;
-    markUpdated(object);
-  }
+  const bool isPersistent = property.persistence == Persistence::Persistent;
+  if (isRecording() && (isPersistent || alwaysRecord))
+    m_journal.recordValue(object, index, before, value);
+  else if (isPersistent && !m_replaying)
+    m_changedUnrecorded = true;
+  if (isPersistent) markUpdated(object);
   announce({&object, property.key, before, std::move(value)});
 }
 
@@ -236,9 +236,10 @@ void ObjectContext::replayRecord(JournalRecord& record, Direction direction,
     case Kind::Value: {
       const auto slot = static_cast<size_t>(record.index);
       const QVariant& target = back ? record.before : record.after;
+      const PropertyDescription& property = object.m_entity.properties()[slot];
       const QVariant previous = std::exchange(object.m_values[slot], target);
-      markUpdated(object);
-      announcements.push_back({&object, object.m_entity.properties()[slot].key, previous, target});
+      if (property.persistence == Persistence::Persistent) markUpdated(object);
+      announcements.push_back({&object, property.key, previous, target});
       return;
     }
     case Kind::Relation:

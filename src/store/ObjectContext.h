@@ -88,7 +88,8 @@ class ObjectContext {
   enum class Direction { Back, Forth };
 
   void insertObject(std::unique_ptr<ManagedObject> object);
-  void changeValue(ManagedObject& object, int index, QVariant value);
+  /// Records changes of transient values only when told to.
+  void changeValue(ManagedObject& object, int index, QVariant value, bool alwaysRecord);
   void changeRelation(ManagedObject& object, int index, ManagedObject* related);
   void removeCascading(ManagedObject& object, Announcements& announcements);
   void relate(ManagedObject& object, int index, ManagedObject* related,

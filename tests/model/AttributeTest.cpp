@@ -130,6 +130,74 @@ TEST_F(AttributeOf, IndexCurvesJump) {
       attribute.keyFrameInformation()[1].dictionary().value(u"kf").dictionary().contains(u"value"));
 }
 
+TEST_F(AttributeOf, KeyFramesMoveWithinTheComponentsTimes) {
+  using Moved = Attribute::Moved;
+  Attribute& attribute = make({QStringLiteral("Amount"), number, {}, {}});
+  m_component->setStartTime(0.5);
+  for (const double time : {0.75, 1.0, 1.5}) attribute.addTimepoint(time, time);
+  attribute.setTimePointSelected(1.0, true);
+  const KeyFrames before = attribute.values();
+  EXPECT_EQ(attribute.adjustTimepointsBy(-3, Moved::All), 0.5);
+  EXPECT_EQ(attribute.sortedKeyFrames(), (QList<double>{0.5, 0.75, 1.25}));
+  EXPECT_EQ(attribute.selectedTimepoints(), QList<double>{0.75});
+  m_graphic.context->undo();
+  EXPECT_EQ(attribute.values(), before);
+  // The other end; only the lower clamp counts where both would.
+  EXPECT_EQ(attribute.adjustTimepointsBy(3, Moved::All), 1.25);
+  m_graphic.context->undo();
+  // One that lands on another takes its place; undo brings both back.
+  attribute.deselectAllTimePoints();
+  attribute.setTimePointSelected(1.0, true);
+  EXPECT_EQ(attribute.adjustTimepointsBy(0.5, Moved::OnlySelected), 1.5);
+  EXPECT_EQ(attribute.sortedKeyFrames(), (QList<double>{0.75, 1.5}));
+  EXPECT_EQ(attribute.valueForTimepoint(1.5), AttributeValue(1.0));
+  m_graphic.context->undo();
+  EXPECT_EQ(attribute.values(), before);
+  EXPECT_EQ(attribute.selectedTimepoints(), QList<double>{1.0});  // the selection comes along
+  attribute.deselectAllTimePoints();
+  EXPECT_EQ(attribute.adjustTimepointsBy(1, Moved::OnlySelected), 0);
+}
+
+TEST_F(AttributeOf, DeletingKeyFramesAndUndoingIt) {
+  Attribute& attribute = make({QStringLiteral("Amount"), number, 3.0, {}});
+  attribute.addTimepoint(0.5, 1.0);
+  attribute.addTimepoint(1.0, 2.0);
+  attribute.setTimePointSelected(0.5, true);
+  attribute.setTimePointSelected(1.0, true);
+  attribute.deleteTimepoint(0.7);  // none there
+  EXPECT_EQ(attribute.sortedKeyFrames().size(), 2);
+  attribute.deleteSelectedTimepoints();
+  EXPECT_FALSE(attribute.animateable());
+  EXPECT_EQ(attribute.currentValue(), AttributeValue(2.0));
+  EXPECT_TRUE(attribute.selectedTimepoints().isEmpty());
+  m_graphic.context->undo();
+  EXPECT_TRUE(attribute.animateable());
+  EXPECT_EQ(attribute.sortedKeyFrames(), (QList<double>{0.5, 1.0}));
+}
+
+TEST_F(AttributeOf, AnimatingTakesThePermissionAndUndoGivesItBack) {
+  Attribute& attribute = make({QStringLiteral("Amount"), number, 3.0, {}});
+  attribute.setPermissionToChange(true);
+  int announced = 0;
+  const auto current =
+      attribute.observe(QStringLiteral("currentValue"), [&](const store::Change&) { ++announced; });
+  attribute.setAnimateable(true);
+  EXPECT_FALSE(attribute.permissionToChange());
+  EXPECT_TRUE(attribute.lostPermissionToAnimation());
+  EXPECT_TRUE(attribute.values().isEmpty());
+  EXPECT_GT(announced, 0);
+  m_graphic.context->undo();
+  EXPECT_TRUE(attribute.permissionToChange());
+  EXPECT_FALSE(attribute.lostPermissionToAnimation());
+  EXPECT_EQ(attribute.currentValue(), AttributeValue(3.0));
+  m_graphic->setEditorTimepoint(1);
+  attribute.addTimepoint(0.5, 1.0);
+  attribute.setCurrentValue(9.0);  // a key frame at the editor time
+  EXPECT_EQ(attribute.valueForTimepoint(1), AttributeValue(9.0));
+  attribute.setCurrentValue(AttributeValue());  // missing: the one before holds
+  EXPECT_EQ(attribute.currentValue(), AttributeValue(1.0));
+}
+
 TEST_F(AttributeOf, MarginsAreTakenOffTheOrigin) {
   make({QStringLiteral("Amount"), number, {}, {}});
   m_component->setOriginX(100);
