@@ -3,37 +3,18 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include "foundation/PropertyList.h"
 #include "quartz/QuartzComposition.h"
+#include "support/TessaryProgram.h"
 
 namespace {
 
 using foundation::PropertyDictionary;
 using quartz::QuartzComposition;
-
-struct Outcome {
-  int status = -1;
-  QByteArray out;
-  QString error;
-};
-
-Outcome tessary(const QStringList& arguments, const QString& folder = {},
-                const QString& resources = {}) {
-  QProcess process;
-  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-  environment.remove(QStringLiteral("DISPLAY"));
-  environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
-  if (!resources.isEmpty()) environment.insert(QStringLiteral("TESSARY_RESOURCES"), resources);
-  process.setProcessEnvironment(environment);
-  if (!folder.isEmpty()) process.setWorkingDirectory(folder);
-  process.start(QStringLiteral(TESSARY_PROGRAM), arguments);
-  process.waitForFinished(60'000);
-  return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-          process.readAllStandardOutput(), QString::fromUtf8(process.readAllStandardError())};
-}
+using support::Outcome;
+using support::tessary;
 
 /// A red sprite over everything, its colour published with a label and its size known.
 void writeSample(const QString& path) {

@@ -26,6 +26,25 @@ class Example {
   }
   [[nodiscard]] bool isPlayable() const { return m_renderer != nullptr; }
   runtime::CompositionRenderer& renderer() { return *m_renderer; }
+  /// Plays on until the graphic waits for its trigger; false when it does not within ten seconds.
+  bool playToStop(const QSize& size) {
+    const QString waiting = QStringLiteral("waitingForTrigger");
+    for (const double end = m_time + 10; m_time < end; m_time += 0.04) {
+      (void)m_renderer->renderAtTime(m_time, size);
+      if (m_renderer->valueForOutputKey(waiting).toBoolean()) return true;
+    }
+    return false;
+  }
+  /// Plays on, with the trigger pressed in the first frame where there is one.
+  void play(double seconds, const QSize& size, bool trigger) {
+    const QString key = QStringLiteral("trigger");
+    for (const double end = m_time + seconds; m_time < end; m_time += 0.04) {
+      if (trigger) m_renderer->setValueForInputKey(std::exchange(trigger, false), key);
+      (void)m_renderer->renderAtTime(m_time, size);
+      m_renderer->setValueForInputKey(false, key);
+    }
+  }
+  QImage picture(const QSize& size) { return m_renderer->imageAtTime(m_time, size); }
   /// Plays frames of a 25th of a second up to the time and gives the area of the last.
   QImage picture(double until, const QRect& area) {
     QImage last;
@@ -59,5 +78,43 @@ TEST(ExamplePictures, LowerThirdFromStopToStop) {
   renderer.setValueForInputKey(true, QStringLiteral("trigger"));
   expectGolden(example.picture(5, strap), QStringLiteral("components/lower-third-second"));
 }
+
+/// How many times an example halts.
+struct Halts {
+  const char* example;
+  int count;
+};
+
+class ExampleAtItsStops : public testing::TestWithParam<Halts> {};
+
+TEST_P(ExampleAtItsStops, LooksAsItDid) {
+  const QString name = QString::fromLatin1(GetParam().example);
+  const QSize size(480, 270);
+  Example example(name);
+  ASSERT_TRUE(example.isPlayable());
+  for (int stop = 1; stop <= GetParam().count; ++stop) {
+    ASSERT_TRUE(example.playToStop(size)) << "stop " << stop;
+    expectGolden(example.picture(size), QStringLiteral("examples/%1-%2").arg(name).arg(stop));
+    example.play(0.08, size, true);
+  }
+  if (GetParam().count > 0) {  // after the last stop it goes away
+    EXPECT_FALSE(example.playToStop(size));
+    EXPECT_FALSE(example.renderer().valueForOutputKey(QStringLiteral("active")).toBoolean());
+    return;
+  }
+  example.play(2.4, size, false);
+  expectGolden(example.picture(size), QStringLiteral("examples/%1").arg(name));
+}
+
+INSTANTIATE_TEST_SUITE_P(Examples, ExampleAtItsStops,
+                         testing::Values(Halts{"breaking-strap", 2}, Halts{"channel-bug", 1},
+                                         Halts{"lower-third", 2}, Halts{"lower-third-rtl", 1},
+                                         Halts{"opener", 0}, Halts{"score-board", 2},
+                                         Halts{"ticker", 1}, Halts{"weather-strap", 5}),
+                         [](const auto& info) {
+                           std::string name = info.param.example;
+                           std::replace(name.begin(), name.end(), '-', '_');
+                           return name;
+                         });
 
 }  // namespace

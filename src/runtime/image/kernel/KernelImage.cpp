@@ -1,10 +1,9 @@
 #include "runtime/image/kernel/KernelImage.h"
 
-#include <optional>
 #include <utility>
 
 #include "runtime/image/ComputedImage.h"
-#include "runtime/image/PixelReader.h"
+#include "runtime/image/kernel/KernelBuiltins.h"
 
 namespace runtime::image::kernel {
 
@@ -13,191 +12,6 @@ namespace {
 constexpr qint64 stepsPerPixel = 100'000;
 constexpr qint64 stepsPerImage = 1'000'000'000;
 constexpr int deepestCall = 16;
-
-struct Vector {
-  std::array<float, 4> v = {};
-  int count = 1;
-  bool isInteger = false;
-
-  Vector() = default;
-  Vector(float x) : v{x} {}
-  Vector(std::array<float, 4> all, int count) : v(all), count(count) {}
-  [[nodiscard]] bool truth() const { return v[0] != 0; }
-  /// A scalar counts for each component.
-  [[nodiscard]] float at(int i) const { return v[static_cast<size_t>(count == 1 ? 0 : i)]; }
-};
-
-template <typename F>
-Vector each(const Vector& a, const F& f) {
-  Vector out;
-  out.count = a.count;
-  for (int i = 0; i < out.count; ++i) out.v[static_cast<size_t>(i)] = f(a.at(i));
-  return out;
-}
-
-template <typename F>
-Vector each(const Vector& a, const Vector& b, const F& f) {
-  Vector out;
-  out.count = std::max(a.count, b.count);
-  for (int i = 0; i < out.count; ++i) out.v[static_cast<size_t>(i)] = f(a.at(i), b.at(i));
-  return out;
-}
-
-template <typename F>
-Vector each(const Vector& a, const Vector& b, const Vector& c, const F& f) {
-  Vector out;
-  out.count = std::max({a.count, b.count, c.count});
-  for (int i = 0; i < out.count; ++i) out.v[static_cast<size_t>(i)] = f(a.at(i), b.at(i), c.at(i));
-  return out;
-}
-
-float dot(const Vector& a, const Vector& b) {
-  float sum = 0;
-  for (int i = 0; i < std::max(a.count, b.count); ++i) sum += a.at(i) * b.at(i);
-  return sum;
-}
-
-float length(const Vector& a) {
-  return std::sqrt(dot(a, a));
-}
-
-struct SamplerState {
-  QRect extent;
-  bool isNearest = false;
-  std::optional<PixelReader> reader;
-};
-
-/// What built-in functions can see.
-struct Surroundings {
-  float x = 0;
-  float y = 0;
-  std::vector<SamplerState> samplers;  // by parameter
-};
-
-using Arguments = std::array<Vector, 4>;
-using Builtin = Vector (*)(const Arguments&, const Surroundings&);
-
-const SamplerState& samplerOf(const Vector& v, const Surroundings& s) {
-  const size_t i = v.v[0] > 0 ? static_cast<size_t>(std::min(v.v[0], 1000.0F)) : 0;  // NaN too
-  return s.samplers[std::min(i, s.samplers.size() - 1)];
-}
-
-Vector sampled(const Vector& sampler, const Vector& place, const Surroundings& s) {
-  const SamplerState& state = samplerOf(sampler, s);
-  if (!state.reader) return {{}, 4};
-  const Pixel p = state.isNearest ? state.reader->nearest(place.at(0), place.at(1))
-                                  : state.reader->sample(place.at(0), place.at(1));
-  return {{p.r, p.g, p.b, p.a}, 4};
-}
-
-Vector premultiplied(const Vector& c) {
-  return {{c.v[0] * c.v[3], c.v[1] * c.v[3], c.v[2] * c.v[3], c.v[3]}, 4};
-}
-
-Vector unpremultiplied(const Vector& c) {
-  if (c.v[3] <= 0) return {{}, 4};
-  return {{c.v[0] / c.v[3], c.v[1] / c.v[3], c.v[2] / c.v[3], c.v[3]}, 4};
-}
-
-Vector cross(const Vector& a, const Vector& b) {
-  const auto& u = a.v;
-  const auto& v = b.v;
-  return {{u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2], u[0] * v[1] - u[1] * v[0], 0}, 3};
-}
-
-struct BuiltinFunction {
-  const char* name;
-  Builtin run;
-};
-
-#define KERNEL_EACH(NAME, EXPRESSION)                                 \
-  {                                                                   \
-    NAME, [](const Arguments& a, const Surroundings&) {               \
-      return each(a[0], [](float v) -> float { return EXPRESSION; }); \
-    }                                                                 \
-  }
-#define KERNEL_PAIR(NAME, EXPRESSION)                                                \
-  {                                                                                  \
-    NAME, [](const Arguments& a, const Surroundings&) {                              \
-      return each(a[0], a[1], [](float u, float v) -> float { return EXPRESSION; }); \
-    }                                                                                \
-  }
-#define KERNEL_VALUE(NAME, EXPRESSION)                                              \
-  {                                                                                 \
-    NAME,                                                                           \
-        []([[maybe_unused]] const Arguments& a,                                     \
-           [[maybe_unused]] const Surroundings& s) -> Vector { return EXPRESSION; } \
-  }
-
-constexpr float degree = 0.017453292F;
-
-const BuiltinFunction builtins[] = {
-    KERNEL_EACH("sin", std::sin(v)),
-    KERNEL_EACH("cos", std::cos(v)),
-    KERNEL_EACH("tan", std::tan(v)),
-    KERNEL_EACH("asin", std::asin(v)),
-    KERNEL_EACH("acos", std::acos(v)),
-    KERNEL_EACH("exp", std::exp(v)),
-    KERNEL_EACH("exp2", std::exp2(v)),
-    KERNEL_EACH("log", std::log(v)),
-    KERNEL_EACH("log2", std::log2(v)),
-    KERNEL_EACH("sqrt", std::sqrt(v)),
-    KERNEL_EACH("inversesqrt", 1 / std::sqrt(v)),
-    KERNEL_EACH("abs", std::abs(v)),
-    KERNEL_EACH("floor", std::floor(v)),
-    KERNEL_EACH("ceil", std::ceil(v)),
-    KERNEL_EACH("fract", v - std::floor(v)),
-    KERNEL_EACH("sign", v > 0 ? 1.0F : (v < 0 ? -1.0F : 0.0F)),
-    KERNEL_EACH("radians", v* degree),
-    KERNEL_EACH("degrees", v / degree),
-    KERNEL_PAIR("pow", std::pow(u, v)),
-    KERNEL_PAIR("mod", u - v * std::floor(u / v)),
-    KERNEL_PAIR("min", std::min(u, v)),
-    KERNEL_PAIR("max", std::max(u, v)),
-    KERNEL_PAIR("step", v < u ? 0.0F : 1.0F),
-    KERNEL_PAIR("atan", std::atan2(u, v)),
-    KERNEL_VALUE("clamp", each(a[0], a[1], a[2],
-                               [](float v, float low, float high) {
-                                 return std::min(std::max(v, low), high);
-                               })),
-    KERNEL_VALUE("mix",
-                 each(a[0], a[1], a[2], [](float u, float v, float t) { return u + (v - u) * t; })),
-    KERNEL_VALUE("smoothstep",
-                 each(a[0], a[1], a[2],
-                      [](float low, float high, float v) { return smoothStep(low, high, v); })),
-    KERNEL_VALUE("compare",
-                 each(a[0], a[1], a[2], [](float v, float u, float w) { return v < 0 ? u : w; })),
-    KERNEL_VALUE("dot", dot(a[0], a[1])),
-    KERNEL_VALUE("length", length(a[0])),
-    KERNEL_VALUE("distance", length(each(a[0], a[1], [](float u, float v) { return u - v; }))),
-    KERNEL_VALUE("normalize", each(a[0], Vector(std::max(length(a[0]), 1e-20F)),
-                                   [](float v, float l) { return v / l; })),
-    KERNEL_VALUE("cross", cross(a[0], a[1])),
-    KERNEL_VALUE(
-        "reflect",
-        each(a[0], each(a[1], Vector(2 * dot(a[0], a[1])), [](float u, float v) { return u * v; }),
-             [](float u, float v) { return u - v; })),
-    KERNEL_VALUE("premultiply", premultiplied(a[0])),
-    KERNEL_VALUE("unpremultiply", unpremultiplied(a[0])),
-    KERNEL_VALUE("destCoord", Vector({s.x, s.y}, 2)),
-    KERNEL_VALUE("sample", sampled(a[0], a[1], s)),
-    KERNEL_VALUE("samplerCoord", Vector({s.x, s.y}, 2)),
-    KERNEL_VALUE("samplerTransform", Vector({a[1].at(0), a[1].at(1)}, 2)),
-    KERNEL_VALUE("samplerSize", Vector({float(samplerOf(a[0], s).extent.width()),
-                                        float(samplerOf(a[0], s).extent.height())},
-                                       2)),
-    KERNEL_VALUE(
-        "samplerOrigin",
-        Vector({float(samplerOf(a[0], s).extent.x()), float(samplerOf(a[0], s).extent.y())}, 2)),
-    KERNEL_VALUE("samplerExtent",
-                 Vector({float(samplerOf(a[0], s).extent.x()), float(samplerOf(a[0], s).extent.y()),
-                         float(samplerOf(a[0], s).extent.width()),
-                         float(samplerOf(a[0], s).extent.height())},
-                        4)),
-};
-#undef KERNEL_EACH
-#undef KERNEL_PAIR
-#undef KERNEL_VALUE
 
 /// Runs the program for one pixel after the other. One a thread.
 class Machine {
@@ -349,7 +163,7 @@ class Machine {
     for (size_t i = 0; i < std::min<size_t>(node.children.size(), 4); ++i)
       arguments[i] = value(*node.children[i]);
     if (node.children.size() == 1) arguments[1] = Vector(1.0F);  // atan(v) is atan(v, 1)
-    return builtins[node.index].run(arguments, m_around);
+    return callBuiltin(node.index, arguments, m_around);
   }
 
   template <typename F>
@@ -468,12 +282,6 @@ QImage rendered(const Program& program, const std::vector<Argument>& arguments, 
 }
 
 }  // namespace
-
-int builtinIndex(const QString& name) {
-  for (size_t i = 0; i < std::size(builtins); ++i)
-    if (name == QLatin1String(builtins[i].name)) return static_cast<int>(i);
-  return -1;
-}
 
 Image kernelImage(std::shared_ptr<const Program> program, std::vector<Argument> arguments) {
   std::vector<Image> images;

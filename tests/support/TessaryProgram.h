@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QProcess>
+#include <QProcessEnvironment>
+
+namespace support {
+
+/// What became of a call of the program.
+struct Outcome {
+  int status = -1;
+  QByteArray out;
+  QString error;
+};
+
+/// Runs the program as its users do, without a display.
+inline Outcome tessary(const QStringList& arguments, const QString& folder = {},
+                       const QString& resources = {}) {
+  QProcess process;
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.remove(QStringLiteral("DISPLAY"));
+  environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+  if (!resources.isEmpty()) environment.insert(QStringLiteral("TESSARY_RESOURCES"), resources);
+  process.setProcessEnvironment(environment);
+  if (!folder.isEmpty()) process.setWorkingDirectory(folder);
+  process.start(QStringLiteral(TESSARY_PROGRAM), arguments);
+  process.waitForFinished(60'000);
+  return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+          process.readAllStandardOutput(), QString::fromUtf8(process.readAllStandardError())};
+}
+
+}  // namespace support
