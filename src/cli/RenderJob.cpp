@@ -1,5 +1,7 @@
 #include "cli/RenderJob.h"
 
+#include <cmath>
+
 #include "cli/Console.h"
 #include "cli/ProgressBar.h"
 #include "cli/RenderPipeline.h"
@@ -14,9 +16,9 @@ constexpr double longestPlay = 3600;  // seconds, where only the graphic says wh
 }  // namespace
 
 RenderJob::RenderJob(const RenderOptions& options, PlayableInput& input)
-    : m_options(options), m_input(input) {
-  m_arguments.wallClock = QDateTime::currentDateTimeUtc();
-}
+    : m_options(options),
+      m_input(input),
+      m_clock(options.clock.isValid() ? options.clock : QDateTime::currentDateTimeUtc()) {}
 
 foundation::Result<void> RenderJob::plan() {
   m_size = m_options.size.value_or(m_input.summary.size.value_or(QSize(1920, 1080)));
@@ -60,6 +62,7 @@ bool RenderJob::triggerPressed(double time) {
 }
 
 runtime::DrawList RenderJob::play(double time) {
+  m_arguments.wallClock = m_clock.addMSecs(std::llround(time * 1000));
   if (m_options.triggers.empty() && !m_options.automaticTrigger)
     return m_input.renderer->renderAtTime(time, m_size, m_arguments);
   const auto waits = [this] { return m_input.renderer->valueForOutputKey(waitingKey).toBoolean(); };

@@ -27,6 +27,7 @@ class RenderJob {
 
   const RenderOptions& m_options;
   PlayableInput& m_input;
+  QDateTime m_clock;  ///< at time 0
   QSize m_size;
   FrameRate m_rate;
   std::optional<qint64> m_frames;  ///< nothing: until the graphic is over

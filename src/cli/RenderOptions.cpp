@@ -65,6 +65,8 @@ std::unique_ptr<CommandOptions> RenderOptions::syntax() {
   o.value({s("set")}, s("KEY=VALUE"), s("value of a published input; may be repeated"));
   o.value({s("values")}, s("FILE.json"), s("values of published inputs: {\"key\": value, …}"));
   o.value({s("trigger")}, s("T"), s("presses the trigger at T, or 'auto': at every stop"));
+  o.value({s("clock")}, s("TIME"),
+          s("what clocks show at 0, e.g. 2026-01-31T20:00:00Z; now by default"));
   o.flag(s("background"), s("with the document's background; compositions lie on black"));
   o.value({s("alpha")}, s("KIND"), s("straight (the default) or premultiplied"));
   o.value({s("threads")}, s("N"), s("threads that draw; one a core by default"));
@@ -150,6 +152,13 @@ foundation::Result<void> readTimes(const CommandOptions& options, RenderOptions&
       r.triggers.push_back(time);
   }
   std::sort(r.triggers.begin(), r.triggers.end());
+  if (options.isSet(QStringLiteral("clock"))) {
+    const QString text = options.text(QStringLiteral("clock"));
+    r.clock = QDateTime::fromString(text, Qt::ISODate);
+    if (!r.clock.isValid())
+      return failure(
+          QStringLiteral("--clock takes a time such as 2026-01-31T20:00:00Z, not '%1'").arg(text));
+  }
   return {};
 }
 

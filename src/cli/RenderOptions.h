@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <QSize>
 #include <QStringList>
 #include <optional>
@@ -40,6 +41,7 @@ struct RenderOptions {
   QString valuesFile;
   std::vector<double> triggers;  ///< seconds, ascending
   bool automaticTrigger = false;
+  QDateTime clock;  ///< the wall clock at time 0; invalid: now
   bool background = false;
   Alpha alpha = Alpha::Straight;
   int threads = 0;  ///< 0: one a core

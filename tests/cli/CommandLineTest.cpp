@@ -13,6 +13,7 @@ namespace {
 
 using foundation::PropertyDictionary;
 using quartz::QuartzComposition;
+using quartz::QuartzPatch;
 using support::Outcome;
 using support::tessary;
 
@@ -223,6 +224,29 @@ TEST_F(CommandLine, ResourcesThatAreNamedAndNotThereAreTold) {
   EXPECT_EQ(outcome.status, 5);
   EXPECT_TRUE(outcome.error.contains(at("nowhere"))) << outcome.error.toStdString();
   EXPECT_FALSE(QFile::exists(at("out.qtz")));
+}
+
+TEST_F(CommandLine, TheClockStartsWhereItIsToldAndGoesOn) {
+  // The seconds of the clock are the red of a sprite: 2001-01-01 is the clock's beginning.
+  QuartzComposition composition;
+  QuartzPatch& root = *composition.rootPatch();
+  const QString clock = root.addPatchWithClass(QStringLiteral("QCSystemTime"))->key();
+  auto* color = root.addPatchWithClass(QStringLiteral("QCColorFromComponents"));
+  color->setIdentifier(QStringLiteral("rgb"));
+  auto* clear = root.addPatchWithClass(QStringLiteral("QCClear"));
+  root.addConnectionFromComponent(clock, QStringLiteral("outputTime"), color->key(),
+                                  QStringLiteral("input1"));
+  root.addConnectionFromComponent(color->key(), QStringLiteral("outputColor"), clear->key(),
+                                  QStringLiteral("inputColor"));
+  ASSERT_TRUE(composition.writeToFile(at("clock.qtz"), true));
+  const Outcome outcome =
+      tessary({QStringLiteral("render"), at("clock.qtz"), QStringLiteral("-o"), QStringLiteral("-"),
+               QStringLiteral("--size"), QStringLiteral("1x1"), QStringLiteral("--fps"),
+               QStringLiteral("5"), QStringLiteral("--frames"), QStringLiteral("3"),
+               QStringLiteral("--clock"), QStringLiteral("2001-01-01T00:00:00.200Z")});
+  ASSERT_EQ(outcome.out.size(), 12) << outcome.error.toStdString();
+  for (int frame = 0; frame < 3; ++frame)
+    EXPECT_EQ(static_cast<uchar>(outcome.out[frame * 4]), 51 * (frame + 1)) << frame;  // 0.2 s each
 }
 
 TEST_F(CommandLine, FindingsAreReportedAndSetTheStatus) {

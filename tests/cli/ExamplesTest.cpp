@@ -35,7 +35,7 @@ TEST_P(Examples, AreDrawnTheSameByAnyNumberOfThreads) {
     const Outcome outcome =
         tessary({q("render"), source, q("-o"), q("-"), q("--size"), q("480x270"), q("--fps"),
                  q("12"), q("--frames"), q("36"), q("--trigger"), q("auto"), q("--background"),
-                 q("--threads"), q(threads)});
+                 q("--clock"), q("2026-01-31T20:00:00Z"), q("--threads"), q(threads)});
     EXPECT_LE(outcome.status, 1) << outcome.error.toStdString();
     EXPECT_EQ(outcome.out.size(), 36 * 480 * 270 * 4);
     return outcome.out;

@@ -51,6 +51,7 @@ TEST(RenderOptions, WrongValuesAreNamed) {
       {{QStringLiteral("--from"), QStringLiteral("-1")}, "--from"},
       {{QStringLiteral("--trigger"), QStringLiteral("now")}, "--trigger"},
       {{QStringLiteral("--frames"), QStringLiteral("0")}, "--frames"},
+      {{QStringLiteral("--clock"), QStringLiteral("noon")}, "--clock"},
       {{QStringLiteral("--alpha"), QStringLiteral("bent")}, "--alpha"},
       {{QStringLiteral("--frames"), QStringLiteral("2"), QStringLiteral("--duration"),
         QStringLiteral("1")},
