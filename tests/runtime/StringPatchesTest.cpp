@@ -147,13 +147,30 @@ TEST(StringPatches, TextsThatWouldGrowWithoutEndAreCut) {
   EXPECT_EQ(renderer->valueForOutputKey(QStringLiteral("text")).toString().size(), 16'000'000);
 }
 
+namespace {
+
+/// What a formatter's pattern makes of one value.
+struct Formatted {
+  const char16_t* pattern;
+  double value;
+  const char16_t* expected;
+};
+
+template <size_t Count>
+void expectFormatted(const char* formatter, const char* input, const Formatted (&cases)[Count],
+                     Dictionary state = {}) {
+  for (const Formatted& c : cases) {
+    state.insert(QStringLiteral("format"), QString::fromUtf16(c.pattern));
+    EXPECT_EQ(text(QString::fromLatin1(formatter), {{QString::fromLatin1(input), c.value}}, state),
+              QString::fromUtf16(c.expected))
+        << QString::fromUtf16(c.pattern).toStdString();
+  }
+}
+
+}  // namespace
+
 TEST(StringPatches, NumberFormatterFollowsPatternsAndStyles) {
-  struct Case {
-    const char16_t* pattern;
-    double number;
-    const char16_t* expected;
-  };
-  const Case cases[] = {
+  const Formatted cases[] = {
       {u"000.00000", 3.14159265, u"003.14159"},
       {u"000.00000", -1, u"-001.00000"},
       {u"#,##0.00", 1234567.891, u"1,234,567.89"},
@@ -174,11 +191,7 @@ TEST(StringPatches, NumberFormatterFollowsPatternsAndStyles) {
       {u"0", std::numeric_limits<double>::quiet_NaN(), u"NaN"},
       {u"points", 7, u"points7"},
   };
-  for (const Case& c : cases)
-    EXPECT_EQ(text(QStringLiteral("QCNumberFormatter"), {{QStringLiteral("inputNumber"), c.number}},
-                   format(QString::fromUtf16(c.pattern))),
-              QString::fromUtf16(c.expected))
-        << QString::fromUtf16(c.pattern).toStdString();
+  expectFormatted("QCNumberFormatter", "inputNumber", cases);
   const char* const byStyle[] = {
       "-1234",     "-1,234.5",  "-$1,234.50",
       "-123,450%", "-1.2345E3", "minus one thousand two hundred thirty-four point five"};
@@ -189,26 +202,22 @@ TEST(StringPatches, NumberFormatterFollowsPatternsAndStyles) {
 }
 
 TEST(StringPatches, DateFormatterFollowsPatternsStylesAndZones) {
-  struct Case {
-    const char16_t* pattern;
-    const char16_t* expected;
+  constexpr double time = 352566367.89;  // 2012-03-04 15:06:07.89
+  const Dictionary when = {{QStringLiteral("inputTime"), time}};
+  const Formatted cases[] = {
+      {u"HH:mm:ss", time, u"15:06:07"},
+      {u"h:mm a", time, u"3:06 PM"},
+      {u"EEEE d MMMM yyyy", time, u"Sunday 4 March 2012"},
+      {u"EEE, MMM dd yy", time, u"Sun, Mar 04 12"},
+      {u"hh 'o''clock' a, z", time, u"03 o'clock PM, UTC"},
+      {u"SSS|S|D|w|Q", time, u"890|8|64|10|1"},
+      {u"''yy '", time, u"'12 "},
+      {u"Z "
+       u"XX"
+       u"X",
+       time, u"+0000 +00:00"},
   };
-  const Dictionary when = {{QStringLiteral("inputTime"), 352566367.89}};  // 2012-03-04 15:06:07.89
-  const Case cases[] = {
-      {u"HH:mm:ss", u"15:06:07"},
-      {u"h:mm a", u"3:06 PM"},
-      {u"EEEE d MMMM yyyy", u"Sunday 4 March 2012"},
-      {u"EEE, MMM dd yy", u"Sun, Mar 04 12"},
-      {u"hh 'o''clock' a, z", u"03 o'clock PM, UTC"},
-      {u"SSS|S|D|w|Q", u"890|8|64|10|1"},
-      {u"''yy '", u"'12 "},
-      {u"Z XXX", u"+0000 +00:00"},
-  };
-  Dictionary state{{QStringLiteral("zoneName"), u"UTC"}};
-  for (const Case& c : cases) {
-    state.insert(QStringLiteral("format"), QString::fromUtf16(c.pattern));
-    EXPECT_EQ(text(QStringLiteral("QCDateFormatter"), when, state), QString::fromUtf16(c.expected));
-  }
+  expectFormatted("QCDateFormatter", "inputTime", cases, {{QStringLiteral("zoneName"), u"UTC"}});
   EXPECT_EQ(text(QStringLiteral("QCDateFormatter"), when,
                  {{QStringLiteral("zoneName"), u"America/New_York"},
                   {QStringLiteral("dateStyle"), 2},

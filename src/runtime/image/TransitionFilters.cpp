@@ -137,7 +137,8 @@ Image flash(const FilterArguments& a) {
 Image copyMachine(const FilterArguments& a) {
   const Progress place(a.rectangle(3), a.number(5));
   const double width = std::max(a.number(6), 1.0) / place.length();
-  const double front = a.number(2) * (1 + width) - width / 2;
+  // From where the bar's light does not yet reach the image to where it no longer does.
+  const double front = a.number(2) * (1 + 2 * width) - width;
   const Pixel color = Pixel::fromColor(a.color(4));
   const float opacity = unit(a.number(7));
   return crossing(a, [=](double x, double y, Pixel from, Pixel to) {
