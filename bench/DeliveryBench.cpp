@@ -101,7 +101,7 @@ double intoPipe(int frames, const std::function<void(int)>& work) {
 
 void throughPipeline(cli::FrameWriter& writer, int frames, int threads) {
   cli::RenderPipeline pipeline(writer, size, threads);
-  for (int i = 0; i < frames; ++i) pipeline.add(frame(i), false, i);
+  for (int i = 0; i < frames; ++i) pipeline.add({.list = frame(i), .number = i});
   if (!pipeline.finish()) std::puts("failed");
 }
 

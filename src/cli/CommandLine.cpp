@@ -16,7 +16,7 @@ const char* const overview = R"(Usage: tessary COMMAND [OPTIONS]
 
 Commands:
   info FILE            what a file holds: size, inputs, outputs, stop frames, patches; components
-  render FILE -o OUT   frames of a composition: PNG or JPEG pictures, or raw RGBA to standard output
+  render FILE -o OUT   frames of a composition: pictures, a movie, or raw RGBA to standard output
   check FILE…          what in composition files cannot work as meant
   export DOC OUT.qtz   one playout composition from a document
   patches              the patches that this program knows, as Markdown
@@ -26,7 +26,7 @@ Options:
   --version            the program's version
 
 Exit status: 0 done, 1 done with findings, 2 wrong usage, 3 input unreadable,
-4 output failed, 5 files of the program missing, 70 internal error.)";
+4 output failed, 5 files of the program missing, 70 internal error, 130 stopped by Ctrl+C or SIGTERM.)";
 
 ExitStatus runCommand(const QStringList& arguments) {
   if (arguments.isEmpty()) {

@@ -10,7 +10,8 @@ enum class ExitStatus : int {
   InputUnreadable = 3,
   OutputFailed = 4,
   MissingResources = 5,  ///< files of the program itself are not where they should be
-  InternalError = 70
+  InternalError = 70,
+  Interrupted = 130  ///< by Ctrl+C or SIGTERM
 };
 
 }  // namespace cli

@@ -4,15 +4,18 @@
 
 #include "cli/PictureWriter.h"
 #include "cli/RawWriter.h"
+#include "cli/movie/MovieWriter.h"
 
 namespace cli {
 
-foundation::Result<std::unique_ptr<FrameWriter>> FrameWriter::forOutput(const OutputName& output,
-                                                                        Alpha alpha) {
-  if (output.isStream) return std::make_unique<RawWriter>(alpha);
+foundation::Result<std::unique_ptr<FrameWriter>> FrameWriter::forOutput(const FrameTarget& target) {
+  const OutputName& output = target.output;
+  if (output.isStream) return std::make_unique<RawWriter>(target.alpha);
   if (!QDir().mkpath(output.folder()))
     return foundation::failure(QStringLiteral("cannot make the folder"), output.folder());
-  return std::make_unique<PictureWriter>(output.name, output.format, alpha);
+  if (const auto movie = target.movie())
+    return MovieWriter::create(output.text, *movie, target.alpha);
+  return std::make_unique<PictureWriter>(output.name, output.format, target.alpha);
 }
 
 }  // namespace cli

@@ -3,8 +3,8 @@
 #include <QImage>
 #include <memory>
 
-#include "cli/OutputName.h"
-#include "cli/PixelFormat.h"
+#include "cli/FrameTarget.h"
+#include "foundation/Result.h"
 
 namespace cli {
 
@@ -24,10 +24,13 @@ class FrameWriter {
   [[nodiscard]] virtual foundation::Result<void> deliver(const QImage& frame,
                                                          const QByteArray& bytes,
                                                          qint64 number) = 0;
+  /// After the last frame. Without it the output counts as given up: what has no name of its own
+  /// for each frame leaves nothing behind.
+  [[nodiscard]] virtual foundation::Result<void> finish() { return {}; }
 
-  /// The writer for the name. Makes the folder of pictures.
+  /// The writer for the target. Makes the folder of its files.
   [[nodiscard]] static foundation::Result<std::unique_ptr<FrameWriter>> forOutput(
-      const OutputName& output, Alpha alpha);
+      const FrameTarget& target);
 };
 
 }  // namespace cli

@@ -17,8 +17,8 @@ foundation::Result<PictureFormat> formatOf(const QString& pattern) {
   if (suffix == QLatin1String("png")) return PictureFormat::Png;
   if (suffix == QLatin1String("jpg") || suffix == QLatin1String("jpeg")) return PictureFormat::Jpeg;
   return foundation::failure(
-      QStringLiteral("cannot write '%1'; pictures end in .png, .jpg or .jpeg, and - is raw RGBA on "
-                     "standard output")
+      QStringLiteral("cannot write '%1'; pictures end in .png, .jpg or .jpeg, movies in .mov, .mp4, "
+                     ".webm or .mkv, and - is raw RGBA on standard output")
           .arg(pattern));
 }
 
@@ -47,14 +47,20 @@ QString PictureName::of(qint64 number) const {
 }
 
 foundation::Result<OutputName> OutputName::read(const QString& text) {
-  if (text == QLatin1String("-")) return OutputName{text, true, {}, {}};
+  if (text == QLatin1String("-")) return OutputName{.text = text, .isStream = true};
   const QString pattern =
       isFolder(text) ? QDir(text).filePath(QStringLiteral("frame_%05d.png")) : text;
-  const auto format = formatOf(pattern);
-  if (!format) return tl::unexpected(format.error());
   const auto name = nameOf(pattern);
   if (!name) return tl::unexpected(name.error());
-  return OutputName{text, false, *name, *format};
+  if (const auto movie = runtime::movie::containerOf(pattern)) {
+    if (name->isSequence)
+      return foundation::failure(
+          QStringLiteral("'%1' is one movie and takes no number place").arg(text));
+    return OutputName{text, false, *name, PictureFormat::Png, movie};
+  }
+  const auto format = formatOf(pattern);
+  if (!format) return tl::unexpected(format.error());
+  return OutputName{text, false, *name, *format, {}};
 }
 
 QString OutputName::folder() const {

@@ -3,6 +3,7 @@
 #include <QString>
 
 #include "foundation/Result.h"
+#include "runtime/movie/MovieFormat.h"
 
 namespace cli {
 
@@ -10,7 +11,7 @@ enum class PictureFormat { Png, Jpeg };
 
 /// The name of each picture: a fixed one, or one with the frame's number in it.
 struct PictureName {
-  QString before;
+  QString before = {};
   QString after = {};
   int digits = 0;
   QLatin1Char padding = QLatin1Char('0');
@@ -19,17 +20,19 @@ struct PictureName {
 };
 
 /// Where rendered frames go, as a person writes it: "-" is raw RGBA on standard output; a name with
-/// a number place such as "name_%05d.png", or a folder, is a sequence; else it is one picture.
+/// a number place such as "name_%05d.png", or a folder, is a sequence; .mov, .mp4, .webm and .mkv are
+/// movies; else it is one picture.
 struct OutputName {
-  QString text;
+  QString text = {};
   bool isStream = false;
-  PictureName name;
+  PictureName name = {};
   PictureFormat format = PictureFormat::Png;
+  std::optional<runtime::movie::MovieContainer> movie = {};
 
   /// Fails with a sentence for the person. Touches no file but to see whether it is a folder.
   [[nodiscard]] static foundation::Result<OutputName> read(const QString& text);
-  [[nodiscard]] bool isSinglePicture() const { return !isStream && !name.isSequence; }
-  /// The folder of the pictures, with all its parents.
+  [[nodiscard]] bool isSinglePicture() const { return !isStream && !name.isSequence && !movie; }
+  /// The folder of the files, with all its parents.
   [[nodiscard]] QString folder() const;
 };
 

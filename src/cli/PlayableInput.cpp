@@ -37,6 +37,7 @@ Loaded fromDocument(const QString& path, bool background) {
   input->drawsBackground =
       background && document->composition->backgroundMode() != model::BackgroundMode::None;
   input->findings = document->warnings;
+  input->isInterlaced = isInterlaced(document->composition->videoResolution().title());
   input->rate = frameRate(document->composition->videoResolution().frameRate());
   return input;
 }

@@ -11,6 +11,7 @@ struct PlayableInput {
   std::unique_ptr<runtime::CompositionRenderer> renderer;
   CompositionSummary summary;
   FrameRate rate;                ///< the format's, or 25 a second
+  bool isInterlaced = false;     ///< the format has two fields a frame
   bool drawsBackground = false;  ///< the file draws its own background
   QStringList findings;          ///< from loading
 

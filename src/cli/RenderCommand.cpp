@@ -3,6 +3,7 @@
 #include "cli/Console.h"
 #include "cli/FrameWriter.h"
 #include "cli/InputValues.h"
+#include "cli/Interruption.h"
 #include "cli/PlayableInput.h"
 #include "cli/RenderJob.h"
 #include "cli/RenderOptions.h"
@@ -38,9 +39,12 @@ ExitStatus RenderCommand::run(const QStringList& arguments) {
     return fail(ok.error().status, ok.error().error);
   RenderJob job(*options, *input);
   if (const auto ok = job.plan(); !ok) return fail(ExitStatus::Usage, ok.error());
-  auto writer = FrameWriter::forOutput(options->output, options->alpha);
+  auto writer = FrameWriter::forOutput(job.target());
   if (!writer) return fail(ExitStatus::OutputFailed, writer.error());
-  if (const auto ok = job.run(**writer); !ok) return fail(ExitStatus::OutputFailed, ok.error());
+  const Interruption interruption;
+  if (const auto ok = job.run(**writer); !ok)
+    return fail(Interruption::isRequested() ? ExitStatus::Interrupted : ExitStatus::OutputFailed,
+                ok.error());
 
   const QStringList findings = input->findings + input->renderer->findings() + job.findings();
   Console::findings(options->input, findings);

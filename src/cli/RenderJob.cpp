@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "cli/Console.h"
+#include "cli/Interruption.h"
 #include "cli/ProgressBar.h"
 #include "cli/RenderPipeline.h"
 
@@ -28,6 +29,9 @@ foundation::Result<void> RenderJob::plan() {
             .arg(m_size.width())
             .arg(m_size.height()));
   m_rate = m_options.rate.value_or(m_input.rate);
+  m_isInterlaced = m_options.fields || m_options.isInterlaced.value_or(m_input.isInterlaced);
+  if (const auto movie = target().movie())
+    if (auto ok = movie->check(); !ok) return ok;
   if (m_options.frames) m_frames = *m_options.frames;
   if (m_options.duration) m_frames = std::max<qint64>(1, m_rate.framesIn(*m_options.duration));
   if (m_options.output.isSinglePicture()) {
@@ -45,6 +49,16 @@ foundation::Result<void> RenderJob::plan() {
     return foundation::failure(
         QStringLiteral("the file has no input '%1' to press").arg(triggerKey));
   return {};
+}
+
+FrameTarget RenderJob::target() const {
+  return {.output = m_options.output,
+          .alpha = m_options.alpha,
+          .size = m_size,
+          .rate = m_rate,
+          .isInterlaced = m_isInterlaced,
+          .codec = m_options.codec,
+          .threads = m_options.threads};
 }
 
 bool RenderJob::triggerPressed(double time) {
@@ -92,7 +106,21 @@ bool RenderJob::isOver() {
 }
 
 void RenderJob::preroll() {
-  for (qint64 i = 0; m_rate.timeOf(i) < m_options.from - 1e-9; ++i) (void)play(m_rate.timeOf(i));
+  for (qint64 i = 0; m_rate.timeOf(i) < m_options.from - 1e-9 && !Interruption::isRequested(); ++i)
+    (void)play(m_rate.timeOf(i));
+}
+
+void RenderJob::addFrames(RenderPipeline& pipeline, ProgressBar& progress) {
+  const bool onBlack = m_options.background && !m_input.drawsBackground;
+  const qint64 last = m_frames.value_or(m_rate.framesIn(longestPlay));
+  for (qint64 frame = 0; frame < last && !Interruption::isRequested(); ++frame) {
+    const double time = m_options.from + m_rate.timeOf(frame);
+    RenderPipeline::Picture picture{.list = play(time), .onBlack = onBlack, .number = frame};
+    if (frame > 0 && isOver()) return;
+    if (m_options.fields) picture.lowerField = play(time + m_rate.timeOf(1) / 2);
+    if (!pipeline.add(std::move(picture))) return;
+    progress.update(pipeline.delivered());
+  }
 }
 
 foundation::Result<void> RenderJob::run(FrameWriter& writer) {
@@ -100,18 +128,13 @@ foundation::Result<void> RenderJob::run(FrameWriter& writer) {
   ProgressBar progress(QStringLiteral("rendering"), m_frames.value_or(0),
                        Console::errorIsTerminal() && m_frames.value_or(2) > 1);
   RenderPipeline pipeline(writer, m_size, m_options.threads);
-  const bool onBlack = m_options.background && !m_input.drawsBackground;
-  const qint64 last = m_frames.value_or(m_rate.framesIn(longestPlay));
-  qint64 frame = 0;
-  for (; frame < last; ++frame) {
-    runtime::DrawList list = play(m_options.from + m_rate.timeOf(frame));
-    if (frame > 0 && isOver()) break;
-    if (!pipeline.add(std::move(list), onBlack, frame)) break;
-    progress.update(pipeline.delivered());
-  }
+  addFrames(pipeline, progress);
   auto done = pipeline.finish();
   progress.finish(pipeline.delivered());
-  return done;
+  if (!done) return done;
+  if (Interruption::isRequested())
+    return foundation::failure(QStringLiteral("stopped before the end"), m_options.output.text);
+  return writer.finish();
 }
 
 }  // namespace cli

@@ -6,6 +6,9 @@
 
 namespace cli {
 
+class ProgressBar;
+class RenderPipeline;
+
 /// Plays an input frame by frame, pressing its trigger when asked, and sends the frames to a
 /// writer.
 class RenderJob {
@@ -14,6 +17,9 @@ class RenderJob {
   RenderJob(const RenderOptions& options, PlayableInput& input);
   /// Decides on size, rate and number of frames; fails when the call does not say enough.
   [[nodiscard]] foundation::Result<void> plan();
+  /// What the writer of the planned frames must know.
+  [[nodiscard]] FrameTarget target() const;
+  /// Fails, too, when it is interrupted.
   [[nodiscard]] foundation::Result<void> run(FrameWriter& writer);
   /// What came up while playing.
   [[nodiscard]] const QStringList& findings() const { return m_findings; }
@@ -24,12 +30,15 @@ class RenderJob {
   [[nodiscard]] bool triggerPressed(double time);
   [[nodiscard]] bool isOver();
   void preroll();
+  /// Draws the frames until the end or until one cannot be written.
+  void addFrames(RenderPipeline& pipeline, ProgressBar& progress);
 
   const RenderOptions& m_options;
   PlayableInput& m_input;
   QDateTime m_clock;  ///< at time 0
   QSize m_size;
   FrameRate m_rate;
+  bool m_isInterlaced = false;
   std::optional<qint64> m_frames;  ///< nothing: until the graphic is over
   size_t m_nextTrigger = 0;
   bool m_pressed = false;

@@ -1,58 +1,21 @@
 #include "cli/RenderOptions.h"
 
-#include <cmath>
-
 #include "model/VideoResolution.h"
 
 namespace cli {
 
 using foundation::failure;
 
-qint64 FrameRate::framesIn(double seconds) const {
-  // A duration that is a whole number of frames but for rounding counts as that number.
-  const double frames = seconds * static_cast<double>(numerator) / static_cast<double>(denominator);
-  return static_cast<qint64>(std::ceil(frames - 1e-6));
-}
-
-std::optional<FrameRate> FrameRate::fromText(const QString& text) {
-  static const std::pair<QLatin1String, qint64> broadcast[] = {{QLatin1String("23.98"), 24},
-                                                               {QLatin1String("23.976"), 24},
-                                                               {QLatin1String("29.97"), 30},
-                                                               {QLatin1String("59.94"), 60},
-                                                               {QLatin1String("119.88"), 120}};
-  for (const auto& [name, nominal] : broadcast)
-    if (text == name) return FrameRate{nominal * 1000, 1001};
-  const QStringList parts = text.split(QLatin1Char('/'));
-  bool ok = false;
-  if (parts.size() == 2) {
-    bool ok2 = false;
-    const FrameRate rate{parts[0].toLongLong(&ok), parts[1].toLongLong(&ok2)};
-    if (!ok || !ok2 || rate.numerator < 1 || rate.denominator < 1 ||
-        rate.numerator > 1000 * rate.denominator || rate.numerator > 1'000'000'000)
-      return {};
-    return rate;
-  }
-  const double rate = text.toDouble(&ok);
-  if (!ok || !(rate > 0) || rate > 1000) return {};
-  if (rate == std::floor(rate)) return FrameRate{static_cast<qint64>(rate), 1};
-  return FrameRate{std::llround(rate * 1000), 1000};
-}
-
-FrameRate frameRate(model::FrameRateCode code) {
-  static const FrameRate rates[] = {{24000, 1001}, {24, 1}, {25, 1},       {30000, 1001},
-                                    {30, 1},       {50, 1}, {60000, 1001}, {60, 1}};
-  const auto index = static_cast<size_t>(code);
-  return index < std::size(rates) ? rates[index] : FrameRate{};
-}
-
 std::unique_ptr<CommandOptions> RenderOptions::syntax() {
   auto made = std::make_unique<CommandOptions>(
       QStringLiteral("render FILE -o OUT [OPTIONS]"),
       QStringLiteral(
           "Renders a composition (.qtz) or an example source (.json). OUT is one picture "
-          "(picture.png),\na sequence (name_%05d.png, or a folder), or - for raw RGBA on standard "
-          "output. Times are in seconds.\nWithout --frames or --duration a file that says when it "
-          "ends is played to that end."));
+          "(picture.png),\na sequence (name_%05d.png, or a folder), a movie (.mov, .mp4, .webm, "
+          ".mkv), or - for raw RGBA on\nstandard output. Times are in seconds. Without --frames or "
+          "--duration a file that says when it ends\nis played to that end. A movie has its name "
+          "only when it is complete;\nits usual codec is prores4444 in .mov, h264 in .mp4, vp9 in "
+          ".webm and .mkv."));
   CommandOptions& o = *made;
   const auto s = [](const char* text) { return QString::fromUtf8(text); };
   o.value({s("o"), s("output")}, s("OUT"), s("where the frames go"));
@@ -67,6 +30,8 @@ std::unique_ptr<CommandOptions> RenderOptions::syntax() {
   o.value({s("trigger")}, s("T"), s("presses the trigger at T, or 'auto': at every stop"));
   o.value({s("clock")}, s("TIME"),
           s("what clocks show at 0, e.g. 2026-01-31T20:00:00Z; now by default"));
+  o.value({s("codec")}, s("NAME"), s("of a movie: prores4444, qtrle, vp9, h264 (without alpha)"));
+  o.flag(s("fields"), s("two fields a frame, upper lines first, each at its own time"));
   o.flag(s("background"), s("with the document's background; compositions lie on black"));
   o.value({s("alpha")}, s("KIND"), s("straight (the default) or premultiplied"));
   o.value({s("threads")}, s("N"), s("threads that draw; one a core by default"));
@@ -105,6 +70,7 @@ foundation::Result<void> readFormat(const CommandOptions& options, RenderOptions
       return failure(QStringLiteral("there is no video format '%1'").arg(name));
     r.size = QSize(format.width(), format.height());
     r.rate = frameRate(format.frameRate());
+    r.isInterlaced = isInterlaced(format.title());
   }
   if (options.isSet(QStringLiteral("size"))) {
     const auto size = pictureSize(options.text(QStringLiteral("size")));
@@ -116,6 +82,7 @@ foundation::Result<void> readFormat(const CommandOptions& options, RenderOptions
     if (!r.rate)
       return failure(QStringLiteral("--fps takes a rate such as 25, 29.97 or 60000/1001, not '%1'")
                          .arg(options.text(QStringLiteral("fps"))));
+    r.isInterlaced = false;  // another rate than the format's
   }
   return {};
 }
@@ -162,6 +129,19 @@ foundation::Result<void> readTimes(const CommandOptions& options, RenderOptions&
   return {};
 }
 
+foundation::Result<void> readMovie(const CommandOptions& options, RenderOptions& r) {
+  r.fields = options.isSet(QStringLiteral("fields"));
+  if (!options.isSet(QStringLiteral("codec"))) return {};
+  const QString name = options.text(QStringLiteral("codec"));
+  r.codec = runtime::movie::codecFromName(name);
+  if (!r.codec)
+    return failure(QStringLiteral("--codec takes %1, not '%2'")
+                       .arg(runtime::movie::codecNames().join(QStringLiteral(", ")), name));
+  const auto movie = FrameTarget{.output = r.output, .codec = r.codec}.movie();
+  if (!movie) return failure(QStringLiteral("--codec is for movies: .mov, .mp4, .webm or .mkv"));
+  return movie->check();
+}
+
 }  // namespace
 
 bool RenderOptions::isDrawable(const QSize& size) {
@@ -181,6 +161,7 @@ foundation::Result<RenderOptions> RenderOptions::read(const CommandOptions& opti
   r.output = *name;
   if (const auto ok = readFormat(options, r); !ok) return tl::unexpected(ok.error());
   if (const auto ok = readTimes(options, r); !ok) return tl::unexpected(ok.error());
+  if (const auto ok = readMovie(options, r); !ok) return tl::unexpected(ok.error());
   r.assignments = options.texts(QStringLiteral("set"));
   r.valuesFile = options.text(QStringLiteral("values"));
   r.background = options.isSet(QStringLiteral("background"));

@@ -6,27 +6,9 @@
 #include <optional>
 
 #include "cli/CommandOptions.h"
-#include "cli/OutputName.h"
-#include "cli/PixelFormat.h"
-#include "model/VideoModes.h"
+#include "cli/FrameTarget.h"
 
 namespace cli {
-
-/// A frame rate as an exact fraction, so that frame times do not drift.
-struct FrameRate {
-  qint64 numerator = 25;
-  qint64 denominator = 1;
-  /// Seconds from the first frame to frame `index`.
-  [[nodiscard]] double timeOf(qint64 index) const {
-    return static_cast<double>(index * denominator) / static_cast<double>(numerator);
-  }
-  [[nodiscard]] qint64 framesIn(double seconds) const;
-  /// "25", "29.97" (30000/1001), "60000/1001". Nothing for other texts and rates out of 0…1000.
-  [[nodiscard]] static std::optional<FrameRate> fromText(const QString& text);
-};
-
-/// The rate of a video format; 25 where it is unknown.
-[[nodiscard]] FrameRate frameRate(model::FrameRateCode code);
 
 /// What `tessary render` was asked to do.
 struct RenderOptions {
@@ -34,6 +16,9 @@ struct RenderOptions {
   OutputName output;
   std::optional<QSize> size;
   std::optional<FrameRate> rate;
+  std::optional<bool> isInterlaced;  ///< as the format named says; none named: the document's
+  bool fields = false;               ///< draw each field at its own time
+  std::optional<runtime::movie::MovieCodec> codec;
   double from = 0;
   std::optional<double> duration;  ///< seconds
   std::optional<qint64> frames;

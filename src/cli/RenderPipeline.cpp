@@ -11,15 +11,15 @@ namespace cli {
 struct RenderPipeline::Frame {
   explicit Frame(const QSize& size) : canvas(size, 0) {}
   runtime::FrameCanvas canvas;
-  QImage onBlackImage;  ///< only where frames lie on black
-  runtime::DrawList list;
+  std::optional<runtime::FrameCanvas> lowerCanvas;  ///< only where frames have two fields
+  QImage composed;  ///< only where frames have two fields or lie on black
+  Picture picture;
   QRect drawn;  ///< outside it the image is transparent
   QByteArray bytes;
   qint64 order = 0;
-  qint64 number = 0;
-  bool onBlack = false;
+  [[nodiscard]] bool isComposed() const { return picture.onBlack || picture.lowerField; }
   /// The pixels to encode, in place.
-  QImage& picture() { return onBlack ? onBlackImage : canvas.pixels(); }
+  QImage& pixels() { return isComposed() ? composed : canvas.pixels(); }
 };
 
 RenderPipeline::RenderPipeline(FrameWriter& writer, const QSize& size, int threads)
@@ -42,7 +42,7 @@ RenderPipeline::~RenderPipeline() {
   (void)finish();
 }
 
-bool RenderPipeline::add(runtime::DrawList list, bool onBlack, qint64 number) {
+bool RenderPipeline::add(Picture picture) {
   std::unique_ptr<Frame> frame;
   {
     QMutexLocker lock(&m_mutex);
@@ -52,14 +52,12 @@ bool RenderPipeline::add(runtime::DrawList list, bool onBlack, qint64 number) {
     if (!frame) return false;
     frame->order = m_added++;
   }
-  frame->list = std::move(list);
-  frame->onBlack = onBlack;
-  frame->number = number;
+  frame->picture = std::move(picture);
   // Painting from outside this pool would be cut into small jobs for it, at half the speed.
   QThreadPool::globalInstance()->start([this, raw = frame.release()] {
     std::unique_ptr<Frame> owned(raw);
     drawFrame(*owned);
-    const auto bytes = m_writer.encode(owned->picture(), owned->drawn);
+    const auto bytes = m_writer.encode(owned->pixels(), owned->drawn);
     const QMutexLocker lock(&m_mutex);
     if (bytes)
       owned->bytes = *bytes;
@@ -90,15 +88,29 @@ std::unique_ptr<RenderPipeline::Frame> RenderPipeline::takeIdle() {
 }
 
 void RenderPipeline::drawFrame(Frame& frame) {
-  frame.canvas.draw(frame.list);
+  frame.canvas.draw(frame.picture.list);
   frame.drawn = frame.canvas.touched();
-  frame.list.items.clear();
-  if (!frame.onBlack) return;
-  if (frame.onBlackImage.isNull())
-    frame.onBlackImage = QImage(m_size, QImage::Format_ARGB32_Premultiplied);
-  frame.onBlackImage.fill(Qt::black);
-  QPainter(&frame.onBlackImage).drawImage(0, 0, frame.canvas.image());
-  frame.drawn = frame.onBlackImage.rect();
+  frame.picture.list.items.clear();
+  if (!frame.isComposed()) return;
+  if (frame.composed.isNull()) frame.composed = QImage(m_size, QImage::Format_ARGB32_Premultiplied);
+  frame.composed.fill(frame.picture.onBlack ? Qt::black : Qt::transparent);
+  QPainter(&frame.composed).drawImage(0, 0, frame.canvas.image());
+  if (frame.picture.lowerField) weave(frame);
+  if (frame.picture.onBlack) frame.drawn = frame.composed.rect();
+}
+
+/// Gives every second line to the second field.
+void RenderPipeline::weave(Frame& frame) {
+  if (!frame.lowerCanvas) frame.lowerCanvas.emplace(m_size, 0);
+  frame.lowerCanvas->draw(*frame.picture.lowerField);
+  frame.picture.lowerField->items.clear();
+  frame.drawn |= frame.lowerCanvas->touched();
+  QPainter painter(&frame.composed);
+  if (!frame.picture.onBlack) painter.setCompositionMode(QPainter::CompositionMode_Source);
+  for (int y = 1; y < m_size.height(); y += 2) {
+    if (frame.picture.onBlack) painter.fillRect(0, y, m_size.width(), 1, Qt::black);
+    painter.drawImage(QPoint(0, y), frame.lowerCanvas->image(), QRect(0, y, m_size.width(), 1));
+  }
 }
 
 void RenderPipeline::deliverFrames() {
@@ -111,7 +123,7 @@ void RenderPipeline::deliverFrames() {
     std::unique_ptr<Frame> frame = std::move(m_ready.extract(m_delivered).mapped());
     if (!m_error) {
       lock.unlock();
-      const auto written = m_writer.deliver(frame->picture(), frame->bytes, frame->number);
+      const auto written = m_writer.deliver(frame->pixels(), frame->bytes, frame->picture.number);
       lock.relock();
       if (!written && !m_error) m_error = written.error();
     }

@@ -25,9 +25,15 @@ class RenderPipeline {
   RenderPipeline(const RenderPipeline&) = delete;
   RenderPipeline& operator=(const RenderPipeline&) = delete;
 
-  /// Hands in the next frame; waits while enough are under way. `number` is for the writer. False
-  /// once a frame has failed.
-  bool add(runtime::DrawList list, bool onBlack, qint64 number);
+  struct Picture {
+    runtime::DrawList list = {};
+    std::optional<runtime::DrawList> lowerField =
+        {};  ///< what the second, fourth … lines show instead
+    bool onBlack = false;
+    qint64 number = 0;  ///< for the writer
+  };
+  /// Hands in the next frame; waits while enough are under way. False once a frame has failed.
+  bool add(Picture picture);
   /// Waits until everything is delivered; the first failure, if any.
   [[nodiscard]] foundation::Result<void> finish();
   [[nodiscard]] qint64 delivered() const;
@@ -37,6 +43,7 @@ class RenderPipeline {
   /// An idle frame, or a new one; none, and the error is set, when memory runs out.
   [[nodiscard]] std::unique_ptr<Frame> takeIdle();
   void drawFrame(Frame& frame);
+  void weave(Frame& frame);
   void deliverFrames();
 
   FrameWriter& m_writer;

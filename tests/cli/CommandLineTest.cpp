@@ -71,7 +71,7 @@ TEST_F(CommandLine, WrongCallsEndWithStatusTwoAndSayWhy) {
        "'Paint' takes a colour"},
       {{QStringLiteral("render"), sample, QStringLiteral("-o"), at("x_%s.png")},
        "one number place"},
-      {{QStringLiteral("render"), sample, QStringLiteral("-o"), at("x.mov")}, ".png, .jpg"},
+      {{QStringLiteral("render"), sample, QStringLiteral("-o"), at("x.gif")}, ".png, .jpg"},
       {{QStringLiteral("render"), sample, QStringLiteral("-o"), at("x.png"),
         QStringLiteral("--size"), QStringLiteral("16384x16384")},
        "134 million"}};

@@ -38,7 +38,7 @@ TEST(RenderPipeline, DeliversEveryFrameInOrder) {
   RecordingWriter writer;
   {
     cli::RenderPipeline pipeline(writer, QSize(4, 4), 4);
-    for (int i = 0; i < 200; ++i) ASSERT_TRUE(pipeline.add(filled(i), false, i));
+    for (int i = 0; i < 200; ++i) ASSERT_TRUE(pipeline.add({.list = filled(i), .number = i}));
     ASSERT_TRUE(pipeline.finish());
     EXPECT_EQ(pipeline.delivered(), 200);
   }
@@ -60,7 +60,7 @@ TEST(RenderPipeline, FailureStopsTheRunAndIsReported) {
   writer.failAt = 5;
   cli::RenderPipeline pipeline(writer, QSize(4, 4), 2);
   int accepted = 0;
-  while (accepted < 1000 && pipeline.add(filled(0), false, accepted)) ++accepted;
+  while (accepted < 1000 && pipeline.add({.list = filled(0), .number = accepted})) ++accepted;
   EXPECT_LT(accepted, 20);
   const auto done = pipeline.finish();
   ASSERT_FALSE(done);
@@ -72,7 +72,8 @@ TEST(RenderPipeline, FramesDoNotShineThroughEachOther) {
   RecordingWriter writer;
   cli::RenderPipeline pipeline(writer, QSize(4, 4), 1);
   for (int i = 0; i < 6; ++i)
-    (void)pipeline.add(i % 2 == 0 ? filled(200) : runtime::DrawList(), i == 5, i);
+    (void)pipeline.add(
+        {.list = i % 2 == 0 ? filled(200) : runtime::DrawList(), .onBlack = i == 5, .number = i});
   ASSERT_TRUE(pipeline.finish());
   EXPECT_EQ(writer.reds, (std::vector<int>{200, 0, 200, 0, 200, 0}));
 }

@@ -140,6 +140,11 @@ Result<void> MovieEncoder::State::openEncoder() {
   }
   e.field_order = format.isInterlaced ? AV_FIELD_TT : AV_FIELD_PROGRESSIVE;
   if (format.isInterlaced) e.flags |= AV_CODEC_FLAG_INTERLACED_DCT | AV_CODEC_FLAG_INTERLACED_ME;
+  if (format.codec == MovieCodec::ProRes4444) {
+    // The coarser of the profile's two steps at once, instead of a search among them.
+    e.flags |= AV_CODEC_FLAG_QSCALE;
+    e.global_quality = 2 * FF_QP2LAMBDA;
+  }
   if ((output->oformat->flags & AVFMT_GLOBALHEADER) != 0) e.flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
   AVDictionary* options = nullptr;
   for (const auto& [name, value] : settings.options) av_dict_set(&options, name, value, 0);

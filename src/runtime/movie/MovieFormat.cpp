@@ -91,6 +91,7 @@ foundation::Result<void> MovieFormat::check() const {
         QStringLiteral("%1 files hold %2, not %3")
             .arg(containerName(container), list.join(QStringLiteral(", ")), codecName(codec)));
   }
+  if (size.isEmpty()) return {};
   if (codec == MovieCodec::H264 && (size.width() % 2 != 0 || size.height() % 2 != 0))
     return failure(QStringLiteral("h264 needs an even width and height, not %1x%2")
                        .arg(size.width())

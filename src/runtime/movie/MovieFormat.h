@@ -27,13 +27,14 @@ enum class MovieContainer { QuickTime, Mpeg4, WebM, Matroska };
 struct MovieFormat {
   MovieContainer container = MovieContainer::QuickTime;
   MovieCodec codec = MovieCodec::ProRes4444;
-  QSize size;  ///< pixels
+  QSize size = {};  ///< pixels
   qint64 rateNumerator = 25;
   qint64 rateDenominator = 1;
   bool isInterlaced = false;  ///< frames hold two fields, the upper lines first
   int threads = 0;            ///< of the encoder; 0: one a core
 
-  /// Fails where the codec cannot do it, in a sentence for the person.
+  /// Fails where the codec cannot do it, in a sentence for the person. An empty size is not looked
+  /// at.
   [[nodiscard]] foundation::Result<void> check() const;
 };
 

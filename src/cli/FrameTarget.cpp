@@ -1,0 +1,18 @@
+#include "cli/FrameTarget.h"
+
+namespace cli {
+
+std::optional<runtime::movie::MovieFormat> FrameTarget::movie() const {
+  const auto container = output.movie;
+  if (!container) return {};
+  return runtime::movie::MovieFormat{
+      .container = *container,
+      .codec = codec.value_or(runtime::movie::codecsOf(*container).first()),
+      .size = size,
+      .rateNumerator = rate.numerator,
+      .rateDenominator = rate.denominator,
+      .isInterlaced = isInterlaced,
+      .threads = threads};
+}
+
+}  // namespace cli

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QSize>
+#include <QString>
+#include <optional>
+
+#include "cli/FrameRate.h"
+#include "cli/OutputName.h"
+#include "cli/PixelFormat.h"
+#include "runtime/movie/MovieFormat.h"
+
+namespace cli {
+
+/// Where frames go and what is known of them before the first one.
+struct FrameTarget {
+  OutputName output = {};
+  Alpha alpha = Alpha::Straight;
+  QSize size = {};  ///< pixels
+  FrameRate rate = {};
+  bool isInterlaced = false;
+  std::optional<runtime::movie::MovieCodec> codec = {};  ///< none: the container's usual one
+  int threads = 0;                                       ///< 0: one a core
+
+  /// The movie to write; nothing where the output is none.
+  [[nodiscard]] std::optional<runtime::movie::MovieFormat> movie() const;
+};
+
+}  // namespace cli
