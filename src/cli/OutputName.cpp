@@ -17,8 +17,9 @@ foundation::Result<PictureFormat> formatOf(const QString& pattern) {
   if (suffix == QLatin1String("png")) return PictureFormat::Png;
   if (suffix == QLatin1String("jpg") || suffix == QLatin1String("jpeg")) return PictureFormat::Jpeg;
   return foundation::failure(
-      QStringLiteral("cannot write '%1'; pictures end in .png, .jpg or .jpeg, movies in .mov, .mp4, "
-                     ".webm or .mkv, and - is raw RGBA on standard output")
+      QStringLiteral(
+          "cannot write '%1'; pictures end in .png, .jpg or .jpeg, movies in .mov, .mp4, "
+          ".webm or .mkv, and - is raw RGBA on standard output")
           .arg(pattern));
 }
 

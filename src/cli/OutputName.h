@@ -20,8 +20,8 @@ struct PictureName {
 };
 
 /// Where rendered frames go, as a person writes it: "-" is raw RGBA on standard output; a name with
-/// a number place such as "name_%05d.png", or a folder, is a sequence; .mov, .mp4, .webm and .mkv are
-/// movies; else it is one picture.
+/// a number place such as "name_%05d.png", or a folder, is a sequence; .mov, .mp4, .webm and .mkv
+/// are movies; else it is one picture.
 struct OutputName {
   QString text = {};
   bool isStream = false;
