@@ -14,13 +14,17 @@ class FrameConverter {
   [[nodiscard]] foundation::Result<QImage> convert(const AVFrame& frame);
 
  private:
-  [[nodiscard]] bool prepare(const AVFrame& frame, int height);
+  [[nodiscard]] bool prepare(const AVFrame& frame, AVPixelFormat target, int height);
+  [[nodiscard]] bool toPacked(const AVFrame& frame, QImage& image);
+  [[nodiscard]] bool throughPlanes(const AVFrame& frame, QImage& image);
   ScalerPtr m_scaler;
   int m_width = 0;
   int m_height = 0;
   int m_format = -1;
+  AVPixelFormat m_target = AV_PIX_FMT_NONE;
   int m_space = -1;
   bool m_fullRange = false;
+  std::vector<uchar> m_planes;
 };
 
 /// The picture has an alpha channel.

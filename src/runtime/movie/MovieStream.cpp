@@ -60,6 +60,24 @@ AVRational averageRate(AVFormatContext* input, AVStream* track) {
   return isUsable(guess) ? guess : AVRational{25, 1};
 }
 
+/// Looking at the tracks decodes some of their pictures: under the same bounds as later.
+int findTracks(AVFormatContext& input, const MovieLimits& limits) {
+  std::vector<AVDictionary*> options(input.nb_streams, nullptr);
+  for (AVDictionary*& each : options) {
+    av_dict_set_int(&each, "max_pixels", limits.largestPixels, 0);
+    av_dict_set_int(&each, "threads", 1, 0);
+  }
+  const int code = avformat_find_stream_info(&input, options.empty() ? nullptr : options.data());
+  for (AVDictionary*& each : options) av_dict_free(&each);
+  return code;
+}
+
+/// Each thread holds pictures of its own.
+int threadsFor(qint64 pixels) {
+  constexpr qint64 largePicture = 10'000'000;
+  return pixels > largePicture ? 2 : std::min(QThread::idealThreadCount(), 8);
+}
+
 }  // namespace
 
 Result<std::unique_ptr<MovieStream>> MovieStream::open(const QString& path,
@@ -97,7 +115,7 @@ Result<void> MovieStream::openFile() {
   av_dict_free(&options);
   if (code < 0) return ffmpegFailure(QStringLiteral("cannot be opened as a movie"), code, m_path);
   m_input.reset(context);
-  code = avformat_find_stream_info(context, nullptr);
+  code = findTracks(*context, m_limits);
   if (code < 0) return ffmpegFailure(QStringLiteral("cannot be read as a movie"), code, m_path);
   m_track = av_find_best_stream(context, AVMEDIA_TYPE_VIDEO, -1, -1, nullptr, 0);
   if (m_track < 0) return failure(QStringLiteral("holds no pictures"), m_path);
@@ -123,7 +141,7 @@ Result<void> MovieStream::openDecoder() {
   avcodec_parameters_to_context(m_decoder.get(), &parameters);
   m_decoder->pkt_timebase = track()->time_base;
   m_decoder->max_pixels = m_limits.largestPixels;
-  m_decoder->thread_count = std::min(QThread::idealThreadCount(), 8);
+  m_decoder->thread_count = threadsFor(pixels);
   const int code = avcodec_open2(m_decoder.get(), decoder, nullptr);
   if (code < 0) return ffmpegFailure(QStringLiteral("cannot be decoded"), code, m_path);
   return {};
@@ -145,10 +163,11 @@ void MovieStream::describe() {
   m_start = track()->start_time;
 }
 
-double MovieStream::duration() const {
+double MovieStream::duration() {
   constexpr double longest = 1e9;
   double seconds = 0;
   int64_t tagged = 0;
+  m_knowsLength = true;
   const AVDictionaryEntry* tag = av_dict_get(track()->metadata, "DURATION", nullptr, 0);
   if (track()->duration > 0)
     seconds = static_cast<double>(track()->duration) * m_info.tick;
@@ -156,7 +175,9 @@ double MovieStream::duration() const {
     seconds = static_cast<double>(tagged) / AV_TIME_BASE;
   else if (track()->nb_frames > 0)
     seconds = static_cast<double>(track()->nb_frames) / m_info.framesPerSecond();
-  else if (m_input->duration > 0)
+  else
+    m_knowsLength = false;
+  if (!m_knowsLength && m_input->duration > 0)
     seconds = static_cast<double>(m_input->duration) / AV_TIME_BASE;
   return std::clamp(seconds, 0.0, longest);
 }
@@ -205,7 +226,10 @@ Result<std::optional<StreamFrame>> MovieStream::next() {
       picture.tick = tickOf(*picture.frame);
       return picture;
     }
-    if (code == AVERROR_EOF) return std::nullopt;
+    if (code == AVERROR_EOF) {
+      noteEnd();
+      return std::nullopt;
+    }
     if (code == AVERROR(EAGAIN)) {
       if (m_drained) return std::nullopt;
       if (auto fed = feed(); !fed) return tl::unexpected(fed.error());
@@ -215,6 +239,12 @@ Result<std::optional<StreamFrame>> MovieStream::next() {
     if (auto ok = checkBounds(); !ok) return tl::unexpected(ok.error());
     if (code == AVERROR(ENOMEM)) return ffmpegFailure(QStringLiteral("decoding"), code, m_path);
   }
+}
+
+/// Some containers end without a word when their file was cut off.
+void MovieStream::noteEnd() {
+  const double slack = 2 / m_info.framesPerSecond();
+  if (m_knowsLength && m_lastEnd && *m_lastEnd < m_info.duration - slack) m_damaged = true;
 }
 
 qint64 MovieStream::tickOf(const AVFrame& frame) {
@@ -228,6 +258,9 @@ qint64 MovieStream::tickOf(const AVFrame& frame) {
   }
   tick = std::clamp<qint64>(tick, 0, lastTick);
   m_nextTick = tick + std::llround(1 / (m_info.framesPerSecond() * m_info.tick));
+  m_lastEnd =
+      static_cast<double>(std::max<qint64>(m_nextTick, av_sat_add64(tick, frame.pkt_duration))) *
+      m_info.tick;
   return tick;
 }
 
@@ -239,6 +272,7 @@ Result<void> MovieStream::jump(qint64 tick) {
   if (code < 0) return jumpToStart();
   avcodec_flush_buffers(m_decoder.get());
   m_drained = false;
+  m_lastEnd.reset();
   return {};
 }
 
@@ -248,6 +282,7 @@ Result<void> MovieStream::jumpToStart() {
   m_decoder.reset();
   m_drained = false;
   m_nextTick = 0;
+  m_lastEnd.reset();
   if (auto done = openFile(); !done) return done;
   return openDecoder();
 }

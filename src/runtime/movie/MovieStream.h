@@ -47,7 +47,8 @@ class MovieStream {
   void describe();
   [[nodiscard]] foundation::Result<void> feed();
   [[nodiscard]] foundation::Result<void> checkBounds();
-  [[nodiscard]] double duration() const;
+  [[nodiscard]] double duration();
+  void noteEnd();
   [[nodiscard]] qint64 tickOf(const AVFrame& frame);
   [[nodiscard]] AVStream* track() const { return m_input->streams[m_track]; }
 
@@ -63,6 +64,8 @@ class MovieStream {
   qint64 m_start = AV_NOPTS_VALUE;  ///< time stamp of the first picture
   qint64 m_nextTick = 0;            ///< for a picture without a time stamp
   bool m_hasStamps = true;
+  bool m_knowsLength = false;       ///< of this track, not only of the file
+  std::optional<double> m_lastEnd;  ///< seconds; of the picture before
   qint64 m_packetsRead = 0;
   bool m_drained = false;
   bool m_damaged = false;
