@@ -6,10 +6,6 @@ target_compile_definitions(tessary_options INTERFACE QT_NO_CAST_FROM_BYTEARRAY Q
 if(TESSARY_SANITIZE)
   target_compile_options(tessary_options INTERFACE -fsanitize=${TESSARY_SANITIZE}
                                                    -fno-omit-frame-pointer)
-  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    # With the sanitizers' checks in between, GCC takes moved variants for uninitialized.
-    target_compile_options(tessary_options INTERFACE -Wno-maybe-uninitialized)
-  endif()
   target_link_options(tessary_options INTERFACE -fsanitize=${TESSARY_SANITIZE})
 endif()
 if(TESSARY_FUZZ)
