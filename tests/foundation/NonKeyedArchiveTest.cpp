@@ -69,7 +69,8 @@ TEST(NonKeyedArchiveTest, KeepsEveryValueInBothByteOrders) {
   EXPECT_EQ(back.array().size(), 2);
   EXPECT_EQ(back.array()[0], placement());
   const ArchiveDictionary& fields = back.array()[1].dictionary();
-  for (const auto& [key, value] : everything().array()[1].dictionary().entries())
+  const ArchiveValue all = everything();
+  for (const auto& [key, value] : all.array()[1].dictionary().entries())
     EXPECT_EQ(fields.value(key), value) << key.toStdString();
   ArchiveGraph graph = NonKeyedArchive::decode(bytes).value();
   EXPECT_EQ(NonKeyedArchive::encode(graph).value(), bytes);
