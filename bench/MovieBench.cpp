@@ -23,7 +23,7 @@ QImage picture(int i) {
   static const std::vector<uchar> grain = [] {
     std::mt19937 random(1);
     std::vector<uchar> g(1 << 20);
-    for (uchar& v : g) v = static_cast<uchar>(random() % 12);
+    for (uchar& v : g) v = static_cast<uchar>(random() % 4);
     return g;
   }();
   QImage image(size, QImage::Format_RGBA8888);
@@ -75,7 +75,7 @@ std::unique_ptr<runtime::CompositionRenderer> player(const QString& path) {
   quartz::QuartzComposition composition;
   auto* movie = composition.rootPatch()->addPatchWithClass(
       QStringLiteral("QCMovieImporter"), {}, {{QStringLiteral("inputMovieLocation"), path}});
-  movie->publishPort(QStringLiteral("outputImage"), QStringLiteral("image"));
+  movie->publishOutputPort(QStringLiteral("outputImage"), QStringLiteral("image"));
   return std::make_unique<runtime::CompositionRenderer>(
       *runtime::CompiledComposition::compile(composition));
 }
@@ -97,7 +97,7 @@ void play(const char* what, const QString& path, int frames, const std::function
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QGuiApplication application(argc, argv);
-  const int frames = argc > 1 ? QString::fromLatin1(argv[1]).toInt() : 150;
+  const int frames = argc > 1 ? QString::fromLatin1(argv[1]).toInt() : 100;
   const QTemporaryDir folder;
   const std::pair<const char*, MovieCodec> movies[] = {{"h264.mp4", MovieCodec::H264},
                                                        {"prores.mov", MovieCodec::ProRes4444},
