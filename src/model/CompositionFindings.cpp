@@ -69,6 +69,14 @@ class FindingsCollector {
           QStringLiteral("ends at %1 s, after the composition's end at %2 s")
               .arg(component.endTime())
               .arg(m_composition.duration()));
+    const double left = std::max(0.0, component.marginX());
+    const double below = std::max(0.0, component.marginY());
+    if (left > 0 || below > 0)
+      add("margin-moves-export", title,
+          QStringLiteral("has margins; an export draws it %1 pixels further left and %2 lower than "
+                         "the editor")
+              .arg(left)
+              .arg(below));
     for (const Attribute* attribute : component.attributes()) checkAttribute(component, *attribute);
   }
 

@@ -15,6 +15,7 @@ class Composition;
 ///   field-lost-to-animation   was a field of the template until it was animated
 ///   animated-field            is marked as a field, but animated inputs are not published
 ///   color-alpha-dropped       exported colours are opaque
+///   margin-moves-export       on air it is drawn off by its margins
 ///   key-frame-outside-times   a key frame lies outside of the component's times
 ///   ends-after-composition    the component ends after the composition
 ///   missing-font              the font is not installed

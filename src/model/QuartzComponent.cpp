@@ -333,21 +333,28 @@ runtime::DrawList QuartzComponent::renderForView(const QSize& viewSize, double t
   for (const Attribute* attribute : attributes())
     if (attribute->animateable() && attribute->quartzAttribute())
       attribute->setValueOnRenderer(*target);
-  placeSprite(*target);
-  return target->renderAtTime(std::max(0.0, time - startTime()), viewSize, arguments);
+  placeSprite(*target, viewSize);
+  // Rounded as on air, where times come in single precision.
+  const double ownTime = std::round((time - startTime()) * 1e5) / 1e5;
+  return target->renderAtTime(std::max(0.0, ownTime), viewSize, arguments);
 }
 
-void QuartzComponent::placeSprite(runtime::CompositionRenderer& renderer) const {
+void QuartzComponent::placeSprite(runtime::CompositionRenderer& renderer,
+                                  const QSize& viewSize) const {
   using Sprite = ComponentProgram::Sprite;
-  // Two units span the width of the picture, and 0 is its centre.
-  const double unitsPerPixel = 2 / composition()->width();
+  // The picture is two units wide, with 0 in its centre. The same arithmetic as in the renderer of
+  // an export, so that both round alike.
+  const double unitsWide = 2;
+  const double unitsHigh = unitsWide * viewSize.height() / viewSize.width();
+  const double across = unitsWide / composition()->width();
+  const double up = unitsHigh / composition()->height();
   const auto set = [&](Sprite input, const runtime::Value& value) {
     renderer.setValueForInputKey(value, ComponentProgram::spriteKey(input));
   };
-  set(Sprite::X, (centerH() - composition()->width() / 2) * unitsPerPixel);
-  set(Sprite::Y, (centerV() - composition()->height() / 2) * unitsPerPixel);
-  set(Sprite::Width, width() * unitsPerPixel);
-  set(Sprite::Height, height() * unitsPerPixel);
+  set(Sprite::X, (originX() + width() / 2) * across - unitsWide / 2);
+  set(Sprite::Y, (originY() + height() / 2) * up - unitsHigh / 2);
+  set(Sprite::Width, width() * across);
+  set(Sprite::Height, height() * up);
   set(Sprite::Rotation, zRotation());
   set(Sprite::Color, foundation::Color{1, 1, 1, opacity()});
   set(Sprite::Enable, visible() && visibleInCompositionEditor());

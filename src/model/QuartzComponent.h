@@ -160,7 +160,7 @@ class QuartzComponent : public AbstractComponent {
   [[nodiscard]] double number(Standard which) const;
   void setNumber(Standard which, double value);
   void setSide(Standard side, Standard other, double value);
-  void placeSprite(runtime::CompositionRenderer& renderer) const;
+  void placeSprite(runtime::CompositionRenderer& renderer, const QSize& viewSize) const;
   [[nodiscard]] int summary(const QList<const Attribute*>& attributes) const;
 
   mutable std::array<Attribute*, standardCount> m_standard{};  ///< bound when first used

@@ -164,7 +164,7 @@ TEST(CompositionChecker, PublishedPorts) {
 
 TEST(CompositionChecker, ValuesOfAWrongType) {
   const std::pair<const char*, PropertyDictionary> cases[] = {
-      {"QCStringMD5", {{s("inputString"), 5}}},
+      {"QCStringMD5", {{s("inputString"), QByteArray("text")}}},
       {"QCSprite", {{s("inputX"), s("left")}}},
       {"QCSprite", {{s("inputColor"), s("red")}}},
       {"QCSprite", {{s("inputColor"), PropertyDictionary{{s("red"), 1.0}}}}},

@@ -24,8 +24,8 @@ bool fits(const PropertyValue& value, PortType type) {
     case PortType::Index:
     case PortType::Boolean:
       return value.isNumeric();
-    case PortType::String:
-      return value.isString();
+    case PortType::String:  // a number is read as its digits; exported multiplexers rely on it
+      return value.isString() || value.isNumeric();
     case PortType::Color:
       return isColor(value);
     case PortType::Image:

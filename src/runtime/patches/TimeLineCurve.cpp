@@ -40,6 +40,9 @@ TimeLineCurve TimeLineCurve::fromProperty(const foundation::PropertyArray& keyFr
   for (const foundation::PropertyValue& entry : keyFrames) {
     const foundation::PropertyDictionary& d = entry.dictionary();
     list.push_back({pointOf(d.value(u"kf")), pointOf(d.value(u"lc")), pointOf(d.value(u"rc"))});
+    // The first jump of an index starts at no value: what held before goes on up to it.
+    if (list.size() > 1 && !d.value(u"kf").dictionary().contains(u"value"))
+      list.back().place.value = list[list.size() - 2].place.value;
   }
   return TimeLineCurve(std::move(list));
 }
@@ -81,13 +84,17 @@ double TimeLineCurve::parameterAt(const Segment& segment, double fraction) {
 
 double TimeLineCurve::valueAt(double time) const {
   if (m_keyFrames.empty()) return 0;
-  const auto after =
-      std::upper_bound(m_keyFrames.begin(), m_keyFrames.end(), time,
-                       [](double t, const KeyFrame& keyFrame) { return t < keyFrame.place.time; });
+  // Files hold times in single precision: 0.1 s must not fall just before a key frame at 0.1 s.
+  const auto after = std::upper_bound(
+      m_keyFrames.begin(), m_keyFrames.end(), time, [](double t, const KeyFrame& keyFrame) {
+        return static_cast<float>(t) < static_cast<float>(keyFrame.place.time);
+      });
   if (after == m_keyFrames.begin()) return m_keyFrames.front().place.value;
   if (after == m_keyFrames.end()) return m_keyFrames.back().place.value;
+  const Point& reached = std::prev(after)->place;
+  if (static_cast<float>(time) == static_cast<float>(reached.time)) return reached.value;
   const Segment& s = m_segments[static_cast<size_t>(after - m_keyFrames.begin()) - 1];
-  const double fraction = (time - s.start) / s.duration;
+  const double fraction = std::clamp((time - s.start) / s.duration, 0.0, 1.0);
   if (s.isStraight) return s.v0 + s.d3 * fraction;
   // Differences to the first value keep constant pieces exact.
   return s.v0 + bezier(parameterAt(s, fraction), s.d1, s.d2, s.d3);
