@@ -10,6 +10,32 @@ int slotOf(JournalRecord::Kind kind, int index) {
   return kind == JournalRecord::Kind::Value ? 2 * index : 2 * index + 1;
 }
 
+/// Steps inside a step record a value again: one record with its first and last value says the
+/// same. A new object keeps its values when its insertion is undone; they need none.
+JournalRecords merged(JournalRecords records) {
+  using Kind = JournalRecord::Kind;
+  QHash<std::pair<const ManagedObject*, int>, size_t> places;
+  JournalRecords result;
+  result.reserve(records.size());
+  for (JournalRecord& record : records) {
+    if (record.kind == Kind::Inserted) places.insert({record.object, -1}, result.size());
+    if (record.kind == Kind::Value) {
+      if (places.contains({record.object, -1})) continue;
+      const std::pair<const ManagedObject*, int> slot{record.object, record.index};
+      if (const auto found = places.constFind(slot); found != places.cend()) {
+        result[*found].after = std::move(record.after);
+        continue;
+      }
+      places.insert(slot, result.size());
+    }
+    result.push_back(std::move(record));
+  }
+  std::erase_if(result, [](const JournalRecord& record) {
+    return record.kind == Kind::Value && record.before == record.after;
+  });
+  return result;
+}
+
 }  // namespace
 
 void Journal::recordValue(ManagedObject& object, int index, const QVariant& before,
@@ -52,10 +78,7 @@ JournalRecords Journal::takeFrom(size_t first) {
   const auto from = m_records.begin() + static_cast<std::ptrdiff_t>(first);
   std::move(from, m_records.end(), std::back_inserter(taken));
   m_records.erase(from, m_records.end());
-  std::erase_if(taken, [](const JournalRecord& record) {
-    return record.kind == JournalRecord::Kind::Value && record.before == record.after;
-  });
-  return taken;
+  return merged(std::move(taken));
 }
 
 JournalRecord* Journal::sectionRecord(const ManagedObject& object, JournalRecord::Kind kind,

@@ -35,7 +35,7 @@ class Journal {
 
   /// Changes from here on can be taken back on their own; records before stay as they are.
   void startSection();
-  /// Takes the records from that one on, for the step or for rolling it back.
+  /// Takes the records from that one on, for the step or for rolling it back: one a value.
   [[nodiscard]] JournalRecords takeFrom(size_t first);
 
  private:

@@ -148,8 +148,12 @@ void ObjectContext::takeIn(std::unique_ptr<ManagedObject> object) {
   ManagedObject& taken = *object;
   taken.m_context = this;
   m_objects.emplace(taken.m_id, std::move(object));
-  m_pending.deleted.erase(&taken);
-  m_pending.inserted.insert(&taken);
+  if (m_pending.deleted.contains(&taken)) {  // observers were not told that it was gone
+    m_pending.deleted.erase(&taken);
+    m_pending.updated.insert(&taken);
+  } else {
+    m_pending.inserted.insert(&taken);
+  }
 }
 
 std::unique_ptr<ManagedObject> ObjectContext::takeOut(ManagedObject& object) {
@@ -165,9 +169,12 @@ std::unique_ptr<ManagedObject> ObjectContext::takeOut(ManagedObject& object) {
 }
 
 void ObjectContext::structureChangesUnrecorded() {
-  if (m_replaying) return;
   m_changedUnrecorded = true;
-  // Records of the history might speak of objects that are gone or not there yet.
+  m_historyBroken = true;  // dropped when nothing is under way in it any more
+}
+
+void ObjectContext::dropBrokenHistory() {
+  if (!std::exchange(m_historyBroken, false)) return;
   if (m_stack.count() > 0) m_stack.clear();
 }
 
@@ -181,15 +188,20 @@ void ObjectContext::endStep(bool cancelled) {
   m_steps.pop_back();
   if (cancelled) {
     JournalRecords records = m_journal.takeFrom(step.firstRecord);
-    replay(records, Direction::Back);
+    if (!m_historyBroken) replay(records, Direction::Back);
+    for (JournalRecord& record : records)
+      if (record.keeper) m_unrecordedRemovals.push_back(std::move(record.keeper));
   }
   m_journal.startSection();
   if (!m_steps.empty()) {
     if (m_steps.back().name.isEmpty()) m_steps.back().name = step.name;
     return;
   }
-  if (!m_journal.isEmpty()) pushRecords(m_journal.takeFrom(0), step.name);
+  if (m_replaying) return;  // an observer's step
+  JournalRecords records = m_journal.takeFrom(0);
+  if (!m_historyBroken) pushRecords(std::exchange(records, {}), step.name);
   processPendingChanges();
+  dropBrokenHistory();
 }
 
 void ObjectContext::pushRecords(JournalRecords records, const QString& name) {
@@ -197,20 +209,30 @@ void ObjectContext::pushRecords(JournalRecords records, const QString& name) {
 }
 
 void ObjectContext::undo() {
-  if (canUndo()) m_stack.undo();
+  if (!canUndo()) return;
+  m_stack.undo();
+  // Only now may what observers change become steps: the history has moved.
+  processPendingChanges();
+  dropBrokenHistory();
 }
 
 void ObjectContext::redo() {
-  if (canRedo()) m_stack.redo();
+  if (!canRedo()) return;
+  m_stack.redo();
+  processPendingChanges();
+  dropBrokenHistory();
 }
 
 void ObjectContext::clearHistory() {
   m_changedUnrecorded = hasChanges();
-  m_stack.clear();
+  if (m_replaying)
+    m_historyBroken = true;  // the step that is being undone is still needed
+  else
+    m_stack.clear();
 }
 
 void ObjectContext::replay(JournalRecords& records, Direction direction) {
-  m_replaying = true;
+  const bool wasReplaying = std::exchange(m_replaying, true);
   Announcements announcements;
   if (direction == Direction::Back)
     for (auto it = records.rbegin(); it != records.rend(); ++it)
@@ -223,8 +245,7 @@ void ObjectContext::replay(JournalRecords& records, Direction direction) {
     if (announcement.object->m_context) touched.insert(announcement.object);
   for (ManagedObject* object : touched.objects()) object->awakeFromReplay();
   announceAll(announcements);
-  m_replaying = false;
-  if (!isInStep()) processPendingChanges();
+  m_replaying = wasReplaying;
 }
 
 void ObjectContext::replayRecord(JournalRecord& record, Direction direction,
@@ -275,11 +296,12 @@ void ObjectContext::markUpdated(ManagedObject& object) {
 }
 
 void ObjectContext::processPendingChanges() {
+  std::vector<std::unique_ptr<ManagedObject>> removed;  // alive until all were told
+  if (!isInStep() && !m_replaying) removed.swap(m_unrecordedRemovals);
   while (!m_pending.isEmpty()) {
     const ChangeSet changes = std::exchange(m_pending, {});
     m_changeObservers.call(changes);
   }
-  m_unrecordedRemovals.clear();
 }
 
 bool ObjectContext::hasChanges() const {

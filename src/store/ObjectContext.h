@@ -46,11 +46,12 @@ class ObjectContext {
   /// None when there is no such object.
   [[nodiscard]] ManagedObject* objectWithId(ObjectId id) const;
 
-  /// Nothing happens while a step is open.
+  /// Nothing happens while a step is open, nor inside an observer that is told of an undo. What
+  /// observers change then is not recorded: the history already holds what follows from what.
   void undo();
   void redo();
-  [[nodiscard]] bool canUndo() const { return !isInStep() && m_stack.canUndo(); }
-  [[nodiscard]] bool canRedo() const { return !isInStep() && m_stack.canRedo(); }
+  [[nodiscard]] bool canUndo() const { return isAtRest() && m_stack.canUndo(); }
+  [[nodiscard]] bool canRedo() const { return isAtRest() && m_stack.canRedo(); }
   /// The steps with their names, for menus and lists; use undo() and redo() to move in it.
   [[nodiscard]] const QUndoStack& history() const { return m_stack; }
   void clearHistory();
@@ -101,7 +102,9 @@ class ObjectContext {
   void endStep(bool cancelled);
   void pushRecords(JournalRecords records, const QString& name);
   [[nodiscard]] bool isRecording() const { return m_suspensions == 0 && !m_replaying; }
+  [[nodiscard]] bool isAtRest() const { return !isInStep() && !m_replaying && !m_historyBroken; }
   void structureChangesUnrecorded();
+  void dropBrokenHistory();
 
   void replay(JournalRecords& records, Direction direction);
   void replayRecord(JournalRecord& record, Direction direction, Announcements& announcements);
@@ -115,6 +118,7 @@ class ObjectContext {
   Journal m_journal;
   int m_suspensions = 0;
   bool m_replaying = false;
+  bool m_historyBroken = false;  ///< its records speak of objects that are gone, or not there yet
   bool m_changedUnrecorded = false;
   ChangeSet m_pending;
   std::vector<std::unique_ptr<ManagedObject>> m_unrecordedRemovals;  ///< until observers were told
@@ -138,7 +142,8 @@ class UndoStep {
 };
 
 /// Changes during its life are not recorded for undo. Values only, as a rule: taking objects in or
-/// out unrecorded ends the history, since its records could no longer be replayed. Nests.
+/// out unrecorded ends the history, the open step's part of it included, since its records could no
+/// longer be replayed. Nests.
 class UndoSuspension {
  public:
   explicit UndoSuspension(ObjectContext& context) : m_context(context) {

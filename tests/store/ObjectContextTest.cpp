@@ -210,6 +210,74 @@ TEST_F(ObjectContextTest, ObserversMayEndThemselvesAndOutliveTheObject) {
   EXPECT_EQ(calls, 1);
 }
 
+TEST_F(ObjectContextTest, ObserversThatChangeThingsDuringUndo) {
+  Shelf* other = context.insert(std::make_unique<Shelf>());
+  for (qint64 i = 1; i <= 4; ++i) shelf->setNumber(i);
+  {
+    const Subscription follower = shelf->observe(QStringLiteral("number"), [&](const Change&) {
+      context.undo();  // has to wait
+      UndoStep step(context);
+      other->setNumber(shelf->number());
+      UndoStep(context).cancel();
+      other->setRoom(QStringLiteral("follows"));
+    });
+    const int count = context.history().count();
+    context.undo();
+    EXPECT_EQ(shelf->number(), 3);
+    EXPECT_EQ(other->number(), 3);
+    EXPECT_EQ(context.history().count(), count);  // it is no step
+    context.redo();
+    EXPECT_EQ(shelf->number(), 4);
+  }
+  // Told when all is over, an observer makes a step of its own, on top of where undo has led to.
+  const Subscription late = context.observeChanges([&](const ChangeSet& changes) {
+    if (changes.updated.contains(shelf)) other->setRoom(QStringLiteral("late"));
+  });
+  context.undo();
+  const QByteArray end = bytesOf(context);
+  EXPECT_FALSE(context.canRedo());
+  EXPECT_EQ(context.history().index(), context.history().count());
+  context.undo();
+  EXPECT_EQ(other->room(), QStringLiteral("follows"));
+  EXPECT_EQ(shelf->number(), 3);
+  context.redo();
+  EXPECT_EQ(bytesOf(context), end);
+}
+
+TEST_F(ObjectContextTest, ObserversThatTakeObjectsOutDuringUndoEndTheHistory) {
+  Book* book = addBook(context, shelf, QStringLiteral("b"));
+  const Subscription remover =
+      book->observe(QStringLiteral("title"), [&](const Change&) { context.remove(*book); });
+  book->setTitle(QStringLiteral("c"));
+  EXPECT_TRUE(shelf->books().isEmpty());
+  context.undo();  // brings it back and has it removed again
+  EXPECT_TRUE(shelf->books().isEmpty());
+  EXPECT_FALSE(context.canUndo() || context.canRedo());
+  EXPECT_TRUE(context.hasChanges());
+}
+
+TEST_F(ObjectContextTest, UnrecordedRemovalsEndTheOpenStepToo) {
+  Book* book = addBook(context, shelf, QStringLiteral("b"));
+  {
+    const UndoStep step(context);
+    book->setTitle(QStringLiteral("c"));
+    const UndoSuspension suspension(context);
+    context.remove(*book);
+  }
+  EXPECT_FALSE(context.canUndo());
+  Book* second = addBook(context, shelf, QStringLiteral("d"));
+  {
+    UndoStep step(context);
+    second->setShelf(nullptr);
+    {
+      const UndoSuspension suspension(context);
+      context.remove(*second);
+    }
+    step.cancel();  // there is nothing left to go back to
+  }
+  EXPECT_TRUE(shelf->books().isEmpty());
+}
+
 TEST_F(ObjectContextTest, KeyPathsFollowTheRelation) {
   Shelf* other = context.insert(std::make_unique<Shelf>());
   Book* book = addBook(context, shelf, QStringLiteral("b"));
@@ -241,6 +309,20 @@ TEST_F(ObjectContextTest, ChangeSetsAreOnePerStep) {
   context.undo();
   shelf->setLight(0.1);  // transient: nothing persistent has changed
   EXPECT_THAT(sets, ElementsAre(std::tuple(1, 1, 0), std::tuple(0, 1, 1)));
+  context.redo();
+  sets.clear();
+  {
+    UndoStep step(context);
+    context.remove(*shelf->books().front());
+    step.cancel();  // nobody knew that it was gone
+  }
+  {
+    UndoStep step(context);
+    addBook(context, shelf, QStringLiteral("told"));
+    context.processPendingChanges();
+    step.cancel();
+  }
+  EXPECT_THAT(sets, ElementsAre(std::tuple(0, 2, 0), std::tuple(1, 1, 0), std::tuple(0, 1, 1)));
 }
 
 TEST_F(ObjectContextTest, SuspendedChangesAreNotRecordedButMarkTheDocument) {
@@ -276,6 +358,15 @@ TEST_F(ObjectContextTest, LongDragsStaySmall) {
     journal.recordValue(*book, 0, QString::number(i), QString::number(i + 1));
   }
   EXPECT_EQ(journal.size(), 2u);
+  // As when every move of the pointer is a step inside the drag's.
+  for (qint64 i = 1000; i < 2000; ++i) {
+    journal.startSection();
+    journal.recordValue(*shelf, 1, i, i + 1);
+  }
+  const JournalRecords records = journal.takeFrom(0);
+  ASSERT_EQ(records.size(), 2u);
+  EXPECT_EQ(records[0].before, QVariant(0));
+  EXPECT_EQ(records[0].after, QVariant(2000));
 }
 
 TEST_F(ObjectContextTest, ValuesByKey) {
