@@ -15,6 +15,21 @@ using foundation::PropertyArray;
 using foundation::PropertyDictionary;
 using foundation::Result;
 
+namespace {
+
+constexpr qint64 largestFile = 512LL * 1024 * 1024;
+
+/// Devices and pipes are refused: reading them might never end.
+Result<QByteArray> contentsOf(const QString& path) {
+  QFile file(path);
+  if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+    return foundation::failure(QStringLiteral("there is no such file"), path, file.errorString());
+  if (file.size() > largestFile) return foundation::failure(QStringLiteral("is too large"), path);
+  return file.readAll();
+}
+
+}  // namespace
+
 AbstractComponent::Declaration::Declaration(const QString& name) : Entity(name) {
   derive("duration", {"startTime", "endTime"}, [](const ManagedObject& object) {
     return QVariant(static_cast<const AbstractComponent&>(object).duration());
@@ -80,10 +95,9 @@ void AbstractComponent::setAnimateable(int animateable) {
 Result<void> AbstractComponent::initializeQuartzComposition() {
   dropRenderer();
   if (quartzCompositionData().isEmpty()) {
-    QFile file(compositionFilename());
-    if (!file.open(QIODevice::ReadOnly))
-      return foundation::failure(file.errorString(), compositionFilename());
-    set(fields().quartzCompositionData, file.readAll());
+    auto bytes = contentsOf(compositionFilename());
+    if (!bytes) return tl::unexpected(bytes.error());
+    set(fields().quartzCompositionData, std::move(*bytes));
   }
   auto program = ComponentProgram::fromData(quartzCompositionData(), compositionFilename());
   m_failedToLoad = !program;
@@ -148,15 +162,14 @@ Attribute* AbstractComponent::addAttribute(std::unique_ptr<Attribute> attribute)
 Result<void> AbstractComponent::updateWithFile(const QString& path, QStringList& warnings) {
   const auto usable = usablePath(path);
   if (!usable) return tl::unexpected(usable.error());
-  QFile file(*usable);
-  if (!file.open(QIODevice::ReadOnly)) return foundation::failure(file.errorString(), *usable);
-  const QByteArray bytes = file.readAll();
-  const auto program = ComponentProgram::fromData(bytes, *usable);
+  const auto bytes = contentsOf(*usable);
+  if (!bytes) return tl::unexpected(bytes.error());
+  const auto program = ComponentProgram::fromData(*bytes, *usable);
   if (!program) return tl::unexpected(program.error());
 
   const store::UndoStep step(*context());
   set(fields().compositionFilename, *usable);
-  set(fields().quartzCompositionData, bytes);
+  set(fields().quartzCompositionData, *bytes);
   const runtime::CompositionRenderer fresh((*program)->compiled());
   const InputValues none;
   AttributeFactory factory(fresh, none, warnings);

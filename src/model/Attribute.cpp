@@ -1,5 +1,7 @@
 #include "model/Attribute.h"
 
+#include <cmath>
+
 #include "foundation/UserDefaults.h"
 #include "model/AbstractComponent.h"
 #include "model/KeyFrameCurves.h"
@@ -255,6 +257,7 @@ void Attribute::deleteSelectedTimepoints() {
 
 QList<double> Attribute::timepointsToMove(Moved moved) const {
   QList<double> times = sortedKeyFrames();
+  times.removeAll(noTimepoint);  // a static value stands at no time
   if (moved == Moved::OnlySelected)
     times.removeIf([this](double time) { return !isTimePointSelected(time); });
   return times;
@@ -262,7 +265,7 @@ QList<double> Attribute::timepointsToMove(Moved moved) const {
 
 double Attribute::adjustTimepointsBy(double delta, Moved moved) {
   const QList<double> times = timepointsToMove(moved);
-  if (times.isEmpty()) return 0;
+  if (times.isEmpty() || !std::isfinite(delta)) return times.value(0);
   if (const AbstractComponent* owner = component()) {
     if (times.first() + delta < owner->startTime())
       delta = owner->startTime() - times.first();

@@ -1,5 +1,7 @@
 #include "model/ComponentResize.h"
 
+#include <cmath>
+
 #include "model/ComponentHandles.h"
 #include "model/QuartzComponent.h"
 
@@ -25,6 +27,7 @@ ComponentResize::ComponentResize(int handle, const QRectF& startFrame, const QPo
 void ComponentResize::keepProportions() {
   // The same ratio both ways: a wide frame grows higher than it should by a horizontal drag.
   const double ratio = m_start.width() / m_start.height();
+  if (!std::isfinite(ratio)) return;  // a frame without height has no proportions
   if (m_growthY > m_growthX) {
     const double before = std::exchange(m_growthX, ratio * m_growthY);
     if (!ComponentHandles::movesRight(m_handle)) m_pointer.rx() += before - m_growthX;

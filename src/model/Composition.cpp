@@ -126,7 +126,7 @@ void Composition::valueDidChange(const QString& key) {
     m_videoResolution = VideoResolution(broadcastMode());  // undone or redone
     m_ticksPerSecond = static_cast<quint64>(std::llround(m_videoResolution.framesPerSecond()));
   }
-  if (key == QLatin1String("components")) m_selection.forgetRemoved();
+  if (key == QLatin1String("components") && m_selection.forgetRemoved()) selectionDidChange();
 }
 
 void Composition::setFileURL(const QUrl& fileURL) {
@@ -139,7 +139,7 @@ void Composition::setFileURL(const QUrl& fileURL) {
 void Composition::objectsChanged(const store::ChangeSet& changes) {
   bool holdsComponents = false;
   bool holdsSelected = false;
-  for (const store::ObjectSet* set : {&changes.inserted, &changes.updated})
+  for (const store::ObjectSet* set : {&changes.inserted, &changes.updated, &changes.deleted})
     for (const ManagedObject* object : set->objects()) {
       const auto* component = dynamic_cast<const QuartzComponent*>(object);
       if (!component) continue;
@@ -153,6 +153,10 @@ void Composition::objectsChanged(const store::ChangeSet& changes) {
 void Composition::zOrderDidChange() {
   announce(QStringLiteral("componentsSortedByZLevel"));
   announce(QStringLiteral("componentsSortedByInverseZLevel"));
+}
+
+QStringList Composition::supportedDraggedTypes() {
+  return {QStringLiteral("application/x-tessary-component"), QStringLiteral("text/uri-list")};
 }
 
 void Composition::addComponent(QuartzComponent& component) {
@@ -269,11 +273,6 @@ void Composition::sizeToFitSelection() {
 void Composition::selectionDidChange() {
   announce(QStringLiteral("selectedComponents"));
   announce(QStringLiteral("selectionIndexPaths"));
-}
-
-void Composition::selectionChangedOf(QuartzComponent& component) {
-  m_selection.follow(component);
-  selectionDidChange();
 }
 
 void Composition::soloSelectedComponents() {

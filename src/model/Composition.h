@@ -115,6 +115,8 @@ class Composition : public store::ManagedObject {
   void setZoomMode(qint32 mode) { set(declaration().zoomMode, mode); }
 
   // Components
+  /// Types of dragged data that become components: components from elsewhere in the program, files.
+  [[nodiscard]] static QStringList supportedDraggedTypes();
   [[nodiscard]] store::ObjectsOf<QuartzComponent> components() const {
     return get(declaration().components);
   }
@@ -164,8 +166,8 @@ class Composition : public store::ManagedObject {
   void selectAllComponents() { m_selection.set(componentArray()); }
   void sizeToFitSelection();
   void selectionDidChange();
-  /// Called by a component whose flag changed.
-  void selectionChangedOf(QuartzComponent& component);
+  /// Called by a component whose flag changed, before observers are.
+  void followSelectionOf(QuartzComponent& component) { m_selection.follow(component); }
 
   // What the editor shows
   /// Hides what is not selected; a second time everything is shown again.

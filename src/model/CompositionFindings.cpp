@@ -52,6 +52,8 @@ class FindingsCollector {
   }
 
   void checkBackground() {
+    if (m_composition.solidColorBackgroundMode())
+      checkAlpha(QStringLiteral("Composition"), m_composition.backgroundColor());
     const QString& movie = m_composition.backgroundMovie();
     if (m_composition.imageBackgroundMode() && !movie.isEmpty() && !exists(movie))
       add("missing-file", QStringLiteral("Composition"),
@@ -101,22 +103,32 @@ class FindingsCollector {
     if (attribute.isAnimatedInExport() && attribute.permissionToChange())
       add("animated-field", object,
           QStringLiteral("is a field of the template, but animated and therefore not published"));
-    if (attribute.type() == AttributeType::Color) checkColor(object, attribute);
+    checkColors(object, attribute);
     if (attribute.isAnimatedInExport()) checkKeyFrames(component, object, attribute);
     checkFonts(object, attribute.currentValue());
     if (attribute.isFilePath()) checkFile(object, attribute.currentValue().toString());
     checkPublishedKey(component, object, attribute);
   }
 
-  void checkColor(const QString& object, const Attribute& attribute) {
+  /// True when it was told.
+  bool checkAlpha(const QString& object, const AttributeValue& value) {
+    const auto* color = value.as<foundation::Color>();
+    if (!color || color->alpha >= 1) return false;
+    add("color-alpha-dropped", object,
+        QStringLiteral("has an opacity of %1 %, which an export makes 100 %")
+            .arg(qRound(color->alpha * 100)));
+    return true;
+  }
+
+  /// Once an attribute.
+  void checkColors(const QString& object, const Attribute& attribute) {
     for (const double time : attribute.sortedKeyFrames()) {
       const AttributeValue value = attribute.valueForTimepoint(time);
-      const auto* color = value.as<foundation::Color>();
-      if (!color || color->alpha >= 1) continue;
-      add("color-alpha-dropped", object,
-          QStringLiteral("has an opacity of %1 %, which an export makes 100 %")
-              .arg(qRound(color->alpha * 100)));
-      return;
+      if (checkAlpha(object, value)) return;
+      const auto* rich = value.as<std::shared_ptr<const RichFontValue>>();
+      if (!rich || !*rich) continue;
+      for (const AttributeValue& part : (*rich)->renderAttributes())
+        if (checkAlpha(object, part)) return;
     }
   }
 
@@ -151,14 +163,15 @@ class FindingsCollector {
       return;
     }
     const QString name = QFileInfo(path).fileName();
+    const QString full = QDir::cleanPath(QDir(m_folder).absoluteFilePath(path));
     const QString first = m_pathByName.value(name);
-    if (!first.isEmpty() && first != path)
+    if (!first.isEmpty() && first != full)
       add("same-file-name", object,
           QStringLiteral("\"%1\" has the name of \"%2\"; when both are embedded, one replaces the "
                          "other")
               .arg(path, first));
     else
-      m_pathByName.insert(name, path);
+      m_pathByName.insert(name, full);
   }
 
   void checkPublishedKey(const QuartzComponent& component, const QString& object,

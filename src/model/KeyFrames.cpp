@@ -7,7 +7,7 @@ namespace model {
 int compareTimeInterval(double first, double second) {
   const double a = std::round(first * 100);
   const double b = std::round(second * 100);
-  return a < b ? -1 : a > b ? 1 : 0;
+  return a == b ? 0 : a < b ? -1 : 1;
 }
 
 AttributeValue KeyFrames::value(double timepoint) const {
@@ -20,7 +20,8 @@ bool KeyFrames::contains(double timepoint) const {
 }
 
 void KeyFrames::set(double timepoint, AttributeValue value) {
-  m_values.insert_or_assign(roundedTimepoint(timepoint), std::move(value));
+  const double time = roundedTimepoint(timepoint);
+  if (std::isfinite(time)) m_values.insert_or_assign(time, std::move(value));
 }
 
 void KeyFrames::remove(double timepoint) {
@@ -41,14 +42,14 @@ QList<double> KeyFrames::sortedKeyFrames() const {
 }
 
 double KeyFrames::previousTimePoint(double timepoint) const {
-  auto after = m_values.lower_bound(timepoint);
+  auto after = m_values.lower_bound(roundedTimepoint(timepoint));
   if (after == m_values.begin()) return noTimepoint;
   return std::max(std::prev(after)->first, noTimepoint);
 }
 
 double KeyFrames::nextTimePoint(double timepoint) const {
   constexpr double never = 1e11;
-  const auto after = m_values.upper_bound(timepoint);
+  const auto after = m_values.upper_bound(roundedTimepoint(timepoint));
   return after == m_values.end() || after->first >= never ? noTimepoint : after->first;
 }
 

@@ -16,6 +16,7 @@ namespace model {
 inline constexpr double noTimepoint = -1000000;
 
 /// -1, 0 or 1; times that agree to the hundredth of a second (halves away from zero) are equal.
+/// What is no number equals nothing.
 [[nodiscard]] int compareTimeInterval(double first, double second);
 
 /// The key-frame store of an attribute: values by timepoint in seconds (single precision). The
@@ -25,6 +26,7 @@ class KeyFrames {
   /// Empty when there is no entry exactly at the (rounded) timepoint.
   [[nodiscard]] AttributeValue value(double timepoint) const;
   [[nodiscard]] bool contains(double timepoint) const;
+  /// Nothing happens at a time that is not finite in single precision.
   void set(double timepoint, AttributeValue value);
   void remove(double timepoint);
   void clear() { m_values.clear(); }

@@ -12,12 +12,13 @@ void Playback::setPlaying(bool playing) {
   m_playing = playing;
   if (!playing) return;
   m_startTime = m_clock->now() - m_composition.editorTimepoint();
+  ++m_run;
   scheduleUpdate();
 }
 
 void Playback::scheduleUpdate() {
-  m_clock->callAfter(interval, [this, alive = std::weak_ptr(m_alive)] {
-    if (!alive.expired()) update();
+  m_clock->callAfter(interval, [this, alive = std::weak_ptr(m_alive), run = m_run] {
+    if (!alive.expired() && run == m_run) update();
   });
 }
 

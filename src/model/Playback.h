@@ -29,6 +29,7 @@ class Playback {
   EditorClock* m_clock;
   bool m_playing = false;
   double m_startTime = 0;
+  int m_run = 0;  ///< counts the starts; updates that an earlier one scheduled are dropped
   std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };
 

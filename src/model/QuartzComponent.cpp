@@ -88,6 +88,8 @@ QuartzComponent* QuartzComponent::createWithQuartzCompositionFile(const QString&
   QuartzComponent* component = composition.context()->insert(std::make_unique<QuartzComponent>());
   component->setComposition(&composition);
   if (!component->loadFile(path, inputValues, warnings)) {
+    composition.context()->remove(
+        *component);  // where nothing is recorded there is nothing to cancel
     step.cancel();
     return nullptr;
   }
@@ -132,6 +134,7 @@ QuartzComponent* QuartzComponent::createWithDictionaryData(const PropertyDiction
   component->initializeWithDictionary(dictionaryData);
   if (auto loaded = component->initializeQuartzComposition(); !loaded) {
     warnings.append(couldNotLoad(component->compositionFilename(), loaded.error()));
+    composition.context()->remove(*component);
     step.cancel();
     return nullptr;
   }
@@ -188,8 +191,14 @@ void QuartzComponent::awakeFromFetch() {
   AbstractComponent::awakeFromFetch();
 }
 
+void QuartzComponent::didLeaveContext() {
+  set(declaration().selected, false);  // what comes back is not selected
+  AbstractComponent::didLeaveContext();
+}
+
 void QuartzComponent::valueDidChange(const QString& key) {
   if (key == QLatin1String("attributes")) m_standard = {};
+  if (key == QLatin1String("selected") && composition()) composition()->followSelectionOf(*this);
   AbstractComponent::valueDidChange(key);
 }
 
@@ -236,7 +245,7 @@ void QuartzComponent::setZLevel(quint64 level) {
 void QuartzComponent::setSelected(bool selected) {
   if (selected != this->selected()) {
     set(declaration().selected, selected);
-    if (composition()) composition()->selectionChangedOf(*this);
+    if (composition()) composition()->selectionDidChange();
   }
   setNeedsUpdate(true);
 }
@@ -259,7 +268,8 @@ double QuartzComponent::number(Standard which) const {
 }
 
 void QuartzComponent::setNumber(Standard which, double value) {
-  if (Attribute* attribute = standard(which)) attribute->setCurrentValue(single(value));
+  Attribute* attribute = standard(which);
+  if (attribute && std::isfinite(single(value))) attribute->setCurrentValue(single(value));
 }
 
 void QuartzComponent::setSide(Standard side, Standard other, double value) {

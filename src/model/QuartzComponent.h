@@ -125,6 +125,7 @@ class QuartzComponent : public AbstractComponent {
   [[nodiscard]] foundation::Result<QString> usablePath(const QString& path) const override;
   void setupRenderer(runtime::CompositionRenderer& renderer) const override;
   void awakeFromFetch() override;
+  void didLeaveContext() override;
   void valueDidChange(const QString& key) override;
 
  private:

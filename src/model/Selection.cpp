@@ -28,8 +28,8 @@ void Selection::follow(QuartzComponent& component) {
   if (component.selected()) m_components.append(&component);
 }
 
-void Selection::forgetRemoved() {
-  m_components.removeIf([this](const QuartzComponent* component) {
+bool Selection::forgetRemoved() {
+  return 0 < m_components.removeIf([this](const QuartzComponent* component) {
     return component->composition() != &m_composition;
   });
 }

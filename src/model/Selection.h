@@ -29,8 +29,8 @@ class Selection {
 
   /// Follows the flag of one component.
   void follow(QuartzComponent& component);
-  /// Forgets components that do not belong to the composition any more.
-  void forgetRemoved();
+  /// Forgets components that do not belong to the composition any more. True when there were some.
+  bool forgetRemoved();
 
  private:
   Composition& m_composition;

@@ -1,5 +1,7 @@
 #include "model/Attribute.h"
 
+#include <cmath>
+
 #include "ComponentFiles.h"
 #include "model/RichFontValue.h"
 #include "runtime/CompositionRenderer.h"
@@ -43,6 +45,26 @@ class AttributeOf : public testing::Test {
 };
 
 }  // namespace
+
+TEST_F(AttributeOf, TimesAreSinglePrecisionAndFinite) {
+  Attribute& amount = make({QStringLiteral("Amount"), number, 1.0, {}});
+  EXPECT_EQ(amount.adjustTimepointsBy(1, Attribute::Moved::All), 0);  // static
+  EXPECT_EQ(amount.currentValue(), AttributeValue(1.0));
+  amount.addTimepoint(0.5, 1.0);
+  amount.addTimepoint(1.1, 2.0);
+  amount.addTimepoint(1.3, 3.0);
+  // In double precision 1.1 lies before its key frame, and 1.3 after.
+  EXPECT_EQ(amount.nextTimePoint(1.1), roundedTimepoint(1.3));
+  EXPECT_EQ(amount.previousTimePoint(1.3), roundedTimepoint(1.1));
+
+  const QList<double> times = amount.sortedKeyFrames();
+  const double none = std::nan("");
+  amount.deleteTimepoint(none);
+  for (const double time : {none, double(INFINITY), 1e39}) amount.addTimepoint(time, 9.0);
+  amount.adjustTimepointsBy(none, Attribute::Moved::All);
+  EXPECT_EQ(amount.sortedKeyFrames(), times);
+  EXPECT_EQ(amount.valueForTimepoint(0.5), AttributeValue(1.0));
+}
 
 TEST(AttributeLabel, TakesPositionAndCategoryOutOfTheLabel) {
   const auto both = AttributeLabel::parse(QStringLiteral("Size [3] (Layout)"));

@@ -1,8 +1,9 @@
 #include <gmock/gmock.h>
 
+#include <cmath>
+
 #include "ComponentFiles.h"
 #include "foundation/PropertyList.h"
-#include "foundation/archive/NonKeyedArchive.h"
 #include "model/RichFontValue.h"
 #include "runtime/CompositionRenderer.h"
 #include "store/StoreSnapshot.h"
@@ -81,6 +82,64 @@ TEST_F(ComponentDictionary, ABrokenCompositionGivesAWarning) {
   EXPECT_EQ(QuartzComponent::createWithDictionaryData(dictionary, *graphic, warnings), nullptr);
   EXPECT_EQ(warnings.size(), 1);
   EXPECT_EQ(graphic->components().size(), 1);
+}
+
+TEST_F(ComponentDictionary, StrangeAttributesDoNoHarm) {
+  using foundation::PropertyArray;
+  using foundation::PropertyValue;
+  const auto tagged = [](const char16_t* tag, PropertyValue value) {
+    return PropertyValue(PropertyDictionary{{QString::fromUtf16(tag), std::move(value)}});
+  };
+  const QList<PropertyValue> strange{
+      PropertyValue(),
+      true,
+      qint64(-5),
+      std::numeric_limits<qint64>::max(),
+      std::nan(""),
+      double(INFINITY),
+      QStringLiteral("text"),
+      QByteArray("\x01"),
+      PropertyArray{1, 2},
+      tagged(u"color", PropertyArray{std::nan(""), -3.0, 1e300, 2.0}),
+      tagged(u"image", QByteArray("x")),
+      tagged(u"font", PropertyDictionary()),
+      tagged(u"richFont", PropertyDictionary()),
+      tagged(u"nan", 1.0)};
+  const PropertyDictionary good = original->dictionaryWithData();
+  const PropertyArray attributes = good.value(u"attributes").array();
+  graphic->setEditorTimepoint(0.5);
+  const auto tryOne = [&](qsizetype place, const PropertyDictionary& attribute) {
+    PropertyArray list;
+    for (qsizetype i = 0; i < attributes.size(); ++i)
+      list.append(i == place ? PropertyValue(attribute) : attributes[i]);
+    PropertyDictionary dictionary = good;
+    dictionary.insert(QStringLiteral("attributes"), list);
+    QuartzComponent* made =
+        QuartzComponent::createWithDictionaryData(dictionary, *graphic, warnings);
+    ASSERT_NE(made, nullptr);
+    (void)made->renderForView({20, 20}, 0.5);
+    for (Attribute* each : made->attributes()) {
+      (void)each->keyFrameInformation();
+      (void)each->quartzValues();
+      for (const double time : each->sortedKeyFrames()) EXPECT_TRUE(std::isfinite(time));
+    }
+    graphic->removeComponents({made});
+  };
+  for (qsizetype i = 0; i < attributes.size(); ++i)
+    for (const PropertyValue& value : strange) {
+      PropertyDictionary animated = attributes[i].dictionary();
+      animated.insert(QStringLiteral("animateable"), true);
+      animated.insert(QStringLiteral("values"), PropertyDictionary{{QStringLiteral("0"), value},
+                                                                   {QStringLiteral("1"), value},
+                                                                   {QStringLiteral("inf"), value},
+                                                                   {QStringLiteral("nan"), value}});
+      tryOne(i, animated);
+      for (const QString& key : animated.keys()) {
+        PropertyDictionary attribute = attributes[i].dictionary();
+        attribute.insert(key, value);
+        tryOne(i, attribute);
+      }
+    }
 }
 
 TEST_F(ComponentDictionary, OlderDocumentsGetWhatTheyLackAndFontsStandStill) {

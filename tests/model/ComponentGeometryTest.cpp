@@ -97,6 +97,10 @@ TEST_F(ComponentGeometry, ProportionalResizingUsesOneRatioBothWays) {
   EXPECT_EQ(resized(8, {300, 310}, Proportional::Yes), QRectF(100, 200, 220, 110));
   EXPECT_EQ(resized(1, {90, 200}, Proportional::Yes), QRectF(90, 180, 210, 120));
   EXPECT_EQ(resized(7, {310, 0}, Proportional::Yes), QRectF(90, 180, 220, 140));  // from the centre
+  place(100, 200, 200, 0);  // no ratio to keep
+  component->resizeByMovingHandle(8, {310, 230}, Proportional::Yes, FromCenter::No,
+                                  component->drawingFrame());
+  EXPECT_EQ(component->drawingFrame(), QRectF(100, 200, 210, 30));
 }
 
 TEST_F(ComponentGeometry, DerivedValuesAndPermissions) {
@@ -134,6 +138,11 @@ TEST_F(ComponentGeometry, ConstrainedSidesFollowAndUndoAsOne) {
   component->setConstrainProportions(true);
   component->setHeight(50);  // no ratio to keep
   EXPECT_EQ(component->height(), 0);
+  const QRectF frame = component->drawingFrame();
+  component->setConstrainProportions(false);
+  component->setWidth(std::nan(""));
+  component->setOriginX(1e300);  // beyond single precision
+  EXPECT_EQ(component->drawingFrame(), frame);
 }
 
 /// A component that yields a picture: a red one of 60 by 40 when no size is asked for.

@@ -16,23 +16,23 @@ class HandClock : public EditorClock {
  public:
   [[nodiscard]] double now() const override { return m_now; }
   void callAfter(double seconds, std::function<void()> callback) override {
-    m_due = m_now + seconds;
-    m_callback = std::move(callback);
+    m_due.emplace(m_now + seconds, std::move(callback));
   }
   /// Runs what becomes due on the way.
   void advance(double seconds) {
     const double end = m_now + seconds;
-    while (m_callback && m_due <= end) {
-      m_now = m_due;
-      std::exchange(m_callback, {})();
+    while (!m_due.empty() && m_due.begin()->first <= end) {
+      const auto next = m_due.extract(m_due.begin());
+      m_now = next.key();
+      next.mapped()();
     }
     m_now = end;
   }
+  [[nodiscard]] size_t waiting() const { return m_due.size(); }
 
  private:
   double m_now = 100;
-  double m_due = 0;
-  std::function<void()> m_callback;
+  std::multimap<double, std::function<void()>> m_due;
 };
 
 class CompositionTest : public testing::Test {
@@ -120,6 +120,53 @@ TEST_F(CompositionTest, SelectionIsAnnouncedAndForgetsWhatIsRemoved) {
   EXPECT_EQ(graphic->selectedComponents().size(), 2);
 }
 
+TEST_F(CompositionTest, SelectionAndOrderFollowUndo) {
+  QuartzComponent* a = graphic->addComponenWithQuartzCompositionFile(path, {}, warnings);
+  bool known = false;
+  int selections = 0;
+  int orders = 0;
+  const auto flag = a->observe(QStringLiteral("selected"), [&](const store::Change&) {
+    known = a->selected() == graphic->selectedComponents().contains(a);
+  });
+  a->setSelected(false);
+  EXPECT_TRUE(known);
+  a->setSelected(true);
+  EXPECT_TRUE(known);
+  const auto selection = graphic->observe(QStringLiteral("selectedComponents"),
+                                          [&](const store::Change&) { ++selections; });
+  const auto order = graphic->observe(QStringLiteral("componentsSortedByInverseZLevel"),
+                                      [&](const store::Change&) { ++orders; });
+  graphic.context->undo();  // takes the selected component away
+  EXPECT_EQ(graphic->components().size(), 0);
+  EXPECT_FALSE(graphic->validSelection());
+  EXPECT_EQ(selections, 1);
+  EXPECT_EQ(orders, 1);
+  graphic.context->redo();
+  EXPECT_EQ(a->selected(), graphic->validSelection());
+  a->setSelected(true);
+  EXPECT_THAT(graphic->selectedComponents(), ElementsAre(a));
+}
+
+TEST_F(CompositionTest, WhatCannotBeLoadedLeavesNothingBehind) {
+  const auto tryBoth = [&] {
+    EXPECT_EQ(graphic->addComponenWithQuartzCompositionFile(files.path(QStringLiteral("no.qtz")),
+                                                            {}, warnings),
+              nullptr);
+    // A device that never ends.
+    EXPECT_EQ(QuartzComponent::createWithDictionaryData(
+                  {{QStringLiteral("compositionFilename"), QStringLiteral("/dev/zero")}}, *graphic,
+                  warnings),
+              nullptr);
+    EXPECT_TRUE(graphic->components().isEmpty());
+  };
+  graphic.context->clearHistory();
+  tryBoth();
+  EXPECT_FALSE(graphic.context->canUndo());
+  const store::UndoSuspension suspension(*graphic.context);
+  tryBoth();
+  EXPECT_EQ(warnings.size(), 4);
+}
+
 TEST_F(CompositionTest, SoloIsUndoneByASecondOne) {
   QuartzComponent* a = add(QStringLiteral("a"));
   QuartzComponent* b = add(QStringLiteral("b"));
@@ -171,7 +218,12 @@ TEST_F(CompositionTest, PlaybackFollowsTheClockAndEndsAtTheStart) {
   clock.advance(0.02);
   EXPECT_EQ(refreshed, 1);
   EXPECT_DOUBLE_EQ(graphic->editorTimepoint(), 1.02);  // on a tick
-  graphic->setPlayMode(true);
+  for (int i = 0; i < 5; ++i) {
+    graphic->setPlayMode(false);
+    graphic->setPlayMode(true);
+  }
+  clock.advance(0.021);
+  EXPECT_EQ(clock.waiting(), 1u);  // quick toggling leaves one chain of updates
   clock.advance(5);
   EXPECT_FALSE(graphic->playMode());
   EXPECT_EQ(graphic->editorTimepoint(), 0);

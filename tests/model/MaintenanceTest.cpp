@@ -7,6 +7,7 @@
 
 #include "ComponentFiles.h"
 #include "model/CompositionFindings.h"
+#include "model/RichFontValue.h"
 #include "model/maintenance/RelativePath.h"
 
 namespace model {
@@ -168,6 +169,14 @@ TEST_F(MaintenanceTest, FindingsNameWhatWillSurprise) {
   graphic.context->undo();
   EXPECT_THAT(codes(), Not(Contains(QStringLiteral("field-lost-to-animation"))));
 
+  graphic->setBackgroundMode(BackgroundMode::SolidColor);
+  graphic->setBackgroundColor({1, 1, 1, 0.5});
+  tint.setCurrentValue(std::make_shared<const RichFontValue>(
+      QStringLiteral("%@"), QMap<QString, AttributeValue>{{QStringLiteral("Rich_Font_Color"),
+                                                           foundation::Color{1, 1, 1, 0}}}));
+  EXPECT_EQ(codes().count(QStringLiteral("color-alpha-dropped")), 2);
+  graphic->setBackgroundColor({1, 1, 1, 1});
+
   text.addTimepoint(0.5, QStringLiteral("a"));
   text.setPermissionToChange(true);
   EXPECT_THAT(codes(), Contains(QStringLiteral("animated-field")));
@@ -180,7 +189,10 @@ TEST_F(MaintenanceTest, FindingsNameWhatWillSurprise) {
   for (int i = 0; i < 256; ++i) graphic->addStopFrame(1);
   EXPECT_THAT(codes(), Contains(QStringLiteral("too-many-stop-frames")));
 
+  save();
   withFile(QStringLiteral("same"), files.path(QStringLiteral("p.png")));
+  withFile(QStringLiteral("same"), QStringLiteral("../p.png"));  // that very file
+  EXPECT_THAT(codes(), Not(Contains(QStringLiteral("same-file-name"))));
   withFile(QStringLiteral("same"), files.path(QStringLiteral("other/p.png")));
   EXPECT_THAT(codes(), Contains(QStringLiteral("same-file-name")));
   for (QuartzComponent* component : graphic->components())
