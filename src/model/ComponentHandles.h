@@ -16,7 +16,7 @@ class ComponentHandles {
   static constexpr int body = 0;
 
   ComponentHandles(const QRectF& frame, double marginX, double marginY);
-  [[nodiscard]] const std::array<QRectF, 9>& rects() const { return m_rects; }
+  [[nodiscard]] std::array<QRectF, 9> rects() const { return m_rects; }  ///< outlives the handles
   /// 0 the body, 1 to 8 a grip, 9 nothing. The point is turned back about the centre first.
   [[nodiscard]] int indexForLocation(const QPointF& location, double degrees) const;
 

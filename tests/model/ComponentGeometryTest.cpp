@@ -45,7 +45,7 @@ class ComponentGeometry : public testing::Test {
 TEST_F(ComponentGeometry, HandlesLieInsideTheFrameWithItsMargins) {
   component->setMarginX(10);
   component->setMarginY(5);
-  const auto& rects = component->handles().rects();
+  const auto rects = component->handles().rects();
   EXPECT_EQ(rects[0], QRectF(90, 195, 220, 110));
   EXPECT_EQ(rects[1], QRectF(90, 195, 8, 8));
   EXPECT_EQ(rects[2], QRectF(90, 246, 8, 8));
@@ -181,6 +181,13 @@ TEST_F(DrawnComponent, IsPlacedTurnedAndFaded) {
   EXPECT_EQ(picture->renderer()->inputKeys().filter(QStringLiteral("Picture")).size(), 1);
   EXPECT_FALSE(picture->program()->rootIsRenderInImage());
 
+  picture->setWidth(400);
+  picture->setConstrainProportions(true);
+  picture->sizeToFit();
+  EXPECT_EQ(picture->drawingFrame().size(), QSizeF(60, 40));  // whatever the ratio was
+  EXPECT_TRUE(picture->constrainProportions());
+  picture->setConstrainProportions(false);
+
   picture->setOriginX(200);
   picture->setOriginY(100);
   picture->setWidth(400);
@@ -192,6 +199,9 @@ TEST_F(DrawnComponent, IsPlacedTurnedAndFaded) {
   EXPECT_EQ(canvas.pixelColor(19, 88).alpha(), 0);
   EXPECT_EQ(canvas.pixelColor(61, 88).alpha(), 0);
   EXPECT_EQ(canvas.pixelColor(40, 108 - 31).alpha(), 0);
+  canvas.fill(Qt::blue);
+  runtime::RasterBackend().draw(picture->renderForView(canvas.size(), 0), canvas);
+  EXPECT_EQ(canvas.pixelColor(19, 88), QColor(Qt::blue));  // its own clear patch wipes nothing
   picture->setZRotation(90);
   canvas = drawn(*picture, 0);
   EXPECT_NEAR(canvas.pixelColor(40, 108 - 35).alpha(), 127.5, 0.5);  // 20 wide, 40 high now

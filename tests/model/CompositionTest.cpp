@@ -134,12 +134,14 @@ TEST_F(CompositionTest, SelectionAndOrderFollowUndo) {
   EXPECT_TRUE(known);
   const auto selection = graphic->observe(QStringLiteral("selectedComponents"),
                                           [&](const store::Change&) { ++selections; });
+  const auto rows = graphic->observe(QStringLiteral("selectionIndexPaths"),
+                                     [&](const store::Change&) { ++selections; });
   const auto order = graphic->observe(QStringLiteral("componentsSortedByInverseZLevel"),
                                       [&](const store::Change&) { ++orders; });
   graphic.context->undo();  // takes the selected component away
   EXPECT_EQ(graphic->components().size(), 0);
   EXPECT_FALSE(graphic->validSelection());
-  EXPECT_EQ(selections, 1);
+  EXPECT_EQ(selections, 2);
   EXPECT_EQ(orders, 1);
   graphic.context->redo();
   EXPECT_EQ(a->selected(), graphic->validSelection());

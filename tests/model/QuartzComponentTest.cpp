@@ -40,7 +40,7 @@ class ComponentFromFile : public testing::Test {
 TEST_F(ComponentFromFile, MakesAttributesOfInputsThenTheStandardOnes) {
   const QString number = QStringLiteral("QCNumberPort");
   const QString path = m_files.writeComponent(
-      QStringLiteral("Box.qtz"), {{QStringLiteral("Second"), number, 2.0, QStringLiteral("B [5]")},
+      QStringLiteral("Box.qtz"), {{QStringLiteral("SpeCIal"), number, 2.0, QStringLiteral("B [5]")},
                                   {QStringLiteral("First"), number, 1.0, {}},
                                   {QStringLiteral("inputWidth"), number, 0.0, {}},
                                   {QStringLiteral("inputHeight"), number, 90.7, {}},
@@ -51,7 +51,7 @@ TEST_F(ComponentFromFile, MakesAttributesOfInputsThenTheStandardOnes) {
   EXPECT_EQ(component->title(), QStringLiteral("Box"));
   EXPECT_EQ(
       keysOf(*component),
-      (QStringList{QStringLiteral("Second"), QStringLiteral("First"), QStringLiteral("CIRadius"),
+      (QStringList{QStringLiteral("SpeCIal"), QStringLiteral("First"), QStringLiteral("CIRadius"),
                    QStringLiteral("inputWidth"), QStringLiteral("inputHeight"),
                    QStringLiteral("originX"), QStringLiteral("originY"), QStringLiteral("opacity"),
                    QStringLiteral("zRotation"), QStringLiteral("marginX"),
