@@ -111,6 +111,8 @@ class AbstractComponent : public store::ManagedObject {
 
  protected:
   explicit AbstractComponent(const Declaration& declaration);
+  /// The renderer if it was made already.
+  [[nodiscard]] runtime::CompositionRenderer* madeRenderer() const { return m_renderer.get(); }
 
   /// Takes the file's title and makes an attribute of each of its inputs. The component must be in
   /// a context.
@@ -139,8 +141,6 @@ class AbstractComponent : public store::ManagedObject {
   [[nodiscard]] const Declaration& fields() const {
     return static_cast<const Declaration&>(entity());
   }
-  /// The renderer if it was made already.
-  [[nodiscard]] runtime::CompositionRenderer* madeRenderer() const { return m_renderer.get(); }
   void dropRenderer() const;
   void readLabelsOfPorts();
 

@@ -333,7 +333,8 @@ void QuartzComponent::setupRenderer(runtime::CompositionRenderer& renderer) cons
 }
 
 void QuartzComponent::updateFileURL() {
-  if (runtime::CompositionRenderer* target = renderer()) setupRenderer(*target);
+  // One that is made later asks by itself.
+  if (runtime::CompositionRenderer* target = madeRenderer()) setupRenderer(*target);
 }
 
 runtime::DrawList QuartzComponent::renderForView(const QSize& viewSize, double time,

@@ -37,7 +37,7 @@ TEST(StandardComponents, HoldThePatchesThatAnExportTakesOut) {
     const char* inputs;
     const char* outputs;
   } pieces[] = {{"Background", "Background", "backgroundColor,backgroundImage", ""},
-                {"MovieBackground", "Background", "Filename", ""},
+                {"MovieBackground", "Background", "Filename,backgroundColor", ""},
                 {"Renderer", "Scaling Factor", "compositionHeight,compositionWidth",
                  "heightScalingFactor,renderHeight,renderWidth,widthScalingFactor"},
                 {"Renderer", "Renderer",

@@ -76,9 +76,15 @@ void PlayoutExport::addClearNode() {
 void PlayoutExport::addBackground() {
   const bool image = m_composition.backgroundMode() == BackgroundMode::Image;
   if (image && !m_composition.backgroundMovie().isEmpty()) {
-    if (QuartzPatch* patch = addBackgroundPatchOf(QStringLiteral("MovieBackground")))
-      patch->setPortValue(QuartzComposition::quartzValueForObject(m_composition.backgroundMovie()),
-                          QStringLiteral("Filename"));
+    QuartzPatch* patch = addBackgroundPatchOf(QStringLiteral("MovieBackground"));
+    if (!patch) return;
+    patch->setPortValue(QuartzComposition::quartzValueForObject(m_composition.backgroundMovie()),
+                        QStringLiteral("Filename"));
+    // What shows when the movie does not play.
+    const QString color = QStringLiteral("backgroundColor");
+    if (!patch->infoForPublishedInputPortWithName(color).isEmpty())
+      patch->setPortValue(QuartzComposition::quartzValueForObject(m_composition.backgroundColor()),
+                          color);
     return;
   }
   if (!image && m_composition.backgroundMode() != BackgroundMode::SolidColor) return;
