@@ -1,11 +1,15 @@
 #include "cli/InfoCommand.h"
 
+#include <QFileInfo>
+
 #include "cli/CommandOptions.h"
 #include "cli/CompositionSummary.h"
 #include "cli/Console.h"
 #include "cli/DocumentReport.h"
 #include "cli/InfoReport.h"
+#include "cli/InputSchema.h"
 #include "cli/PatchesReport.h"
+#include "cli/PlayableInput.h"
 
 namespace cli {
 
@@ -38,19 +42,34 @@ ExitStatus showDocument(const QString& path, bool asJson) {
   return show(DocumentReport(path, *document), asJson);
 }
 
+/// Of a document, what its export publishes.
+ExitStatus showSchema(const QString& path) {
+  const auto input = PlayableInput::load(path, false);
+  if (!input) return fail(input.error().status, input.error().error);
+  Console::print(InputSchema(QFileInfo(path).completeBaseName(), *input->renderer).json());
+  return ExitStatus::Ok;
+}
+
 }  // namespace
 
 ExitStatus InfoCommand::run(const QStringList& arguments) {
   CommandOptions options(
-      QStringLiteral("info FILE [--json]"),
+      QStringLiteral("info FILE [--json | --schema]"),
       QStringLiteral("Shows what a file holds. Of a composition (.qtz): size, duration, published "
                      "inputs and outputs,\nstop frames, components and the patches that it needs. "
                      "Of a graphic's source (.json): stop frames\nand components with their "
                      "attributes and key frames."));
   options.flag(QStringLiteral("json"), QStringLiteral("as JSON"));
+  options.flag(QStringLiteral("schema"),
+               QStringLiteral("a JSON Schema of the values that render --values takes for it"));
   if (const auto status = options.parse(arguments, 1)) return *status;
   const QString path = options.positional(0);
+  const bool asSchema = options.isSet(QStringLiteral("schema"));
   const bool asJson = options.isSet(QStringLiteral("json"));
+  if (asSchema && asJson)
+    return fail(ExitStatus::Usage,
+                {QStringLiteral("--json and --schema exclude each other"), {}, {}});
+  if (asSchema) return showSchema(path);
   return DocumentLoader::isDocument(path) ? showDocument(path, asJson)
                                           : showComposition(path, asJson);
 }

@@ -3,6 +3,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include "cli/ValueJson.h"
+
 namespace cli {
 
 using runtime::PortAttributes;
@@ -17,15 +19,8 @@ QString typeWord(PortType type) {
   return name.isEmpty() ? QStringLiteral("virtual") : name.mid(10).toLower();
 }
 
-QString colorText(const foundation::Color& color) {
-  const QColor c = color.toQColor();
-  return QStringLiteral("#%1%2").arg(
-      c.name().mid(1).toUpper(),
-      QStringLiteral("%1").arg(c.alpha(), 2, 16, QLatin1Char('0')).toUpper());
-}
-
 QString valueText(const Value& value, PortType type) {
-  if (const auto* color = value.as<foundation::Color>()) return colorText(*color);
+  if (const auto* color = value.as<foundation::Color>()) return ValueJson::colorText(*color);
   if (const auto* image = value.as<runtime::Image>())
     return QStringLiteral("image %1x%2").arg(image->size().width()).arg(image->size().height());
   if (type == PortType::Boolean)
@@ -34,12 +29,11 @@ QString valueText(const Value& value, PortType type) {
   return value.isEmpty() ? QStringLiteral("none") : value.toString();
 }
 
+/// Images are only described.
 QJsonValue valueJson(const Value& value, PortType type) {
   if (value.isEmpty()) return QJsonValue::Null;
-  if (type == PortType::Boolean) return value.toBoolean();
-  if (type == PortType::Number || type == PortType::Index) return value.toNumber();
-  if (type == PortType::String) return value.toString();
-  return valueText(value, type);
+  const QJsonValue json = ValueJson::of(value, type);
+  return json.isUndefined() ? valueText(value, type) : json;
 }
 
 QJsonObject portJson(const PortAttributes& port, bool isInput) {

@@ -6,8 +6,10 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 #include <cmath>
 
+#include "cli/AcceptedValues.h"
 #include "runtime/StructureMember.h"
 
 namespace cli {
@@ -42,48 +44,39 @@ tl::unexpected<LoadFailure> wrong(const runtime::PortAttributes& port, const QSt
 }
 
 Read number(const QJsonValue& json, const runtime::PortAttributes& port) {
-  if (json.isDouble()) return Value(json.toDouble());
-  bool ok = false;
-  const double value = json.toString().toDouble(&ok);
-  if (!ok || !std::isfinite(value)) return wrong(port, QStringLiteral("a number"), json);
-  return Value(value);
+  const AcceptedValues accepted(port);
+  if (json.isDouble() && accepted.isWithinLimits(json.toDouble())) return Value(json.toDouble());
+  return wrong(port, QStringLiteral("a number") + accepted.limitsText(), json);
 }
 
 Read index(const QJsonValue& json, const runtime::PortAttributes& port) {
-  if (json.isString()) {
-    const qsizetype item = port.menu.indexOf(json.toString());
-    if (item >= 0) return Value::index(static_cast<quint64>(item));
-  }
-  const Read value = number(json, port);
-  if (!value || value->toNumber() < 0 || value->toNumber() != std::floor(value->toNumber())) {
-    const QString menu = port.menu.isEmpty()
-                             ? QString()
-                             : QStringLiteral(" or one of ") + port.menu.join(QStringLiteral(", "));
-    return wrong(port, QStringLiteral("a whole number") + menu, json);
-  }
-  return value->converted(PortType::Index);
+  const AcceptedValues accepted(port);
+  const double value = json.toDouble();
+  if (json.isDouble() && value == std::floor(value) && accepted.isWithinLimits(value))
+    return Value(value).converted(PortType::Index);
+  const QStringList titles = accepted.titles();
+  const qsizetype item = json.isString() ? titles.indexOf(json.toString()) : -1;
+  if (item >= 0) return Value::index(static_cast<quint64>(item));
+  QString wanted = QStringLiteral("a whole number") + accepted.limitsText();
+  if (!titles.isEmpty())
+    wanted += QStringLiteral(" or one of ") + titles.join(QStringLiteral(", "));
+  return wrong(port, wanted, json);
 }
 
 Read boolean(const QJsonValue& json, const runtime::PortAttributes& port) {
   if (json.isBool()) return Value(json.toBool());
-  const QString text = json.isDouble() ? QString::number(json.toDouble()) : json.toString();
-  static const QStringList yes{QStringLiteral("1"), QStringLiteral("true"), QStringLiteral("yes"),
-                               QStringLiteral("on")};
-  static const QStringList no{QStringLiteral("0"), QStringLiteral("false"), QStringLiteral("no"),
-                              QStringLiteral("off")};
-  if (yes.contains(text, Qt::CaseInsensitive)) return Value(true);
-  if (no.contains(text, Qt::CaseInsensitive)) return Value(false);
   return wrong(port, QStringLiteral("true or false"), json);
 }
 
 Read color(const QJsonValue& json, const runtime::PortAttributes& port) {
+  static const QRegularExpression pattern(AcceptedValues::colorPattern(),
+                                          QRegularExpression::DontCaptureOption);
   const QString text = json.toString();
-  const QString digits = text.mid(1);
-  bool ok = false;
-  const quint32 rgba = digits.toUInt(&ok, 16);
-  if (!ok || !text.startsWith(QLatin1Char('#')) || (digits.size() != 6 && digits.size() != 8))
+  // The pattern's end would let a line break pass.
+  if (!pattern.match(text).hasMatch() || text.endsWith(QLatin1Char('\n')))
     return wrong(port, QStringLiteral("a colour such as #1A58C4 or #1A58C480"), json);
-  const quint32 v = digits.size() == 6 ? (rgba << 8) | 0xffU : rgba;
+  const quint32 rgba = QStringView(text).mid(1).toUInt(nullptr, 16);
+  const quint32 v = text.size() == 7 ? (rgba << 8) | 0xffU : rgba;
   const auto part = [v](int shift) { return ((v >> shift) & 0xffU) / 255.0; };
   return Value(foundation::Color{part(24), part(16), part(8), part(0)});
 }
@@ -125,28 +118,43 @@ Value structure(const QJsonValue& json, int depth = 0) {
 }
 
 Read structureFrom(const QJsonValue& json, const runtime::PortAttributes& port) {
-  QJsonValue value = json;
-  if (json.isString()) {  // what the command line gives
-    const QJsonDocument document = QJsonDocument::fromJson(json.toString().toUtf8());
-    if (document.isArray()) value = document.array();
-    if (document.isObject()) value = document.object();
-  }
-  if (!value.isArray() && !value.isObject())
+  if (!json.isArray() && !json.isObject())
     return wrong(port, QStringLiteral("a list or an object"), json);
-  return structure(value);
+  return structure(json);
 }
 
-InputValues::Done assignTo(const QString& key, const QJsonValue& json, const QString& folder,
-                           runtime::CompositionRenderer& renderer) {
-  const auto port = renderer.inputAttributes(key);
-  if (!port)
-    return failed(ExitStatus::Usage,
-                  QStringLiteral("there is no input '%1'; the file has: %2")
-                      .arg(key, renderer.inputKeys().join(QStringLiteral(", "))));
-  const Read value = InputValues::fromJson(json, *port, folder);
-  if (!value) return tl::unexpected(value.error());
-  renderer.setValueForInputKey(*value, key);
-  return {};
+/// The JSON value that a text from the command line stands for. What is none for the port stays a
+/// text, which the port then refuses.
+QJsonValue jsonFromText(const QString& text, const runtime::PortAttributes& port) {
+  bool isNumber = false;
+  const double number = text.toDouble(&isNumber);
+  switch (port.type) {
+    case PortType::Index:
+      if (port.menu.contains(text)) return text;
+      [[fallthrough]];
+    case PortType::Number:
+      return isNumber && std::isfinite(number) ? QJsonValue(number) : QJsonValue(text);
+    case PortType::Boolean:
+      for (const char* yes : {"1", "true", "yes", "on"})
+        if (text.compare(QLatin1String(yes), Qt::CaseInsensitive) == 0) return true;
+      for (const char* no : {"0", "false", "no", "off"})
+        if (text.compare(QLatin1String(no), Qt::CaseInsensitive) == 0) return false;
+      return text;
+    case PortType::Structure: {
+      const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8());
+      if (document.isArray()) return document.array();
+      return document.isObject() ? QJsonValue(document.object()) : QJsonValue(text);
+    }
+    default:
+      return text;
+  }
+}
+
+tl::expected<runtime::PortAttributes, LoadFailure> inputNamed(
+    const QString& key, const runtime::CompositionRenderer& renderer) {
+  if (const auto port = renderer.inputAttributes(key)) return *port;
+  return failed(ExitStatus::Usage, QStringLiteral("there is no input '%1'; the file has: %2")
+                                       .arg(key, renderer.inputKeys().join(QStringLiteral(", "))));
 }
 
 tl::expected<QJsonObject, LoadFailure> readObject(const QString& path) {
@@ -195,14 +203,32 @@ tl::expected<Value, LoadFailure> InputValues::fromJson(const QJsonValue& json,
   return failed(ExitStatus::Usage, QStringLiteral("'%1' takes no value from here").arg(port.key));
 }
 
-InputValues::Done InputValues::assign(const QString& assignment,
-                                      runtime::CompositionRenderer& renderer) {
+tl::expected<Value, LoadFailure> InputValues::fromText(const QString& text,
+                                                       const runtime::PortAttributes& port,
+                                                       const QString& folder) {
+  return fromJson(jsonFromText(text, port), port, folder);
+}
+
+tl::expected<InputValue, LoadFailure> InputValues::read(
+    const QString& assignment, const runtime::CompositionRenderer& renderer,
+    const QString& option) {
   const qsizetype equals = assignment.indexOf(QLatin1Char('='));
   if (equals < 1)
     return failed(ExitStatus::Usage,
-                  QStringLiteral("--set takes KEY=VALUE, not '%1'").arg(assignment));
-  return assignTo(assignment.left(equals), assignment.mid(equals + 1), QDir::currentPath(),
-                  renderer);
+                  QStringLiteral("%1 takes KEY=VALUE, not '%2'").arg(option, assignment));
+  const auto port = inputNamed(assignment.left(equals), renderer);
+  if (!port) return tl::unexpected(port.error());
+  const Read value = fromText(assignment.mid(equals + 1), *port, QDir::currentPath());
+  if (!value) return tl::unexpected(value.error());
+  return InputValue{port->key, *value};
+}
+
+InputValues::Done InputValues::assign(const QString& assignment,
+                                      runtime::CompositionRenderer& renderer) {
+  const auto input = read(assignment, renderer, QStringLiteral("--set"));
+  if (!input) return tl::unexpected(input.error());
+  renderer.setValueForInputKey(input->value, input->key);
+  return {};
 }
 
 InputValues::Done InputValues::assignFile(const QString& path,
@@ -210,11 +236,18 @@ InputValues::Done InputValues::assignFile(const QString& path,
   const auto values = readObject(path);
   if (!values) return tl::unexpected(values.error());
   const QString folder = QFileInfo(path).absolutePath();
-  for (auto it = values->begin(); it != values->end(); ++it)
-    if (auto done = assignTo(it.key(), it.value(), folder, renderer); !done) {
-      if (done.error().error.file.isEmpty()) done.error().error.file = path;
-      return done;
+  for (auto it = values->begin(); it != values->end(); ++it) {
+    const Read value = inputNamed(it.key(), renderer).and_then([&](const auto& port) {
+      return fromJson(it.value(), port, folder);
+    });
+    if (value) {
+      renderer.setValueForInputKey(*value, it.key());
+      continue;
     }
+    LoadFailure failure = value.error();
+    if (failure.error.file.isEmpty()) failure.error.file = path;
+    return tl::unexpected(failure);
+  }
   return {};
 }
 
