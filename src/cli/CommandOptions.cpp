@@ -4,6 +4,11 @@
 
 namespace cli {
 
+namespace {
+/// Joins the words of a pair into the one value that the parser knows; no argument has it.
+constexpr QChar pairSeparator(0x1f);
+}  // namespace
+
 CommandOptions::CommandOptions(QString usage, QString about)
     : m_usage(std::move(usage)), m_about(std::move(about)) {
   flag(QStringLiteral("help"), QStringLiteral("this text"));
@@ -24,6 +29,33 @@ void CommandOptions::value(const QStringList& names, const QString& valueName,
   m_lines.append(QStringLiteral("  %1 %2").arg(option, -25).arg(about));
 }
 
+void CommandOptions::pair(const QString& name, const QString& valueNames, const QString& about) {
+  value({name}, valueNames, about);
+  m_pairs.append(QStringLiteral("--") + name);
+}
+
+QStringList CommandOptions::withJoinedPairs(const QStringList& arguments) const {
+  QStringList joined;
+  for (qsizetype i = 0; i < arguments.size(); ++i) {
+    joined.append(arguments[i]);
+    const bool isPair = m_pairs.contains(arguments[i]);
+    if (isPair && i + 1 < arguments.size()) joined.append(arguments[++i]);
+    if ((isPair || m_pairs.contains(arguments[i].section(QLatin1Char('='), 0, 0))) &&
+        i + 1 < arguments.size())
+      joined.last() += pairSeparator + arguments[++i];
+  }
+  return joined;
+}
+
+std::vector<std::pair<QString, QString>> CommandOptions::pairs(const QString& name) const {
+  std::vector<std::pair<QString, QString>> all;
+  for (const QString& words : texts(name)) {
+    const qsizetype end = words.indexOf(pairSeparator);
+    all.emplace_back(words.left(end), end < 0 ? QString() : words.mid(end + 1));
+  }
+  return all;
+}
+
 std::optional<ExitStatus> CommandOptions::parse(const QStringList& arguments, int positional) {
   return parse(arguments, [positional](qsizetype given) {
     if (given == positional) return QString();
@@ -42,7 +74,8 @@ std::optional<ExitStatus> CommandOptions::parseFiles(const QStringList& argument
 
 std::optional<ExitStatus> CommandOptions::parse(
     const QStringList& arguments, const std::function<QString(qsizetype)>& wrongCount) {
-  const bool ok = m_parser.parse(QStringList(QStringLiteral("tessary")) + arguments);
+  const bool ok =
+      m_parser.parse(QStringList(QStringLiteral("tessary")) + withJoinedPairs(arguments));
   if (arguments.contains(QLatin1String("--help"))) {
     printHelp();
     return ExitStatus::Ok;

@@ -20,6 +20,8 @@ class CommandOptions {
 
   void flag(const QString& name, const QString& about);
   void value(const QStringList& names, const QString& valueName, const QString& about);
+  /// An option that takes the next two words, "--at T KEY=VALUE".
+  void pair(const QString& name, const QString& valueNames, const QString& about);
 
   /// Nothing when the command may go on; else the status to end with (help was asked for, or the
   /// call is wrong, which has been reported). Takes exactly `positional` arguments.
@@ -34,15 +36,19 @@ class CommandOptions {
   [[nodiscard]] bool isSet(const QString& name) const { return m_parser.isSet(name); }
   [[nodiscard]] QString text(const QString& name) const { return m_parser.value(name); }
   [[nodiscard]] QStringList texts(const QString& name) const { return m_parser.values(name); }
+  /// Both words of each use of a pair, in order; the second is empty where it was left out.
+  [[nodiscard]] std::vector<std::pair<QString, QString>> pairs(const QString& name) const;
 
  private:
   /// `wrongCount` says what is wrong with a number of file names, null when nothing is.
   [[nodiscard]] std::optional<ExitStatus> parse(
       const QStringList& arguments, const std::function<QString(qsizetype)>& wrongCount);
+  [[nodiscard]] QStringList withJoinedPairs(const QStringList& arguments) const;
   void printHelp() const;
   QString m_usage;
   QString m_about;
   QStringList m_lines;
+  QStringList m_pairs;  ///< with their dashes
   QCommandLineParser m_parser;
 };
 

@@ -37,7 +37,9 @@ ExitStatus RenderCommand::run(const QStringList& arguments) {
   if (!input) return fail(input.error().status, input.error().error);
   if (const auto ok = setInputs(*options, *input->renderer); !ok)
     return fail(ok.error().status, ok.error().error);
-  RenderJob job(*options, *input);
+  auto schedule = InputSchedule::read(options->updates, *input->renderer);
+  if (!schedule) return fail(schedule.error().status, schedule.error().error);
+  RenderJob job(*options, *input, std::move(*schedule));
   if (const auto ok = job.plan(); !ok) return fail(ExitStatus::Usage, ok.error());
   auto writer = FrameWriter::forOutput(job.target());
   if (!writer) return fail(ExitStatus::OutputFailed, writer.error());

@@ -14,12 +14,14 @@ const QString triggerKey = QStringLiteral("trigger");
 const QString waitingKey = QStringLiteral("waitingForTrigger");
 const QString activeKey = QStringLiteral("active");
 constexpr double longestPlay = 3600;  // seconds, where only the graphic says when it ends
+constexpr double slack = 1e-6;        // what happens at a frame's time belongs to that frame
 }  // namespace
 
-RenderJob::RenderJob(const RenderOptions& options, PlayableInput& input)
+RenderJob::RenderJob(const RenderOptions& options, PlayableInput& input, InputSchedule schedule)
     : m_options(options),
       m_input(input),
-      m_clock(options.clock.isValid() ? options.clock : QDateTime::currentDateTimeUtc()) {}
+      m_clock(options.clock.isValid() ? options.clock : QDateTime::currentDateTimeUtc()),
+      m_schedule(std::move(schedule)) {}
 
 foundation::Result<void> RenderJob::plan() {
   m_size = m_options.size.value_or(m_input.summary.size.value_or(QSize(1920, 1080)));
@@ -62,8 +64,7 @@ FrameTarget RenderJob::target() const {
 }
 
 bool RenderJob::triggerPressed(double time) {
-  constexpr double slack = 1e-6;  // a trigger at a frame's time belongs to that frame
-  if (m_pressed) return false;    // the next press needs a release before it
+  if (m_pressed) return false;  // the next press needs a release before it
   if (std::exchange(m_pressAgain, false)) return true;
   if (m_options.automaticTrigger && m_input.renderer->valueForOutputKey(waitingKey).toBoolean())
     return true;
@@ -76,6 +77,7 @@ bool RenderJob::triggerPressed(double time) {
 }
 
 runtime::DrawList RenderJob::play(double time) {
+  m_updated = m_schedule.apply(time + slack, *m_input.renderer);
   m_arguments.wallClock = m_clock.addMSecs(std::llround(time * 1000));
   if (m_options.triggers.empty() && !m_options.automaticTrigger)
     return m_input.renderer->renderAtTime(time, m_size, m_arguments);
@@ -100,6 +102,7 @@ bool RenderJob::isOver() {
   if (!m_input.renderer->valueForOutputKey(activeKey).toBoolean()) return true;
   if (!m_input.renderer->valueForOutputKey(waitingKey).toBoolean() || m_pressed) return false;
   if (m_options.automaticTrigger || m_nextTrigger < m_options.triggers.size()) return false;
+  if (m_updated || !m_schedule.isDone()) return false;  // the operator is still at work
   m_findings.append(QStringLiteral(
       "ended at a stop frame that waits for a trigger; see --trigger, --frames and --duration"));
   return true;
@@ -129,6 +132,7 @@ foundation::Result<void> RenderJob::run(FrameWriter& writer) {
                        Console::errorIsTerminal() && m_frames.value_or(2) > 1);
   RenderPipeline pipeline(writer, m_size, m_options.threads);
   addFrames(pipeline, progress);
+  m_findings += m_schedule.unused();
   auto done = pipeline.finish();
   progress.finish(pipeline.delivered());
   if (!done) return done;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/FrameWriter.h"
+#include "cli/InputSchedule.h"
 #include "cli/PlayableInput.h"
 #include "cli/RenderOptions.h"
 
@@ -9,12 +10,12 @@ namespace cli {
 class ProgressBar;
 class RenderPipeline;
 
-/// Plays an input frame by frame, pressing its trigger when asked, and sends the frames to a
-/// writer.
+/// Plays an input frame by frame, pressing its trigger and setting values when asked, and sends the
+/// frames to a writer.
 class RenderJob {
  public:
-  /// Both must outlive the job.
-  RenderJob(const RenderOptions& options, PlayableInput& input);
+  /// Options and input must outlive the job.
+  RenderJob(const RenderOptions& options, PlayableInput& input, InputSchedule schedule);
   /// Decides on size, rate and number of frames; fails when the call does not say enough.
   [[nodiscard]] foundation::Result<void> plan();
   /// What the writer of the planned frames must know.
@@ -25,7 +26,7 @@ class RenderJob {
   [[nodiscard]] const QStringList& findings() const { return m_findings; }
 
  private:
-  /// Sets the trigger for the frame and evaluates it.
+  /// Sets what is due and the trigger for the frame, and evaluates it.
   [[nodiscard]] runtime::DrawList play(double time);
   [[nodiscard]] bool triggerPressed(double time);
   [[nodiscard]] bool isOver();
@@ -43,6 +44,8 @@ class RenderJob {
   size_t m_nextTrigger = 0;
   bool m_pressed = false;
   bool m_pressAgain = false;
+  InputSchedule m_schedule;
+  bool m_updated = false;  ///< the frame shows values that were just set
   QStringList m_findings;
   runtime::FrameArguments m_arguments;
 };

@@ -26,6 +26,7 @@ std::unique_ptr<CommandOptions> RenderOptions::syntax() {
   o.value({s("duration")}, s("T"), s("how long"));
   o.value({s("frames")}, s("N"), s("how many frames"));
   o.value({s("set")}, s("KEY=VALUE"), s("value of a published input; may be repeated"));
+  o.pair(s("set-at"), s("T KEY=VALUE"), s("sets it at T while playing; may be repeated"));
   o.value({s("values")}, s("FILE.json"), s("values of published inputs: {\"key\": value, …}"));
   o.value({s("trigger")}, s("T"), s("presses the trigger at T, or 'auto': at every stop"));
   o.value({s("clock")}, s("TIME"),
@@ -129,6 +130,18 @@ foundation::Result<void> readTimes(const CommandOptions& options, RenderOptions&
   return {};
 }
 
+foundation::Result<void> readUpdates(const CommandOptions& options, RenderOptions& r) {
+  for (const auto& [when, assignment] : options.pairs(QStringLiteral("set-at"))) {
+    bool ok = false;
+    const double time = when.toDouble(&ok);
+    if (!ok || !(time >= 0) || time > 1e6 || assignment.isEmpty())
+      return failure(QStringLiteral("--set-at takes a time in seconds and KEY=VALUE, not '%1'")
+                         .arg(assignment.isEmpty() ? when : when + QLatin1Char(' ') + assignment));
+    r.updates.push_back({time, assignment});
+  }
+  return {};
+}
+
 foundation::Result<void> readMovie(const CommandOptions& options, RenderOptions& r) {
   r.fields = options.isSet(QStringLiteral("fields"));
   if (!options.isSet(QStringLiteral("codec"))) return {};
@@ -162,6 +175,7 @@ foundation::Result<RenderOptions> RenderOptions::read(const CommandOptions& opti
   if (const auto ok = readFormat(options, r); !ok) return tl::unexpected(ok.error());
   if (const auto ok = readTimes(options, r); !ok) return tl::unexpected(ok.error());
   if (const auto ok = readMovie(options, r); !ok) return tl::unexpected(ok.error());
+  if (const auto ok = readUpdates(options, r); !ok) return tl::unexpected(ok.error());
   r.assignments = options.texts(QStringLiteral("set"));
   r.valuesFile = options.text(QStringLiteral("values"));
   r.background = options.isSet(QStringLiteral("background"));

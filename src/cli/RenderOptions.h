@@ -12,6 +12,11 @@ namespace cli {
 
 /// What `tessary render` was asked to do.
 struct RenderOptions {
+  /// A value sent while playing.
+  struct Update {
+    double time = 0;     ///< seconds
+    QString assignment;  ///< KEY=VALUE
+  };
   QString input;
   OutputName output;
   std::optional<QSize> size;
@@ -24,6 +29,7 @@ struct RenderOptions {
   std::optional<qint64> frames;
   QStringList assignments;  ///< KEY=VALUE
   QString valuesFile;
+  std::vector<Update> updates;   ///< in the order given
   std::vector<double> triggers;  ///< seconds, ascending
   bool automaticTrigger = false;
   QDateTime clock;  ///< the wall clock at time 0; invalid: now
