@@ -133,6 +133,13 @@ QString stopName(const model::StopFrame& stop) {
   return stop.triggerInformation();
 }
 
+QList<model::StopFrame*> stopFramesByTime(const model::Composition& composition) {
+  QList<model::StopFrame*> stops = composition.stopFrames().list();
+  std::stable_sort(stops.begin(), stops.end(),
+                   [](const auto* a, const auto* b) { return a->timepoint() < b->timepoint(); });
+  return stops;
+}
+
 }  // namespace
 
 DocumentReport::DocumentReport(QString file, const DocumentLoader& document)
@@ -148,7 +155,7 @@ QString DocumentReport::text() const {
                         .arg(m_composition.width())
                         .arg(m_composition.height()),
                     QStringLiteral("duration  ") + seconds(m_composition.duration())};
-  if (const auto stops = m_composition.stopFrames(); !stops.isEmpty()) {
+  if (const auto stops = stopFramesByTime(m_composition); !stops.isEmpty()) {
     lines += QStringLiteral("stop frames (%1)").arg(stops.size());
     for (const model::StopFrame* stop : stops)
       lines += QStringLiteral("  %1  %2").arg(seconds(stop->timepoint()), stopName(*stop));
@@ -167,7 +174,7 @@ QString DocumentReport::text() const {
 
 QString DocumentReport::json() const {
   QJsonArray stops;
-  for (const model::StopFrame* stop : m_composition.stopFrames())
+  for (const model::StopFrame* stop : stopFramesByTime(m_composition))
     stops.append(QJsonObject{{QStringLiteral("name"), stopName(*stop)},
                              {QStringLiteral("time"), stop->timepoint()}});
   QJsonArray components;

@@ -1,6 +1,7 @@
 #include "foundation/PropertyList.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QStringDecoder>
 
 #include "foundation/detail/PlistBinaryBuilder.h"
@@ -67,6 +68,9 @@ Result<PropertyValue> PropertyList::fromData(const QByteArray& bytes, const QStr
 }
 
 Result<PropertyValue> PropertyList::fromFile(const QString& path) {
+  const QFileInfo info(path);
+  if (info.exists() && !info.isFile())  // reading a pipe or a device might never end
+    return failure(unreadable(), path, QStringLiteral("it is no regular file"));
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly)) return failure(unreadable(), path, file.errorString());
   if (file.size() > kMaxBytes) return tooLarge(path);

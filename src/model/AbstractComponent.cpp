@@ -248,8 +248,9 @@ QVariant AbstractComponent::valueForUndefinedKey(const QString& key) const {
 
 bool AbstractComponent::setValueForUndefinedKey(const QVariant& value, const QString& key) {
   Attribute* attribute = attributeForKey(key);
-  if (!attribute || value.metaType() != QMetaType::fromType<AttributeValue>()) return false;
-  attribute->setCurrentValue(value.value<AttributeValue>());
+  const auto converted = attribute ? attribute->valueFromVariant(value) : std::nullopt;
+  if (!converted) return false;
+  attribute->setCurrentValue(*converted);
   if (attribute->quartzAttribute()) setNeedsUpdate(true);
   return true;
 }

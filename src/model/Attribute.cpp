@@ -195,6 +195,46 @@ void Attribute::setCurrentValue(AttributeValue value) {
   if (component()) component()->attributeValueChanged();
 }
 
+std::optional<AttributeValue> Attribute::valueFromVariant(const QVariant& value) const {
+  if (value.metaType() == QMetaType::fromType<AttributeValue>())
+    return value.value<AttributeValue>();
+  if (!value.isValid()) return AttributeValue();
+  const auto number = [&](auto convert) -> std::optional<AttributeValue> {
+    bool fits = false;
+    const double converted = value.toDouble(&fits);
+    if (!fits || !std::isfinite(converted)) return {};
+    return convert(converted);
+  };
+  switch (type()) {
+    case AttributeType::Number:
+      return number([](double converted) { return AttributeValue(converted); });
+    case AttributeType::Boolean:
+      return number([](double converted) { return AttributeValue(converted != 0); });
+    case AttributeType::Index:
+    case AttributeType::IndexWithMenu:
+      return number([](double converted) {
+        return AttributeValue(static_cast<qint64>(std::clamp(converted, 0.0, 1e15)));
+      });
+    case AttributeType::Color:
+      if (!value.canConvert<QColor>() || !value.value<QColor>().isValid()) return {};
+      return AttributeValue(Color::fromQColor(value.value<QColor>()));
+    case AttributeType::Image:
+    case AttributeType::VideoInput:
+      if (!value.canConvert<QImage>()) return {};
+      return AttributeValue(value.value<QImage>());
+    case AttributeType::String:
+    case AttributeType::RichText:
+    case AttributeType::File:
+    case AttributeType::OtherFile:
+      if (!value.canConvert<QString>()) return {};
+      return AttributeValue(value.toString());
+    case AttributeType::Font:
+    case AttributeType::RichFont:
+      return {};
+  }
+  return {};
+}
+
 void Attribute::setValueForTimepoint(AttributeValue value, double timepoint) {
   KeyFrames changed = values();
   changed.set(timepoint, std::move(value));

@@ -118,6 +118,9 @@ class Attribute : public store::ManagedObject {
   [[nodiscard]] AttributeValue valueAtTimepoint(double timepoint) const;
   /// A key frame at the render timepoint, or the static value.
   void setCurrentValue(AttributeValue value);
+  /// A value of this attribute's type from an AttributeValue or from what controls hold: numbers,
+  /// texts, booleans, colours, images. Nothing when it does not fit; an invalid one is missing.
+  [[nodiscard]] std::optional<AttributeValue> valueFromVariant(const QVariant& value) const;
   void setDefaultCurrentValue(AttributeValue value) {
     setValueForTimepoint(std::move(value), noTimepoint);
   }

@@ -202,6 +202,18 @@ void QuartzComponent::valueDidChange(const QString& key) {
   AbstractComponent::valueDidChange(key);
 }
 
+bool QuartzComponent::setValueForUndefinedKey(const QVariant& value, const QString& key) {
+  bool isNumber = false;
+  const double number = value.toDouble(&isNumber);
+  if (isNumber && std::isfinite(number)) {
+    // By the component's own names, with what its setters see to.
+    if (key == QLatin1String("width")) return setWidth(number), true;
+    if (key == QLatin1String("height")) return setHeight(number), true;
+    if (key == QLatin1String("opacityHumanReadable")) return setOpacityHumanReadable(number), true;
+  }
+  return AbstractComponent::setValueForUndefinedKey(value, key);
+}
+
 void QuartzComponent::attributeDidChange(const Attribute& attribute) {
   AbstractComponent::attributeDidChange(attribute);
   for (size_t i = 0; i < standardCount; ++i) {

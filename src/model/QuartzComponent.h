@@ -127,6 +127,7 @@ class QuartzComponent : public AbstractComponent {
   void awakeFromFetch() override;
   void didLeaveContext() override;
   void valueDidChange(const QString& key) override;
+  bool setValueForUndefinedKey(const QVariant& value, const QString& key) override;
 
  private:
   enum class Standard {

@@ -58,6 +58,34 @@ void ObjectContext::insertObject(std::unique_ptr<ManagedObject> object) {
   inserted.awakeFromInsert();
 }
 
+void ObjectContext::takeFetched(std::vector<FetchedObject> objects) {
+  const bool hadChanges = hasChanges();
+  {
+    const UndoSuspension suspension(*this);
+    std::vector<ManagedObject*> fetched;
+    for (FetchedObject& entry : objects) {
+      entry.object->m_id = entry.id;
+      m_lastId = std::max(m_lastId, entry.id);
+      fetched.push_back(entry.object.get());
+      takeIn(std::move(entry.object));
+    }
+    Announcements nobodyLooksYet;
+    for (size_t i = 0; i < objects.size(); ++i)
+      for (const auto& [key, id] : objects[i].relations) {
+        const int index = fetched[i]->m_entity.toOneIndex(key);
+        ManagedObject* related = objectWithId(id);
+        if (index < 0 || !related) continue;
+        const QString& inverse =
+            fetched[i]->m_entity.toOnes()[static_cast<size_t>(index)].inverseKey;
+        if (related->m_entity.toManyIndex(inverse) >= 0)
+          relate(*fetched[i], index, related, nobodyLooksYet);
+      }
+    for (ManagedObject* object : fetched) object->awakeFromFetch();
+  }
+  processPendingChanges();
+  if (!hadChanges) markSaved();
+}
+
 void ObjectContext::changeValue(ManagedObject& object, int index, QVariant value,
                                 bool alwaysRecord) {
   const ImplicitStep step(*this);

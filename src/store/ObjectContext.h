@@ -18,6 +18,13 @@ struct ChangeSet {
   }
 };
 
+/// An object as it was stored, before it is in a context.
+struct FetchedObject {
+  ObjectId id = 0;
+  std::unique_ptr<ManagedObject> object;
+  QList<std::pair<QString, ObjectId>> relations = {};  ///< to-one relations by key
+};
+
 /// Owns the objects of a document. Every change of a persistent value, every insertion and removal
 /// goes through it: it is recorded once, and undo, redo, announcements and the unsaved mark follow
 /// from the record. Changes outside an UndoStep are steps of their own. Not thread-safe.
@@ -38,6 +45,11 @@ class ObjectContext {
   /// Removes the object, and what its delete rules take along. It lives on in the journal as long
   /// as undo can bring it back; pointers to it stay good for comparing only.
   void remove(ManagedObject& object);
+
+  /// Takes in what was loaded from a store, relates it and wakes it. Nothing of that is recorded or
+  /// counts as a change. Numbers must be unique and new here; relations to unknown numbers, and to
+  /// objects without the inverse relation, are left out.
+  void takeFetched(std::vector<FetchedObject> objects);
 
   /// By their numbers, that is in the order in which they were made.
   [[nodiscard]] const std::map<ObjectId, std::unique_ptr<ManagedObject>>& objects() const {

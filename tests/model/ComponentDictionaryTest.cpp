@@ -4,6 +4,7 @@
 
 #include "ComponentFiles.h"
 #include "foundation/PropertyList.h"
+#include "model/ModelEntities.h"
 #include "model/RichFontValue.h"
 #include "runtime/CompositionRenderer.h"
 #include "store/StoreSnapshot.h"
@@ -188,6 +189,63 @@ TEST_F(ComponentDictionary, ValuesAreReachedByAttributeKey) {
   EXPECT_EQ(announced, 0);
   original->sendChangeNotificationForValues(AbstractComponent::Announced::All);
   EXPECT_EQ(announced, 1);
+}
+
+TEST_F(ComponentDictionary, ControlsSetPlainValuesByKey) {
+  const auto set = [&](const char* key, const QVariant& value) {
+    return original->setValueForKey(value, QString::fromLatin1(key));
+  };
+  EXPECT_TRUE(set("Text", QStringLiteral("typed")));
+  EXPECT_TRUE(set("opacity", 0.5));
+  EXPECT_EQ(original->valueForKey(QStringLiteral("opacity")).toDouble(), 0.5);
+  EXPECT_TRUE(set("Tint", QColor(255, 0, 0)));
+  original->setConstrainProportions(false);
+  EXPECT_TRUE(set("width", 320));
+  EXPECT_EQ(original->width(), 320);
+  EXPECT_TRUE(set("opacityHumanReadable", 25));
+  EXPECT_EQ(original->opacity(), 0.25);
+  EXPECT_FALSE(set("originX", QStringLiteral("left")));
+  EXPECT_FALSE(set("Picture", 5));
+  EXPECT_FALSE(set("Font_Name", QStringLiteral("Inter")));
+}
+
+TEST_F(ComponentDictionary, AStoreIsRestoredAndOlderOnesAreCompleted) {
+  graphic->addStopFrame(1, QStringLiteral("Out"));
+  graphic->addRulerAtPosition(100, true);
+  const auto snapshot = store::storeSnapshot(*graphic.context);
+  const auto bytes = foundation::PropertyList::toXml(snapshot);
+  store::ObjectContext fresh;
+  ASSERT_TRUE(store::restoreSnapshot(foundation::PropertyList::fromData(bytes.value(), {}).value(),
+                                     modelEntities(), fresh));
+  EXPECT_EQ(store::storeSnapshot(fresh) == snapshot, true);
+  EXPECT_FALSE(fresh.canUndo());
+  EXPECT_FALSE(fresh.hasChanges());
+  const auto* again =
+      static_cast<const Composition*>(fresh.objectWithId(graphic.composition->objectId()));
+  EXPECT_EQ(again->width(), 1920);
+  const QuartzComponent* component = again->components().front();
+  const Attribute* text = component->attributeForKey(QStringLiteral("Text"));
+  EXPECT_EQ(text->position(), 7u);  // read again from the composition
+  EXPECT_EQ(text->category(), QStringLiteral("Copy"));
+  EXPECT_EQ(
+      component->renderer()->valueForInputKey(QStringLiteral("Head_Rich_Font_Size")).toNumber(),
+      40);
+
+  // A document from before there were margins.
+  foundation::PropertyArray older;
+  for (const auto& entry : snapshot.array()) {
+    const QString key = entry.dictionary().value(u"values").dictionary().value(u"key").toString();
+    if (!key.startsWith(QLatin1String("margin"))) older.append(entry);
+  }
+  store::ObjectContext upgraded;
+  ASSERT_TRUE(store::restoreSnapshot(older, modelEntities(), upgraded));
+  EXPECT_EQ(upgraded.objects().size(), fresh.objects().size());
+  EXPECT_FALSE(upgraded.canUndo());
+
+  older.append(older.first());
+  store::ObjectContext refused;
+  EXPECT_FALSE(store::restoreSnapshot(older, modelEntities(), refused));  // a number twice
+  EXPECT_TRUE(refused.objects().empty());
 }
 
 TEST_F(ComponentDictionary, UndoReachesTheRenderer) {

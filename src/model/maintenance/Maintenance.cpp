@@ -51,6 +51,7 @@ QStringList Maintenance::makePathsRelative() {
   const store::UndoStep step(*m_composition.context(), Composition::tr("Make Paths Relative"));
   const QString base = m_composition.fileURL().toLocalFile();
   for (const FilePath& file : filePaths()) {
+    if (file.path.isEmpty()) continue;  // no file was chosen
     paths.append(file.path);
     file.attribute->setCurrentValue(pathRelativeTo(file.path, base));
   }
