@@ -94,6 +94,14 @@ Attribute::Attribute(const PropertyDictionary& dictionaryData) : ManagedObject(d
   m_category = dictionaryData.value(u"category").toString();
   m_position =
       static_cast<quint64>(dictionaryData.value(u"position").toInteger(AttributeLabel::noPosition));
+  if (type() == AttributeType::Boolean) {
+    // Clipboards know booleans as small integers.
+    KeyFrames flags = values();
+    for (const double time : sortedKeyFrames())
+      if (const AttributeValue value = valueForTimepoint(time); value.as<qint64>())
+        flags.set(time, value.toNumber() != 0);
+    setValues(std::move(flags));
+  }
   commonInitialisation();
 }
 

@@ -4,6 +4,7 @@
 
 #include "ComponentFiles.h"
 #include "foundation/PropertyList.h"
+#include "model/ComponentClipboard.h"
 #include "model/ModelEntities.h"
 #include "model/RichFontValue.h"
 #include "runtime/CompositionRenderer.h"
@@ -75,6 +76,20 @@ TEST_F(ComponentDictionary, ACopyIsTheSameInEverything) {
             40);
   graphic.context->undo();
   EXPECT_EQ(graphic->components().size(), 1);
+}
+
+TEST_F(ComponentDictionary, TheClipboardCarriesComponentsWhole) {
+  const auto data = ComponentClipboard::dataForComponents({original, original});
+  ASSERT_TRUE(data) << data.error().text().toStdString();
+  const auto read = ComponentClipboard::dictionariesFromData(*data);
+  ASSERT_TRUE(read) << read.error().text().toStdString();
+  ASSERT_EQ(read->size(), 2);
+  QuartzComponent* pasted =
+      QuartzComponent::createWithDictionaryData(read->last(), *graphic, warnings);
+  ASSERT_NE(pasted, nullptr);
+  EXPECT_EQ(pasted->dictionaryWithData() == original->dictionaryWithData(), true);
+  for (const QByteArray& other : {QByteArray(), QByteArray("text"), data->left(data->size() / 2)})
+    EXPECT_FALSE(ComponentClipboard::dictionariesFromData(other));
 }
 
 TEST_F(ComponentDictionary, ABrokenCompositionGivesAWarning) {
