@@ -1,5 +1,6 @@
 #include "quartz/QuartzComposition.h"
 
+#include <QFileInfo>
 #include <QSaveFile>
 
 #include "foundation/PropertyList.h"
@@ -162,6 +163,9 @@ Result<void> QuartzComposition::writeToFile(const QString& path,
                                             bool removePixelFormatSetting) const {
   const Result<QByteArray> bytes = fileDataByRemovingPixelFormatSetting(removePixelFormatSetting);
   if (!bytes) return tl::unexpected(bytes.error());
+  // The new file takes the name of the old one, which must not be a device or a pipe.
+  if (const QFileInfo old(path); old.exists() && !old.isFile())
+    return foundation::failure(QStringLiteral("cannot be written: it is no ordinary file"), path);
   QSaveFile file(path);
   if (!file.open(QIODevice::WriteOnly) || file.write(*bytes) != bytes->size() || !file.commit())
     return foundation::failure(QStringLiteral("cannot be written: %1").arg(file.errorString()),

@@ -1,6 +1,9 @@
 #include "quartz/QuartzComposition.h"
 
+#include <sys/stat.h>
+
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include "foundation/PropertyList.h"
@@ -112,6 +115,23 @@ TEST_F(QuartzCompositionFile, AFailedWriteNamesTheFile) {
   const auto result = QuartzComposition::composition()->writeToFile(path(u"none/there.qtz"), true);
   ASSERT_FALSE(result);
   EXPECT_TRUE(result.error().text().contains(text(u"there.qtz")));
+}
+
+TEST_F(QuartzCompositionFile, WritesThroughLinksAndReplacesNoPipes) {
+  const QString pipe = path(u"pipe.qtz");
+  ASSERT_EQ(mkfifo(qPrintable(pipe), 0600), 0);
+  EXPECT_FALSE(QuartzComposition::composition()->writeToFile(pipe, true));
+  struct stat kind = {};
+  ASSERT_EQ(stat(qPrintable(pipe), &kind), 0);
+  EXPECT_TRUE(S_ISFIFO(kind.st_mode));
+
+  QFile target(path(u"target.qtz"));
+  ASSERT_TRUE(target.open(QIODevice::WriteOnly));
+  target.close();
+  ASSERT_TRUE(target.link(path(u"link.qtz")));
+  ASSERT_TRUE(QuartzComposition::composition()->writeToFile(path(u"link.qtz"), true));
+  EXPECT_TRUE(QFileInfo(path(u"link.qtz")).isSymLink());
+  EXPECT_GT(QFileInfo(target).size(), 0);
 }
 
 TEST(QuartzComposition, TakesPixelFormatsOutButNotBelowOne) {
