@@ -11,8 +11,7 @@ std::optional<runtime::movie::MovieFormat> FrameTarget::movie() const {
       .size = size,
       .rateNumerator = rate.numerator,
       .rateDenominator = rate.denominator,
-      .isInterlaced = isInterlaced,
-      .threads = threads};
+      .isInterlaced = isInterlaced};
 }
 
 }  // namespace cli

@@ -19,7 +19,6 @@ struct FrameTarget {
   FrameRate rate = {};
   bool isInterlaced = false;
   std::optional<runtime::movie::MovieCodec> codec = {};  ///< none: the container's usual one
-  int threads = 0;                                       ///< 0: one a core
 
   /// The movie to write; nothing where the output is none.
   [[nodiscard]] std::optional<runtime::movie::MovieFormat> movie() const;

@@ -59,8 +59,7 @@ FrameTarget RenderJob::target() const {
           .size = m_size,
           .rate = m_rate,
           .isInterlaced = m_isInterlaced,
-          .codec = m_options.codec,
-          .threads = m_options.threads};
+          .codec = m_options.codec};
 }
 
 bool RenderJob::triggerPressed(double time) {

@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QThread>
@@ -156,6 +158,40 @@ TEST_F(MovieOutput, WrongCallsSayWhy) {
   QString error;
   EXPECT_EQ(render({text("/dev/full/x.mov"), text("--frames"), text("1")}, &error), 4);
   EXPECT_TRUE(error.contains(text("/dev/full"))) << error.toStdString();
+}
+
+/// What goes on air does not depend on the machine that wrote it.
+TEST_F(MovieOutput, AnyNumberOfThreadsWritesTheSameBytes) {
+  const auto bytes = [&](const char* name) {
+    QFile file(out + QLatin1Char('/') + text(name));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+  };
+  for (const char* name : {"a.mov", "b.mp4", "c.webm"}) {
+    const QStringList arguments{text(name), text("--size"), text("640x480"), text("--frames"),
+                                text("12")};
+    ASSERT_EQ(render(arguments + QStringList{text("--threads"), text("1")}), 0) << name;
+    const QByteArray one = bytes(name);
+    ASSERT_EQ(render(arguments + QStringList{text("--threads"), text("3")}), 0) << name;
+    EXPECT_EQ(one, bytes(name)) << name;
+  }
+}
+
+TEST_F(MovieOutput, LinksAreFollowedAndPipesNotReplaced) {
+  const QStringList brief{text("--size"), text("64x64"), text("--frames"), text("2")};
+  QFile target(folder.filePath(text("target.mov")));
+  ASSERT_TRUE(target.open(QIODevice::WriteOnly));
+  target.close();
+  ASSERT_TRUE(QDir().mkpath(out));
+  ASSERT_TRUE(target.link(out + text("/link.mov")));
+  ASSERT_EQ(render(QStringList{text("link.mov")} + brief), 0);
+  EXPECT_TRUE(QFileInfo(out + text("/link.mov")).isSymLink());
+  EXPECT_GT(QFileInfo(target).size(), 0);
+
+  ASSERT_EQ(mkfifo(qPrintable(out + text("/pipe.mov")), 0600), 0);
+  QString error;
+  EXPECT_EQ(render(QStringList{text("pipe.mov")} + brief, &error), 4);
+  EXPECT_TRUE(error.contains(text("no ordinary file"))) << error.toStdString();
 }
 
 /// Whoever stops a rendering finds what was there before.

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QThread>
 #include <cstdio>
 
@@ -14,23 +15,29 @@ using foundation::Result;
 
 namespace {
 
+/// These two encoders write other bytes with another number of threads. What is rendered must not
+/// depend on the machine.
+constexpr int fixedThreads = 8;
+
 /// How a codec is made and set up.
 struct CodecSettings {
   const char* encoder;
   AVPixelFormat format;
+  int threads;  ///< 0: one a core
   std::vector<std::pair<const char*, const char*>> options;
 };
 
 CodecSettings settingsOf(MovieCodec codec) {
   switch (codec) {
     case MovieCodec::ProRes4444:
-      return {"prores_ks", AV_PIX_FMT_YUVA444P10, {{"profile", "4444"}, {"alpha_bits", "16"}}};
+      return {"prores_ks", AV_PIX_FMT_YUVA444P10, 0, {{"profile", "4444"}, {"alpha_bits", "16"}}};
     case MovieCodec::QuickTimeRle:
-      return {"qtrle", AV_PIX_FMT_ARGB, {}};
+      return {"qtrle", AV_PIX_FMT_ARGB, 0, {}};
     case MovieCodec::Vp9:
       // Frames that are not shown cannot carry alpha.
       return {"libvpx-vp9",
               AV_PIX_FMT_YUVA420P,
+              fixedThreads,
               {{"crf", "18"},
                {"b", "0"},
                {"deadline", "realtime"},
@@ -43,6 +50,7 @@ CodecSettings settingsOf(MovieCodec codec) {
       // Looking further ahead takes hundreds of megabytes and saves little.
       return {"libx264",
               AV_PIX_FMT_YUV420P,
+              fixedThreads,
               {{"crf", "16"}, {"preset", "medium"}, {"rc-lookahead", "15"}}};
   }
   return {};
@@ -103,7 +111,14 @@ Result<std::unique_ptr<MovieEncoder>> MovieEncoder::create(const QString& path,
   std::unique_ptr<MovieEncoder> made(new MovieEncoder);
   State& s = *made->m_state;
   s.path = path;
-  s.temporaryPath = QStringLiteral("%1.%2.part").arg(path).arg(QCoreApplication::applicationPid());
+  if (const QFileInfo old(path); old.exists()) {
+    // The movie takes the name of the old file, behind links.
+    if (!old.isFile())
+      return failure(QStringLiteral("cannot be written: it is no ordinary file"), path);
+    s.path = old.canonicalFilePath();
+  }
+  s.temporaryPath =
+      QStringLiteral("%1.%2.part").arg(s.path).arg(QCoreApplication::applicationPid());
   s.format = format;
   if (auto done = s.openEncoder(); !done) return tl::unexpected(done.error());
   if (auto done = s.openFile(); !done) return tl::unexpected(done.error());
@@ -132,7 +147,8 @@ Result<void> MovieEncoder::State::openEncoder() {
   e.framerate = {static_cast<int>(format.rateNumerator), static_cast<int>(format.rateDenominator)};
   e.time_base = av_inv_q(e.framerate);
   e.sample_aspect_ratio = {1, 1};
-  e.thread_count = format.threads > 0 ? format.threads : QThread::idealThreadCount();
+  e.thread_count = format.threads > 0 ? format.threads : settings.threads;
+  if (e.thread_count == 0) e.thread_count = QThread::idealThreadCount();
   // One key frame a second, so that any place is found fast.
   e.gop_size = std::max(1, static_cast<int>(format.rateNumerator / format.rateDenominator));
   if (pixels != AV_PIX_FMT_ARGB) {

@@ -31,7 +31,8 @@ struct MovieFormat {
   qint64 rateNumerator = 25;
   qint64 rateDenominator = 1;
   bool isInterlaced = false;  ///< frames hold two fields, the upper lines first
-  int threads = 0;            ///< of the encoder; 0: one a core
+  /// Of the encoder. 0: one a core, or always the same number where the result depends on it.
+  int threads = 0;
 
   /// Fails where the codec cannot do it, in a sentence for the person. An empty size is not looked
   /// at.
