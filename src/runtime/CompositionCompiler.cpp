@@ -48,8 +48,7 @@ foundation::Result<std::shared_ptr<const CompiledComposition>> CompositionCompil
   const QuartzPatch& root = *m_composition.rootPatch();
   addScope(-1, -1);
   if (!compileContent(root, 0, QString(), 0)) return tl::unexpected(*m_error);
-  applyInputParameters(m_composition.data().value(u"inputParameters").dictionary(), 0);
-  publishRoot(root);
+  publishRoot(root, m_composition.data().value(u"inputParameters").dictionary());
   reportUnknown();
   linkFeedback();
   if (!markVolatile()) return tl::unexpected(*m_error);
@@ -222,8 +221,8 @@ void CompositionCompiler::readPublished(const QuartzPatch& patch, int scope) {
   for (const PropertyValue& entry : patch.state().value(u"publishedInputPorts").array()) {
     const PropertyDictionary& d = entry.dictionary();
     const PropertyValue& value = d.value(u"state").dictionary().value(u"value");
-    const PortPlace place = names.inputs.value(d.value(u"key").toString());
-    if (!value.isNull() && place.node >= 0) setConstant(place.node, place.port, value);
+    const int node = names.nodes.value(d.value(u"node").toString(), -1);
+    if (!value.isNull() && node >= 0) setConstant(node, d.value(u"port").toString(), value);
   }
 }
 
@@ -287,7 +286,8 @@ void CompositionCompiler::applyInputParameters(const PropertyDictionary& paramet
       setConstant(place.node, place.port, value);
 }
 
-void CompositionCompiler::publishRoot(const QuartzPatch& root) {
+void CompositionCompiler::publishRoot(const QuartzPatch& root,
+                                      const PropertyDictionary& parameters) {
   const auto publish = [&](QStringView list, bool input, std::vector<PublishedPort>& into) {
     for (const PropertyValue& entry : root.state().value(list).array()) {
       const PropertyDictionary& d = entry.dictionary();
@@ -305,7 +305,11 @@ void CompositionCompiler::publishRoot(const QuartzPatch& root) {
       const Port& inner = (input ? owner.ports.inputs : owner.ports.outputs)[place.output];
       QString label = QuartzPatch::labelOfPublishedPort(d);
       if (label.isEmpty()) label = inner.label.isEmpty() ? inner.key : inner.label;
-      into.push_back({d.value(u"key").toString(), label, place.node, place.output});
+      const QString key = d.value(u"key").toString();
+      into.push_back({key, label, place.node, place.output});
+      // A key may be published more than once: filters of one kind share theirs.
+      if (const PropertyValue& value = parameters.value(key); input && !value.isNull())
+        setConstant(node, port, value);
     }
   };
   publish(u"publishedInputPorts", true, m_result->m_inputs);

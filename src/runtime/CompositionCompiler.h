@@ -34,7 +34,8 @@ class CompositionCompiler {
   void readPublished(const quartz::QuartzPatch& patch, int scope);
   void readConnections(const quartz::QuartzPatch& patch, int scope);
   void applyInputParameters(const foundation::PropertyDictionary& parameters, int scope);
-  void publishRoot(const quartz::QuartzPatch& root);
+  void publishRoot(const quartz::QuartzPatch& root,
+                   const foundation::PropertyDictionary& parameters);
   bool setConstant(int node, const QString& port, const foundation::PropertyValue& stored);
   Link resolveInput(int node, const QString& port, int depth = 0);
   Link resolveOutput(int node, const QString& port, int depth = 0);

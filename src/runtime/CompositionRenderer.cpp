@@ -74,9 +74,13 @@ std::optional<PortAttributes> CompositionRenderer::outputAttributes(const QStrin
 }
 
 bool CompositionRenderer::setValueForInputKey(const Value& value, const QString& key) {
-  const PublishedPort* port = find(compiled().inputs(), key);
-  if (port) m_instance.setInput(port->node, port->port, value);
-  return port != nullptr;
+  bool isThere = false;
+  for (const PublishedPort& port : compiled().inputs()) {
+    if (port.key != key) continue;
+    m_instance.setInput(port.node, port.port, value);
+    isThere = true;
+  }
+  return isThere;
 }
 
 Value CompositionRenderer::valueForInputKey(const QString& key) const {

@@ -36,7 +36,8 @@ class CompositionRenderer {
   [[nodiscard]] std::optional<PortAttributes> inputAttributes(const QString& key) const;
   [[nodiscard]] std::optional<PortAttributes> outputAttributes(const QString& key) const;
 
-  /// False when the key is not published. Applies from the next frame.
+  /// False when the key is not published. A key that several inputs share sets them all. Applies
+  /// from the next frame.
   bool setValueForInputKey(const Value& value, const QString& key);
   [[nodiscard]] Value valueForInputKey(const QString& key) const;
   /// As of the last frame.

@@ -66,6 +66,27 @@ TEST(CompositionCompiler, ValuesComeFromTheOutermostPlaceThatHasOne) {
   EXPECT_EQ(renderer->valueForOutputKey(QStringLiteral("result")).toNumber(), 4);
 }
 
+/// As exports with two filters of one kind have it.
+TEST(CompositionCompiler, AKeySharedByInputsSetsThemAll) {
+  const QString key = QStringLiteral("CIRadius");
+  GraphBuilder root;
+  for (const char16_t* result : {u"first", u"second"}) {
+    const QString macro = root.macro(QStringLiteral("QCPatch"), splitterContent(1));
+    root.publishInput(macro, QStringLiteral("in"), key);
+    root.publishOutput(macro, QStringLiteral("out"), QString::fromUtf16(result));
+  }
+  root.setParameter(key, 3.0);
+  const auto renderer = root.renderer();
+  const auto results = [&] {
+    (void)renderer->renderAtTime(0, QSize(16, 9));
+    return std::pair(renderer->valueForOutputKey(QStringLiteral("first")).toNumber(),
+                     renderer->valueForOutputKey(QStringLiteral("second")).toNumber());
+  };
+  EXPECT_EQ(results(), std::pair(3.0, 3.0));
+  EXPECT_TRUE(renderer->setValueForInputKey(runtime::Value(4.0), key));
+  EXPECT_EQ(results(), std::pair(4.0, 4.0));
+}
+
 TEST(CompositionCompiler, ConnectionsCrossMacroBorders) {
   GraphBuilder root;
   const QString source = root.macro(QStringLiteral("QCPatch"), splitterContent(7));
