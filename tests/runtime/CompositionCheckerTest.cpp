@@ -298,4 +298,24 @@ TEST(CompositionChecker, LocationsAreFollowedThroughSplittersAndPublishedPorts) 
               ElementsAre("absolute-path at Root/QCPatch_1/QCImageDownloader_1"));
 }
 
+TEST(CompositionChecker, LocationsThatAMacrosOwnInputHolds) {
+  GraphBuilder inner;
+  const QString loader = inner.node(s("QCMovieImporter"));
+  const PropertyDictionary published{
+      {s("key"), s("Filename")},
+      {s("node"), loader},
+      {s("port"), s("inputMovieLocation")},
+      {s("state"), PropertyDictionary{{s("value"), s("/movies/a.mov")}}}};
+  GraphBuilder graph;
+  const QString macro =
+      graph.macro(s("QCPatch"), inner, {}, {{s("publishedInputPorts"), PropertyArray{published}}});
+  EXPECT_THAT(places(check(graph)),
+              ElementsAre("absolute-path at Root/QCPatch_1/QCMovieImporter_1"));
+
+  // What is connected counts instead.
+  const QString splitter = graph.node(s("QCSplitter"), {{s("portClass"), s("QCStringPort")}});
+  graph.connect(splitter, s("output"), macro, s("Filename"));
+  EXPECT_THAT(places(check(graph)), IsEmpty());
+}
+
 }  // namespace

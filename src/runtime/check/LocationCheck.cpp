@@ -58,14 +58,6 @@ void checkEmbeddedImage(const PatchOutline& node, Findings& findings) {
                      QStringLiteral("the picture %1 is named and not in the file").arg(path)});
 }
 
-bool isConnected(const PatchOutline& macro, const QString& node, QStringView port) {
-  for (const auto& [name, entry] : macro.patch.state().value(u"connections").dictionary())
-    if (entry.dictionary().value(u"destinationNode").toString() == node &&
-        entry.dictionary().value(u"destinationPort").toString() == port)
-      return true;
-  return false;
-}
-
 bool isSplitter(const PatchOutline& node) {
   return node.patch.patchClass() == QLatin1String("QCSplitter");
 }
@@ -117,11 +109,15 @@ class Delivery {
   Findings& m_findings;
 };
 
-void checkStored(const PatchOutline& macro, const PatchOutline& node, const QString& port,
-                 const QString& fileName, Findings& findings) {
-  const QString text = storedText(node, port);
-  if (!text.isEmpty() && !isConnected(macro, node.patch.key(), port))
-    Delivery(text, fileName, findings).toInput(macro, node.patch.key(), port, 0);
+/// What a macro's own inputs hold.
+void checkPublished(const PatchOutline& node, const QSet<QString>& connected,
+                    const QString& fileName, Findings& findings) {
+  for (const PropertyValue& entry : node.patch.state().value(u"publishedInputPorts").array()) {
+    const QString key = entry.dictionary().value(u"key").toString();
+    const PropertyValue& held = entry.dictionary().value(u"state").dictionary().value(u"value");
+    if (held.isString() && !connected.contains(node.patch.key() + QLatin1Char('.') + key))
+      Delivery(held.toString(), fileName, findings).toPublished(node, key);
+  }
 }
 
 }  // namespace
@@ -130,12 +126,19 @@ void checkLocations(const PatchOutline& macro, const PropertyDictionary& paramet
                     const QString& fileName, Findings& findings) {
   for (const auto& [key, value] : parameters)
     if (value.isString()) Delivery(value.toString(), fileName, findings).toPublished(macro, key);
+  const QSet<QString> connected = macro.connectedInputs();
   for (const auto& node : macro.nodes) {
+    const QString key = node->patch.key();
+    const auto checkStored = [&](const QString& port) {
+      const QString text = storedText(*node, port);
+      if (!text.isEmpty() && !connected.contains(key + QLatin1Char('.') + port))
+        Delivery(text, fileName, findings).toInput(macro, key, port, 0);
+    };
     checkEmbeddedImage(*node, findings);
-    if (isSplitter(*node)) checkStored(macro, *node, QStringLiteral("input"), fileName, findings);
+    checkPublished(*node, connected, fileName, findings);
+    if (isSplitter(*node)) checkStored(QStringLiteral("input"));
     for (const auto& [className, port] : locationInputs)
-      if (node->patch.patchClass() == className)
-        checkStored(macro, *node, port, fileName, findings);
+      if (node->patch.patchClass() == className) checkStored(port);
   }
 }
 

@@ -33,6 +33,14 @@ const PatchOutline* PatchOutline::node(const QString& key) const {
   return nullptr;
 }
 
+QSet<QString> PatchOutline::connectedInputs() const {
+  QSet<QString> inputs;
+  for (const auto& [name, entry] : patch.state().value(u"connections").dictionary())
+    inputs.insert(entry.dictionary().value(u"destinationNode").toString() + QLatin1Char('.') +
+                  entry.dictionary().value(u"destinationPort").toString());
+  return inputs;
+}
+
 QString PatchOutline::className() const {
   return patch.identifier().isEmpty() ? patch.patchClass()
                                       : patch.patchClass() + QLatin1Char(':') + patch.identifier();

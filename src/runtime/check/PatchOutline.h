@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QHash>
+#include <QSet>
 #include <map>
 #include <memory>
 #include <vector>
@@ -33,6 +34,8 @@ struct PatchOutline {
   /// The first of that key; null when there is none.
   [[nodiscard]] const PatchOutline* node(const QString& key) const;
   [[nodiscard]] QString className() const;  ///< with the identifier, "Class:identifier"
+  /// The inputs of its nodes that something is connected to, as "node.port".
+  [[nodiscard]] QSet<QString> connectedInputs() const;
 
  private:
   PatchOutline(const quartz::QuartzPatch& patch, QString path);

@@ -1,5 +1,3 @@
-#include <QSet>
-
 #include "runtime/check/Checks.h"
 
 namespace runtime::check {
@@ -66,18 +64,10 @@ void checkValue(const PropertyValue& value, const Port& port, const QString& obj
                        .arg(port.key, portTypeWord(port.type), valueWord(value))});
 }
 
-QSet<QString> connectedInputs(const PatchOutline& macro) {
-  QSet<QString> inputs;
-  for (const auto& [name, entry] : macro.patch.state().value(u"connections").dictionary())
-    inputs.insert(entry.dictionary().value(u"destinationNode").toString() + QLatin1Char('.') +
-                  entry.dictionary().value(u"destinationPort").toString());
-  return inputs;
-}
-
 }  // namespace
 
 void checkPortValues(const PatchOutline& macro, Findings& findings) {
-  const QSet<QString> connected = connectedInputs(macro);
+  const QSet<QString> connected = macro.connectedInputs();
   for (const auto& node : macro.nodes) {
     const PropertyDictionary& state = node->patch.state();
     // The same value may stand in two groups, for older readers.
