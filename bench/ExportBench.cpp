@@ -33,7 +33,7 @@ void fill(Composition& composition, int components, int keyFrames) {
   for (int c = 0; c < components; ++c) {
     auto* component = composition.addComponenWithQuartzCompositionFile(*path, {}, warnings);
     if (!component) qFatal("%s", qPrintable(warnings.join(u' ')));
-    component->setTitle(QStringLiteral("Line %1").arg(c));
+    component->setTitle(QStringLiteral("Line"));  // of one title: keys have to be made unique
     for (qsizetype k = 0; k < keys.size(); ++k) {
       model::Attribute* attribute = component->attributeForKey(keys[k]);
       if (!attribute) continue;

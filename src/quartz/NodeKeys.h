@@ -14,10 +14,13 @@ class NodeKeys {
   [[nodiscard]] bool contains(const QString& key) const { return m_counts.contains(key); }
   /// "CLASS_n" with the lowest n from 1 that no node has.
   [[nodiscard]] QString unusedKey(const QString& className);
+  /// The wanted key, or "WANTED_n" with the lowest n from 2 that no node has.
+  [[nodiscard]] QString uniqueKey(const QString& wanted);
 
  private:
   QHash<QString, int> m_counts;
-  QHash<QString, int> m_lowestFree;  ///< class → no n below this one is free
+  QHash<QString, int> m_lowestFree;    ///< class → no n below this one is free
+  QHash<QString, int> m_lowestSuffix;  ///< wanted key → the same, from 2
 };
 
 }  // namespace quartz

@@ -183,10 +183,8 @@ std::unique_ptr<QuartzPatch> QuartzPatch::takeNode(const QuartzPatch* node) {
   return taken;
 }
 
-QString QuartzPatch::uniqueNodeKey(const QString& wanted) const {
-  QString key = wanted;
-  for (int n = 2; m_nodeKeys.contains(key); ++n) key = QStringLiteral("%1_%2").arg(wanted).arg(n);
-  return key;
+QString QuartzPatch::uniqueNodeKey(const QString& wanted) {
+  return m_nodeKeys.uniqueKey(wanted);
 }
 
 QuartzPatch* QuartzPatch::addPatchWithClass(const QString& className,

@@ -67,7 +67,7 @@ class QuartzPatch {
   [[nodiscard]] std::unique_ptr<QuartzPatch> takeNode(const QuartzPatch* node);
   /// The wanted key, or with the first number from 2 behind it that makes it unique among the
   /// nodes.
-  [[nodiscard]] QString uniqueNodeKey(const QString& wanted) const;
+  [[nodiscard]] QString uniqueNodeKey(const QString& wanted);
   /// Makes, keys ("CLASS_n", the first free n) and appends a node.
   QuartzPatch* addPatchWithClass(const QString& className,
                                  const foundation::PropertyDictionary& state = {},

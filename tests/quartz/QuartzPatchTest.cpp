@@ -41,6 +41,20 @@ TEST(QuartzPatch, KeysNodesByClassAndNamesPlugIns) {
   const auto taken = patch.takeNode(patch.nodes().front().get());
   EXPECT_EQ(taken->parentPatch(), nullptr);
   EXPECT_EQ(patch.addPatchWithClass(text(u"QCSprite"))->key(), text(u"QCSprite_1"));
+
+  // So does it for keys that are wanted twice.
+  const auto keyedTitle = [&] {
+    QuartzPatch* node = patch.addPatchWithClass(text(u"QCSprite"));
+    node->setKey(patch.uniqueNodeKey(text(u"Title")));
+    return node;
+  };
+  QuartzPatch* third = keyedTitle();
+  EXPECT_EQ(third->key(), text(u"Title_2"));
+  EXPECT_EQ(keyedTitle()->key(), text(u"Title_3"));
+  third->setKey(text(u"Other"));
+  EXPECT_EQ(patch.uniqueNodeKey(text(u"Title")), text(u"Title_2"));
+  second->setKey(text(u"Other_2"));
+  EXPECT_EQ(patch.uniqueNodeKey(text(u"Title")), text(u"Title"));
 }
 
 TEST(QuartzPatch, InputValuesOfANewNodeReplaceThoseOfItsState) {

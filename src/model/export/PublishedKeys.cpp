@@ -4,15 +4,16 @@
 
 namespace model {
 
-PublishedKeys::Name PublishedKeys::unusedName(const QString& wanted,
-                                              const QString& separator) const {
+PublishedKeys::Name PublishedKeys::unusedName(const QString& wanted, const QString& separator) {
   const auto cleaned = &Composition::stringByTrimmingInvalidKeyCharacters;
   Name name{cleaned(wanted), wanted};
-  for (int counter = 1; m_used.contains(name.key); ++counter) {
+  if (!m_used.contains(name.key)) return name;
+  int& counter = m_counters[wanted + separator];
+  for (counter = std::max(counter, 1);; ++counter) {
     name.label = wanted + separator + QString::number(counter);
     name.key = cleaned(name.label);
+    if (!m_used.contains(name.key)) return name;
   }
-  return name;
 }
 
 }  // namespace model

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QSet>
 #include <QString>
 
@@ -14,11 +15,14 @@ class PublishedKeys {
   };
 
   /// The wanted name, or the same with the separator and a counter from 1. Does not use it yet.
-  [[nodiscard]] Name unusedName(const QString& wanted, const QString& separator) const;
+  [[nodiscard]] Name unusedName(const QString& wanted, const QString& separator);
   void use(const QString& key) { m_used.insert(key); }
 
  private:
   QSet<QString> m_used;
+  /// Name with separator → all counters before this one are taken: many components of one title do
+  /// not try them all over again.
+  QHash<QString, int> m_counters;
 };
 
 }  // namespace model
