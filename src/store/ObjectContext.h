@@ -50,6 +50,8 @@ class ObjectContext {
   /// counts as a change. Numbers must be unique and new here; relations to unknown numbers, and to
   /// objects without the inverse relation, are left out.
   void takeFetched(std::vector<FetchedObject> objects);
+  /// New objects get numbers above this one: those up to it are in use elsewhere.
+  void keepNumbersUpTo(ObjectId last) { m_lastId = std::max(m_lastId, last); }
 
   /// By their numbers, that is in the order in which they were made.
   [[nodiscard]] const std::map<ObjectId, std::unique_ptr<ManagedObject>>& objects() const {
