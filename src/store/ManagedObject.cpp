@@ -115,6 +115,15 @@ bool ManagedObject::setStoredValue(const foundation::PropertyValue& stored, cons
   return true;
 }
 
+bool ManagedObject::setStoredRelation(ManagedObject* related, const QString& key) {
+  const int index = m_entity.toOneIndex(key);
+  if (index < 0 || !m_context || (related && related->m_context != m_context)) return false;
+  const QString& inverse = m_entity.toOnes()[static_cast<size_t>(index)].inverseKey;
+  if (related && related->m_entity.toManyIndex(inverse) < 0) return false;
+  setRelated(index, related);
+  return true;
+}
+
 void ManagedObject::setPropertyValue(int index, QVariant value, Recorded recorded) {
   if (m_context)
     m_context->changeValue(*this, index, std::move(value), recorded == Recorded::Always);

@@ -47,6 +47,14 @@ class ManagedObject {
   [[nodiscard]] foundation::PropertyValue storedValue(const QString& key) const;
   /// False when there is no such persistent property.
   bool setStoredValue(const foundation::PropertyValue& stored, const QString& key);
+  /// Relates the object to another one of its context, or to none. False when there is no such
+  /// to-one relation, or the other object has no inverse of it.
+  bool setStoredRelation(ManagedObject* related, const QString& key);
+
+  /// The property with that index of the entity, as it is in memory.
+  [[nodiscard]] const QVariant& propertyValue(size_t index) const { return m_values[index]; }
+  /// The object at the other end of the to-one relation with that index of the entity.
+  [[nodiscard]] const ManagedObject* relatedObject(size_t index) const { return m_toOnes[index]; }
 
  protected:
   template <typename T>

@@ -75,6 +75,8 @@ class ObjectContext {
   /// Whether there is a persistent change since the last markSaved().
   [[nodiscard]] bool hasChanges() const;
   void markSaved();
+  /// Counts as changed until markSaved(), as what was recovered does.
+  void markChanged() { m_changedUnrecorded = true; }
 
   /// One call for each step that changed persistent values, when it ends, and after undo and redo.
   [[nodiscard]] Subscription observeChanges(std::function<void(const ChangeSet&)> observer) {
