@@ -103,7 +103,7 @@ bool lockOpened(int descriptor, LockHolder& holder) {
 }
 
 Error unavailable(const QString& path, int number) {
-  return {QStringLiteral("cannot be locked: %1").arg(systemErrorText(number)), path, {}};
+  return {systemErrorText(number), path, {}};
 }
 
 }  // namespace

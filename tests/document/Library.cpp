@@ -104,7 +104,7 @@ void RandomEdits::edit(ObjectContext& context) {
     book->setText(QByteArray(static_cast<qsizetype>(upTo(20'000)), static_cast<char>(upTo(256))));
   } else if (kind == 3) {
     context.remove(*book);
-  } else if (kind == 4 && upTo(3) == 0) {
+  } else if (kind == 4 && shelf->objectId() > 1) {  // the first one is the document itself
     context.remove(*shelf);
   } else if (kind == 5) {
     book->setShelf(shelf);

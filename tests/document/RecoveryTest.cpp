@@ -56,7 +56,8 @@ QByteArray contentsOf(const QString& path) {
 }
 
 void setContents(const QString& path, const QByteArray& bytes) {
-  ASSERT_TRUE(foundation::replaceFile(path, bytes));
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
 }
 
 using Files = QMap<QString, QByteArray>;
@@ -138,7 +139,7 @@ TEST_F(RecoveryTest, SavedDocumentsComeBackWithAllTheirChanges) {
   Library library;
   auto journal = openSaved(library);
   library.book()->setX(3);
-  library.addBook(library.shelf(), QString(QChar(0xdc00)) + QChar(1))->setY(-0.0);
+  library.addBook(library.shelf(), QString(QChar(0xdc00)) + QChar(1))->setY(2);
   library.context.undo();
   library.context.undo();
   library.context.redo();
@@ -283,21 +284,29 @@ TEST_F(RecoveryTest, EveryPrefixOfAJournalGivesAState) {
   const RecoveryEntry entry{document, beside(), {}, {}, 0, true};
   int step = 0;
   qsizetype pace = 1;
-  for (qsizetype size = 200; size <= whole.size(); size += pace) {
+  const qsizetype headerSize = journalBegin(JournalReader(whole).header()).size();
+  for (qsizetype size = 0; size < headerSize; ++size) {
+    setContents(journalPath(), whole.first(size));
+    EXPECT_FALSE(recover(entry, *std::make_unique<Library>())) << size;
+  }
+  for (qsizetype size = headerSize; size <= whole.size(); size += pace) {
     while (step + 1 < sizes.size() && sizes[step + 1] <= size) ++step;
     const qint64 distance = std::min(size - sizes[step], sizes.value(step + 1, size) - size);
     pace = distance > 60 ? 47 : 1;
     setContents(journalPath(), whole.first(size));
-    Library again;
-    const auto recovered = recover(entry, again);
-    ASSERT_TRUE(recovered) << size;
-    ASSERT_TRUE(again.bytes() == states[step]) << size << ", step " << step;
-    ASSERT_EQ(recovered->warnings, QStringList()) << size;
+    {
+      Library again;
+      const auto recovered = recover(entry, again);
+      ASSERT_TRUE(recovered) << size;
+      ASSERT_TRUE(again.bytes() == states[step]) << size << ", step " << step;
+      ASSERT_EQ(recovered->warnings, QStringList()) << size;
+    }
     // After a loss of power the end may have its length and not its bytes.
     setContents(journalPath(), whole.first(size) + QByteArray(100, '\0'));
     Library padded;
     ASSERT_TRUE(recover(entry, padded)) << size;
-    ASSERT_TRUE(padded.bytes() == states[step]) << size << ", step " << step;
+    ASSERT_TRUE(padded.bytes() == states[step] || padded.bytes() == states.value(step + 1))
+        << size << ", step " << step;
   }
 }
 

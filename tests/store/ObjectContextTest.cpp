@@ -380,6 +380,26 @@ TEST_F(ObjectContextTest, ValuesByKey) {
   EXPECT_FALSE(shelf->setStoredValue(foundation::PropertyValue(5), QStringLiteral("light")));
 }
 
+TEST_F(ObjectContextTest, RelationsAndTheUnsavedMarkAreSetAsLoadingNeedsThem) {
+  Book* book = addBook(context, shelf, QStringLiteral("One"));
+  auto* reader = context.insert(std::make_unique<Reader>());
+  EXPECT_TRUE(book->setStoredRelation(nullptr, QStringLiteral("shelf")));
+  EXPECT_TRUE(book->setStoredRelation(reader, QStringLiteral("reader")));
+  EXPECT_TRUE(shelf->books().isEmpty());
+  EXPECT_EQ(book->reader(), reader);
+  EXPECT_FALSE(book->setStoredRelation(shelf, QStringLiteral("reader"))) << "no inverse";
+  EXPECT_FALSE(book->setStoredRelation(shelf, QStringLiteral("title")));
+  Book outside(QStringLiteral("Two"));
+  EXPECT_FALSE(outside.setStoredRelation(shelf, QStringLiteral("shelf")));
+  EXPECT_EQ(book->relatedObject(1), reader);
+  EXPECT_EQ(book->propertyValue(0), QVariant(QStringLiteral("One")));
+  context.markSaved();
+  context.markChanged();
+  EXPECT_TRUE(context.hasChanges());
+  context.markSaved();
+  EXPECT_FALSE(context.hasChanges());
+}
+
 TEST(ValueCodecTest, RoundTrips) {
   const foundation::Color color{0.1, 0.2, 0.3, 0.4};
   EXPECT_EQ(CodecOf<foundation::Color>::decode(CodecOf<foundation::Color>::encode(color)), color);

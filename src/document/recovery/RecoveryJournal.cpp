@@ -79,8 +79,11 @@ void RecoveryJournal::writeStep() {
   const QByteArray payload = m_shadow.stepTo(m_context, std::exchange(m_touched, {}));
   if (payload.isEmpty()) return;
   ++m_changes;
-  if (const Result<void> appended = append(payload); !appended)
-    return failed(appended.error(), start);
+  if (const Result<void> appended = append(payload); !appended) {
+    // The folder may have vanished, or its disk: then the data begin anew elsewhere.
+    if (!writeCheckpoint()) failed(appended.error(), start);
+    return;
+  }
   ++m_changesInFile;
   if (m_file->size() < m_compactAt) return;
   // When there is no room for the store the journal still grows, and this is tried again later.
