@@ -19,4 +19,8 @@ function(add_layer_tests name)
   endif()
   add_test(NAME ${name} COMMAND test_${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+  if(TESSARY_SANITIZE STREQUAL "thread")
+    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
+                 "TSAN_OPTIONS=ignore_noninstrumented_modules=1")
+  endif()
 endfunction()

@@ -27,8 +27,7 @@ RenderPipeline::RenderPipeline(FrameWriter& writer, const QSize& size, int threa
   const int drawing = threads > 0 ? threads : QThread::idealThreadCount();
   QThreadPool::globalInstance()->setMaxThreadCount(drawing);
   m_mostFrames = framesUnderWay(size, drawing);
-  m_delivery.reset(QThread::create([this] { deliverFrames(); }));
-  m_delivery->start();
+  m_delivery = std::thread([this] { deliverFrames(); });
 }
 
 int RenderPipeline::framesUnderWay(const QSize& size, int threads) {
@@ -135,14 +134,13 @@ void RenderPipeline::deliverFrames() {
 }
 
 foundation::Result<void> RenderPipeline::finish() {
-  if (m_delivery) {
+  if (m_delivery.joinable()) {
     {
       const QMutexLocker lock(&m_mutex);
       m_finished = true;
       m_changed.wakeAll();
     }
-    m_delivery->wait();
-    m_delivery.reset();
+    m_delivery.join();
   }
   if (m_error) return tl::unexpected(*m_error);
   return {};

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QMutex>
-#include <QThread>
 #include <QWaitCondition>
 #include <map>
+#include <thread>
 
 #include "cli/FrameWriter.h"
 #include "runtime/draw/DrawList.h"
@@ -58,7 +58,7 @@ class RenderPipeline {
   qint64 m_delivered = 0;
   bool m_finished = false;
   std::optional<foundation::Error> m_error;
-  std::unique_ptr<QThread> m_delivery;
+  std::thread m_delivery;
 };
 
 }  // namespace cli
