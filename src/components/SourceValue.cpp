@@ -76,8 +76,10 @@ PropertyValue plainValue(const QJsonValue& json) {
   }
   if (!json.isObject()) return {};
   const QJsonObject object = json.toObject();
-  if (object.size() == 1 && object.contains(QLatin1String("color")))
-    return colorValue(object.value(QLatin1String("color")).toString()).value_or(PropertyValue());
+  if (object.size() == 1 && object.contains(QLatin1String("color"))) {
+    const auto color = colorValue(object.value(QLatin1String("color")).toString());
+    return color ? *color : PropertyValue();
+  }
   PropertyDictionary dictionary;
   for (auto it = object.begin(); it != object.end(); ++it)
     dictionary.insert(it.key(), plainValue(it.value()));
