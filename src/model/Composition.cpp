@@ -344,19 +344,43 @@ QList<double> Composition::stopFrameTimepoints() const {
   return times;
 }
 
-PropertyArray Composition::stopFrameDictionaries() const {
+QList<StopFrame*> Composition::stopFramesSortedByTime() const {
   QList<StopFrame*> sorted = stopFrames().list();
   std::stable_sort(sorted.begin(), sorted.end(), [](const StopFrame* a, const StopFrame* b) {
     return a->timepoint() < b->timepoint();
   });
+  return sorted;
+}
+
+PropertyArray Composition::stopFrameDictionaries() const {
   PropertyArray dictionaries;
-  for (const StopFrame* stopFrame : sorted) {
+  for (const StopFrame* stopFrame : stopFramesSortedByTime()) {
     const QString& name = stopFrame->triggerInformation();
     dictionaries.append(PropertyDictionary{
         {QStringLiteral("name"), name.isEmpty() ? QStringLiteral("Stopframe") : name},
         {QStringLiteral("time"), stopFrame->timepoint()}});
   }
   return dictionaries;
+}
+
+PropertyDictionary Composition::compositionInfo() const {
+  const auto single = [](double value) { return static_cast<double>(static_cast<float>(value)); };
+  PropertyArray stops;
+  for (const StopFrame* stopFrame : stopFramesSortedByTime()) {
+    PropertyDictionary stop{{QStringLiteral("timepoint"), single(stopFrame->timepoint())}};
+    if (const QString& title = stopFrame->triggerInformation(); !title.isEmpty())
+      stop.insert(QStringLiteral("title"), title);
+    stops.append(std::move(stop));
+  }
+  PropertyArray infos;
+  for (const QuartzComponent* component : componentsSortedByZLevel())
+    infos.append(component->componentInfo());
+  return {{QStringLiteral("duration"), single(duration())},
+          {QStringLiteral("width"), qint64{m_videoResolution.width()}},
+          {QStringLiteral("height"), qint64{m_videoResolution.height()}},
+          {QStringLiteral("pixelAspectRatio"), single(m_videoResolution.aspectRatio())},
+          {QStringLiteral("stopframes"), std::move(stops)},
+          {QStringLiteral("components"), std::move(infos)}};
 }
 
 QList<Attribute*> Composition::attributesWithSelectedKeyframes() const {

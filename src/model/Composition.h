@@ -195,7 +195,10 @@ class Composition : public store::ManagedObject {
   void removeStopFrame(StopFrame& stopFrame);
   /// None when there is none at the time, to the hundredth of a second.
   [[nodiscard]] StopFrame* stopFrameAtTimepoint(double timepoint) const;
+  [[nodiscard]] QList<StopFrame*> stopFramesSortedByTime() const;
   [[nodiscard]] QList<double> stopFrameTimepoints() const;
+  /// What systems that list documents are told: size, duration, stop frames, components.
+  [[nodiscard]] foundation::PropertyDictionary compositionInfo() const;
   /// {"name", "time"} by ascending time; a stop frame without a name is a "Stopframe".
   [[nodiscard]] foundation::PropertyArray stopFrameDictionaries() const;
   [[nodiscard]] QList<Attribute*> attributesWithSelectedKeyframes() const;

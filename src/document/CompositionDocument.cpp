@@ -1,0 +1,158 @@
+#include "document/CompositionDocument.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include "document/PackageFolder.h"
+#include "document/PosterFrame.h"
+#include "foundation/DurableFile.h"
+#include "foundation/Log.h"
+#include "foundation/PropertyList.h"
+#include "model/ModelEntities.h"
+
+namespace document {
+
+using foundation::failure;
+using foundation::logDebug;
+using foundation::logError;
+using foundation::Result;
+using model::Composition;
+
+namespace {
+
+/// Playout systems translate the texts of scrollers, which they know by this key.
+QString exportKey(const model::QuartzComponent& component, const QString& separator,
+                  const QString& port) {
+  const QString file = QFileInfo(component.compositionFilename()).completeBaseName();
+  if (file == QLatin1String("TextScroller") && port == QLatin1String("Strings_1Input"))
+    return QStringLiteral("EAS_TRANSLATION");
+  return Composition::standardKey(component, separator, port);
+}
+
+}  // namespace
+
+CompositionDocument::CompositionDocument(model::StandardComponents standardComponents)
+    : PersistentPackageDocument(model::modelEntities()),
+      m_standardComponents(std::move(standardComponents)) {}
+
+CompositionDocument::~CompositionDocument() {
+  if (m_composition) m_composition->cleanUp();
+}
+
+QUrl CompositionDocument::quartzCompositionURL() const {
+  if (fileURL().isEmpty()) return {};
+  return QUrl::fromLocalFile(PackageLayout(fileURL().toLocalFile()).composition());
+}
+
+void CompositionDocument::beforeLoad() {
+  logDebug(QStringLiteral("CompositionDocument before load"));
+}
+
+void CompositionDocument::afterLoad() {
+  logDebug(QStringLiteral("CompositionDocument after load"));
+  PersistentPackageDocument::afterLoad();
+}
+
+void CompositionDocument::emptyDocumentWithResolution(const model::VideoResolution& resolution) {
+  beforeLoad();
+  replaceContents();
+  m_composition = context().insert(std::make_unique<Composition>(resolution));
+  afterLoad();
+}
+
+Result<void> CompositionDocument::readFromURL(const QUrl& url) {
+  logDebug(QStringLiteral("CompositionDocument will read from %1").arg(url.toString()));
+  if (auto read = PersistentPackageDocument::readFromURL(url); !read) {
+    logDebug(QStringLiteral("CompositionDocument failed to read from %1 with error %2")
+                 .arg(url.toString(), read.error().text()));
+    return read;
+  }
+  beforeLoad();
+  takeComposition();
+  afterLoad();
+  return {};
+}
+
+void CompositionDocument::takeComposition() {
+  QList<Composition*> found;
+  for (const auto& [id, object] : context().objects())
+    if (auto* composition = dynamic_cast<Composition*>(object.get())) found.append(composition);
+  m_composition = found.size() == 1 ? found.first() : nullptr;
+  if (m_composition) m_composition->setFileURL(quartzCompositionURL());
+}
+
+void CompositionDocument::setFileURL(const QUrl& url) {
+  PersistentPackageDocument::setFileURL(url);
+  if (m_composition) m_composition->setFileURL(quartzCompositionURL());
+}
+
+void CompositionDocument::prepareToClose() {
+  if (m_composition) m_composition->setPlayMode(false);
+}
+
+Result<void> CompositionDocument::writeSafelyToURL(const QUrl& url, SaveOperation operation) {
+  m_saveWarnings.clear();
+  if (operation == SaveOperation::SaveAs && isAt(url)) return {};
+  if (auto written = PersistentPackageDocument::writeSafelyToURL(url, operation); !written) {
+    logError(
+        QStringLiteral("Could not write document with error is %1").arg(written.error().text()));
+    return written;
+  }
+  const PackageLayout package(url.toLocalFile());
+  if (!QDir().mkpath(package.quickLook())) {
+    const foundation::Error error{QStringLiteral("cannot be made"), package.quickLook(), {}};
+    logError(QStringLiteral("Could not create QuickLook folder with error %1").arg(error.text()));
+    return tl::unexpected(error);
+  }
+  if (!m_composition) return {};
+  writeInformation(package);
+  copyResources(package);
+  writeExports(package);
+  return {};
+}
+
+void CompositionDocument::leftOut(const QString& file, const foundation::Error& error) {
+  m_saveWarnings.append(
+      QStringLiteral("%1 was not written: %2").arg(QFileInfo(file).fileName(), error.text()));
+}
+
+void CompositionDocument::writeInformation(const PackageLayout& package) {
+  const auto xml = foundation::PropertyList::toXml(m_composition->compositionInfo());
+  const auto written =
+      xml ? foundation::replaceFile(package.info(), *xml) : tl::unexpected(xml.error());
+  if (!written) leftOut(package.info(), written.error());
+}
+
+void CompositionDocument::copyResources(const PackageLayout& package) {
+  for (const model::EmbeddedResource& resource : std::exchange(m_saveResources, {})) {
+    const auto copied = PackageFolder::copyEntry(resource.source, resource.dest);
+    if (copied) continue;
+    logError(QStringLiteral("Could not embed %1 at %2 with error %3")
+                 .arg(resource.source, package.composition(), copied.error().text()));
+    m_saveWarnings.append(
+        QStringLiteral("%1 was not embedded: %2").arg(resource.source, copied.error().text()));
+  }
+}
+
+void CompositionDocument::writeExports(const PackageLayout& package) {
+  using Background = Composition::Background;
+  const auto playout = m_composition->exportToPath(package.composition(), Background::Exclude);
+  if (!playout) leftOut(package.composition(), playout.error());
+  const QTemporaryDir temporary;
+  const QString preview = temporary.filePath(QStringLiteral("TessaryPreview.qtz"));
+  const auto withBackground = m_composition->exportToPath(preview, Background::Include);
+  if (!playout || !withBackground) return;
+  const auto picture = PosterFrame::render(*m_composition, preview, package.folder());
+  const auto written =
+      picture ? foundation::replaceFile(package.thumbnail(), PosterFrame::jpeg(*picture))
+              : tl::unexpected(picture.error());
+  if (!written) leftOut(package.thumbnail(), written.error());
+}
+
+Result<void> CompositionDocument::exportQuartzComposition(const QString& path) const {
+  if (!m_composition) return failure(QStringLiteral("the document holds no composition"), path);
+  return m_composition->exportToPath(path, Composition::Background::Exclude, exportKey);
+}
+
+}  // namespace document

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "document/PersistentPackageDocument.h"
+#include "model/Composition.h"
+#include "model/maintenance/Maintenance.h"
+
+namespace document {
+
+/// A graphic as a document. Saving also writes, beside the objects, what other systems read: the
+/// playout composition, an information file and a thumbnail; none of these is ever read back.
+class CompositionDocument : public PersistentPackageDocument {
+ public:
+  explicit CompositionDocument(
+      model::StandardComponents standardComponents = model::StandardComponents::located());
+  ~CompositionDocument() override;
+
+  /// None when the package held none, or several, and before a document was read or made empty.
+  [[nodiscard]] model::Composition* composition() const { return m_composition; }
+  [[nodiscard]] const model::StandardComponents& standardComponents() const {
+    return m_standardComponents;
+  }
+  /// Of the playout composition in the package; empty before the document was saved.
+  [[nodiscard]] QUrl quartzCompositionURL() const;
+
+  /// Makes this a new document of the format, as the user's defaults have it. Nothing to undo.
+  void emptyDocumentWithResolution(const model::VideoResolution& resolution);
+  [[nodiscard]] foundation::Result<void> readFromURL(const QUrl& url) override;
+  /// Fails when the objects could not be written, and, the objects being written then, when the
+  /// thumbnail's folder cannot be made. What else cannot be written is left out: see
+  /// saveWarnings().
+  [[nodiscard]] foundation::Result<void> writeSafelyToURL(const QUrl& url,
+                                                          SaveOperation operation) override;
+  void setFileURL(const QUrl& url) override;
+  /// What the last save left out, and why.
+  [[nodiscard]] const QStringList& saveWarnings() const { return m_saveWarnings; }
+  /// Stops playback, as is due before the user is asked about unsaved changes.
+  void prepareToClose();
+
+  /// Files to be copied into the package by the next save, whether they can be copied or not.
+  void setResourcesToSave(const QList<model::EmbeddedResource>& resources) {
+    m_saveResources = resources;
+  }
+  /// Writes the playout composition, without background, with the keys that playout systems expect
+  /// of a file that was exported by hand.
+  [[nodiscard]] foundation::Result<void> exportQuartzComposition(const QString& path) const;
+
+ protected:
+  void beforeLoad() override;
+  void afterLoad() override;
+
+ private:
+  void takeComposition();
+  void writeInformation(const PackageLayout& package);
+  void copyResources(const PackageLayout& package);
+  void writeExports(const PackageLayout& package);
+  void leftOut(const QString& file, const foundation::Error& error);
+
+  model::StandardComponents m_standardComponents;
+  model::Composition* m_composition = nullptr;
+  QList<model::EmbeddedResource> m_saveResources;
+  QStringList m_saveWarnings;
+};
+
+}  // namespace document

@@ -1,0 +1,49 @@
+#include "document/PackageLayout.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace document {
+
+using foundation::failure;
+using foundation::Result;
+
+PackageLayout::PackageLayout(QString folder) : m_folder(std::move(folder)) {
+  while (m_folder.size() > 1 && m_folder.endsWith(u'/')) m_folder.chop(1);
+}
+
+QString PackageLayout::path(const char* entry) const {
+  return m_folder + u'/' + QLatin1String(entry);
+}
+
+bool PackageLayout::isPackageName(const QString& path) {
+  return QFileInfo(PackageLayout(path).folder())
+             .suffix()
+             .compare(extension(), Qt::CaseInsensitive) == 0;
+}
+
+Result<PackageLayout> PackageLayout::around(const QString& path) {
+  const QFileInfo given(path);
+  if (!given.exists()) return failure(QStringLiteral("does not exist"), path);
+  if (given.isDir()) return PackageLayout(path);
+  // A file may lie in a folder of the package, as the thumbnail does.
+  for (QDir folder = given.absoluteDir();;) {
+    if (isPackageName(folder.path()) || folder.exists(QStringLiteral("data.xml")))
+      return PackageLayout(folder.path());
+    if (folder.isRoot() || !folder.cdUp()) break;
+  }
+  return failure(QStringLiteral("is not in a composition document"), path);
+}
+
+bool PackageLayout::isReplaceable(const QString& folder) {
+  return QFileInfo::exists(PackageLayout(folder).store()) || QDir(folder).isEmpty();
+}
+
+QStringList PackageLayout::otherEntries() const {
+  QStringList entries = QDir(m_folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+  for (const QString& own : {store(), composition(), info(), quickLook()})
+    entries.removeAll(QFileInfo(own).fileName());
+  return entries;
+}
+
+}  // namespace document

@@ -1,0 +1,152 @@
+#include "document/PersistentPackageDocument.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include "document/PackageFolder.h"
+#include "foundation/DurableFile.h"
+
+namespace document {
+
+using foundation::failure;
+using foundation::Result;
+
+namespace {
+
+constexpr qint64 largestStore = qint64{1} << 30;
+
+Result<QByteArray> readStore(const PackageLayout& layout) {
+  QFile file(layout.store());
+  const QFileInfo info(layout.store());
+  if (!info.exists()) return failure(QStringLiteral("holds no data.xml"), layout.folder());
+  // A link out of the package would be written over by the next save, or be someone else's file.
+  if (!info.isFile() || info.isSymLink())
+    return failure(QStringLiteral("is not a plain file"), layout.store());
+  if (info.size() > largestStore)
+    return failure(QStringLiteral("is too large for a document"), layout.store());
+  if (!file.open(QIODevice::ReadOnly))
+    return failure(QStringLiteral("cannot be read"), layout.store(), file.errorString());
+  QByteArray bytes = file.readAll();
+  if (file.error() != QFileDevice::NoError)
+    return failure(QStringLiteral("cannot be read"), layout.store(), file.errorString());
+  return bytes;
+}
+
+QString folderOf(const QUrl& url) {
+  return PackageLayout(url.toLocalFile()).folder();
+}
+
+}  // namespace
+
+PersistentPackageDocument::PersistentPackageDocument(store::EntityFactories factories)
+    : m_factories(std::move(factories)),
+      m_store(std::make_unique<store::XmlStore>(m_factories)),
+      m_context(std::make_unique<store::ObjectContext>()) {}
+
+PersistentPackageDocument::~PersistentPackageDocument() = default;
+
+QString PersistentPackageDocument::displayName() const {
+  if (m_fileURL.isEmpty())
+    return QCoreApplication::translate("document::PersistentPackageDocument", "Untitled");
+  const QString name = QFileInfo(folderOf(m_fileURL)).fileName();
+  return PackageLayout::isPackageName(name) ? QFileInfo(name).completeBaseName() : name;
+}
+
+std::optional<QUrl> PersistentPackageDocument::storeURLFromPath(const QString& path) {
+  if (path.isEmpty()) return {};
+  return QUrl::fromLocalFile(PackageLayout(path).store());
+}
+
+PersistentPackageDocument::StoreState PersistentPackageDocument::stateOf(const QString& storePath) {
+  const QFileInfo info(storePath);
+  if (!info.exists()) return {};
+  return {info.lastModified(), info.size()};
+}
+
+bool PersistentPackageDocument::storeChangedOnDisk() const {
+  return !m_fileURL.isEmpty() &&
+         !(stateOf(PackageLayout(folderOf(m_fileURL)).store()) == m_storeState);
+}
+
+bool PersistentPackageDocument::isAt(const QUrl& url) const {
+  return !m_fileURL.isEmpty() && QFileInfo(folderOf(m_fileURL)) == QFileInfo(folderOf(url));
+}
+
+Result<void> PersistentPackageDocument::readFromURL(const QUrl& url) {
+  const auto layout = PackageLayout::around(url.toLocalFile());
+  if (!layout) return tl::unexpected(layout.error());
+  const StoreState state = stateOf(layout->store());
+  const auto bytes = readStore(*layout);
+  if (!bytes) return tl::unexpected(bytes.error());
+  auto store = std::make_unique<store::XmlStore>(m_factories);
+  auto context = std::make_unique<store::ObjectContext>();
+  if (auto read = store->read(*bytes, layout->store(), *context); !read) return read;
+  replaceContents(std::move(store), std::move(context));
+  m_storeState = state;
+  simpleSetFileURL(QUrl::fromLocalFile(QFileInfo(layout->folder()).absoluteFilePath()));
+  return {};
+}
+
+void PersistentPackageDocument::replaceContents(std::unique_ptr<store::XmlStore> store,
+                                                std::unique_ptr<store::ObjectContext> context) {
+  m_replacementObservers.call(*this);
+  m_store = store ? std::move(store) : std::make_unique<store::XmlStore>(m_factories);
+  m_context = context ? std::move(context) : std::make_unique<store::ObjectContext>();
+  m_warnings = m_store->warnings();
+}
+
+void PersistentPackageDocument::afterLoad() {
+  m_context->processPendingChanges();
+  m_context->clearHistory();
+  m_context->markSaved();
+}
+
+Result<void> PersistentPackageDocument::revertToContentsOfURL(const QUrl& url) {
+  return readFromURL(url);
+}
+
+Result<void> PersistentPackageDocument::writeStore(const QString& folder) const {
+  return foundation::replaceFile(PackageLayout(folder).store(), m_store->write(*m_context));
+}
+
+Result<void> PersistentPackageDocument::writePackage(const QString& folder) const {
+  if (!m_fileURL.isEmpty()) {
+    const PackageLayout present(folderOf(m_fileURL));
+    for (const QString& entry : present.otherEntries())
+      if (auto copied =
+              PackageFolder::copyEntry(present.folder() + u'/' + entry, folder + u'/' + entry);
+          !copied)
+        return copied;
+  }
+  return writeStore(folder);
+}
+
+Result<void> PersistentPackageDocument::writeSafelyToURL(const QUrl& url, SaveOperation operation) {
+  const QString folder = folderOf(url);
+  const bool isInPlace = operation == SaveOperation::Save || isAt(url);
+  if (isInPlace && !QFileInfo(folder).isDir())
+    return failure(QStringLiteral("the document is no longer there"), folder);
+  auto written = isInPlace ? writeStore(folder)
+                           : PackageFolder::replace(folder, [this](const QString& staged) {
+                               return writePackage(staged);
+                             });
+  if (written && isAt(url)) m_storeState = stateOf(PackageLayout(folder).store());
+  return written;
+}
+
+Result<void> PersistentPackageDocument::saveToURL(const QUrl& url, SaveOperation operation) {
+  // Onto itself, saving as another document writes nothing, so what is unsaved stays so.
+  const bool writesNothing = operation == SaveOperation::SaveAs && isAt(url);
+  if (auto written = writeSafelyToURL(url, operation); !written) return written;
+  if (operation == SaveOperation::SaveTo || writesNothing) return {};
+  if (operation == SaveOperation::SaveAs) {
+    setFileURL(QUrl::fromLocalFile(QFileInfo(folderOf(url)).absoluteFilePath()));
+    m_storeState = stateOf(PackageLayout(folderOf(url)).store());
+  }
+  m_context->markSaved();
+  return {};
+}
+
+}  // namespace document

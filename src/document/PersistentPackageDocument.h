@@ -1,0 +1,90 @@
+#pragma once
+
+#include <QDateTime>
+#include <QUrl>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "document/PackageLayout.h"
+#include "document/SaveOperation.h"
+#include "store/ObjectContext.h"
+#include "store/XmlStore.h"
+
+namespace document {
+
+/// A document whose objects are stored inside a package folder. Owns their context. Knows nothing
+/// of what the objects are. Locations are local files.
+class PersistentPackageDocument {
+ public:
+  explicit PersistentPackageDocument(store::EntityFactories factories);
+  virtual ~PersistentPackageDocument();
+  PersistentPackageDocument(const PersistentPackageDocument&) = delete;
+  PersistentPackageDocument& operator=(const PersistentPackageDocument&) = delete;
+
+  [[nodiscard]] store::ObjectContext& context() const { return *m_context; }
+  /// Empty before the document was saved.
+  [[nodiscard]] const QUrl& fileURL() const { return m_fileURL; }
+  /// The package's name without its extension; "Untitled" before it was saved.
+  [[nodiscard]] QString displayName() const;
+  [[nodiscard]] bool isDocumentEdited() const { return m_context->hasChanges(); }
+  /// What reading noticed, for its user.
+  [[nodiscard]] const QStringList& warnings() const { return m_warnings; }
+  /// Whether someone else wrote the store since this document last read or wrote it.
+  [[nodiscard]] bool storeChangedOnDisk() const;
+
+  /// Of the package at the path; none for no path.
+  [[nodiscard]] static std::optional<QUrl> storeURLFromPath(const QString& path);
+
+  /// Opens the package: the folder, or any file in it. Replaces what the document held. On failure
+  /// nothing changes.
+  [[nodiscard]] virtual foundation::Result<void> readFromURL(const QUrl& url);
+  /// Forgets all changes and reads the package again.
+  [[nodiscard]] virtual foundation::Result<void> revertToContentsOfURL(const QUrl& url);
+  /// Writes the objects; see PackageFolder for what happens to a package that is there already.
+  [[nodiscard]] virtual foundation::Result<void> writeSafelyToURL(const QUrl& url,
+                                                                  SaveOperation operation);
+  /// The whole of a save: writes, and on success moves along and is unchanged from then on. A copy
+  /// changes nothing here.
+  [[nodiscard]] foundation::Result<void> saveToURL(const QUrl& url, SaveOperation operation);
+  /// The package was moved there.
+  virtual void setFileURL(const QUrl& url) { simpleSetFileURL(url); }
+  void simpleSetFileURL(const QUrl& url) { m_fileURL = url; }
+
+  /// Told before the context is replaced by another one, for whoever holds on to its objects.
+  [[nodiscard]] store::Subscription observeReplacement(
+      std::function<void(const PersistentPackageDocument&)> observer) {
+    return m_replacementObservers.add(std::move(observer));
+  }
+
+ protected:
+  /// Around every loading: what happens between is no change and cannot be undone.
+  virtual void beforeLoad() {}
+  virtual void afterLoad();
+  /// Whether the package lies there.
+  [[nodiscard]] bool isAt(const QUrl& url) const;
+  /// Without arguments: by nothing.
+  void replaceContents(std::unique_ptr<store::XmlStore> store = nullptr,
+                       std::unique_ptr<store::ObjectContext> context = nullptr);
+
+ private:
+  struct StoreState {
+    QDateTime modified;
+    qint64 size = -1;
+    friend bool operator==(const StoreState&, const StoreState&) = default;
+  };
+  [[nodiscard]] static StoreState stateOf(const QString& storePath);
+  [[nodiscard]] foundation::Result<void> writeStore(const QString& folder) const;
+  /// With what was put into the present package by hand or by embedding.
+  [[nodiscard]] foundation::Result<void> writePackage(const QString& folder) const;
+
+  store::EntityFactories m_factories;
+  std::unique_ptr<store::XmlStore> m_store;
+  std::unique_ptr<store::ObjectContext> m_context;
+  QUrl m_fileURL;
+  StoreState m_storeState;  ///< when it was last read or written here
+  QStringList m_warnings;
+  store::ObserverList<PersistentPackageDocument> m_replacementObservers;
+};
+
+}  // namespace document
