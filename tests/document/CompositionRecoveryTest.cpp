@@ -4,11 +4,11 @@
 #include <QTemporaryDir>
 
 #include "document/recovery/RecoveryJournal.h"
-#include "document/recovery/ValueStream.h"
 #include "foundation/DurableFile.h"
 #include "model/Composition.h"
 #include "model/ModelEntities.h"
 #include "quartz/QuartzComposition.h"
+#include "store/XmlStore.h"
 
 namespace document {
 
@@ -17,15 +17,7 @@ namespace {
 using model::Composition;
 using store::ObjectContext;
 
-QByteArray bytesOf(const ObjectContext& context) {
-  QByteArray bytes;
-  ValueWriter(bytes).value(store::storeSnapshot(context));
-  return bytes;
-}
-
-foundation::Result<void> readInto(const QByteArray& bytes, const QString&, ObjectContext& context) {
-  return store::restoreSnapshot(ValueReader(bytes).value(), model::modelEntities(), context);
-}
+using store::XmlStore;
 
 /// A component file of about a megabyte.
 QString writeComponent(const QString& path) {
@@ -41,55 +33,106 @@ QString writeComponent(const QString& path) {
   return path;
 }
 
-TEST(CompositionRecovery, GraphicsComeBackReadyToGoOn) {
-  const QTemporaryDir folder;
-  const RecoveryStore store(folder.filePath(QStringLiteral("state")));
-  const DocumentName document{folder.filePath(QStringLiteral("News.composition")),
-                              QStringLiteral("News")};
+/// A document of the model with its store, as an editor has it.
+struct Graphic {
   ObjectContext context;
-  auto* composition = context.insert(
-      std::make_unique<Composition>(model::VideoResolution(QStringLiteral("HD 1080i25"))));
-  QStringList warnings;
-  auto* component = composition->addComponenWithQuartzCompositionFile(
-      writeComponent(folder.filePath(QStringLiteral("part.qtz"))), {}, warnings);
-  ASSERT_TRUE(component);
-  context.markSaved();
-  ASSERT_TRUE(QDir().mkdir(document.path));
-  ASSERT_TRUE(foundation::replaceFile(storePathOf(document.path), bytesOf(context)));
+  XmlStore xml{model::modelEntities()};
 
-  auto journal =
-      std::make_unique<RecoveryJournal>(context, store, document, bytesOf(context),
-                                        RecoveryJournal::Host{[&] { return bytesOf(context); }});
+  [[nodiscard]] QByteArray bytes() const { return xml.write(context); }
+  [[nodiscard]] Composition* composition() const {
+    return dynamic_cast<Composition*>(context.objects().begin()->second.get());
+  }
+  [[nodiscard]] RecoveryJournal::Host host() {
+    return {[this] { return bytes(); }};
+  }
+  [[nodiscard]] foundation::Result<RecoveredDocument> recover(const RecoveryStore& store,
+                                                              const RecoveryEntry& entry) {
+    return store.recover(
+        entry,
+        [this](const QByteArray& stored, const QString& path, ObjectContext& into) {
+          return xml.read(stored, path, into);
+        },
+        model::modelEntities(), context);
+  }
+};
+
+class CompositionRecovery : public testing::Test {
+ protected:
+  /// A saved document with one component and something that this program does not know.
+  void SetUp() override {
+    Graphic made;
+    auto* composition = made.context.insert(
+        std::make_unique<Composition>(model::VideoResolution(QStringLiteral("HD 1080i25"))));
+    QStringList warnings;
+    ASSERT_TRUE(composition->addComponenWithQuartzCompositionFile(
+        writeComponent(folder.filePath(QStringLiteral("part.qtz"))), {}, warnings));
+    const QByteArray stored = made.bytes().replace(
+        "  </object>", "    <string key=\"future\">kept</string>\n  </object>");
+    ASSERT_TRUE(QDir().mkdir(document.path));
+    ASSERT_TRUE(foundation::replaceFile(storePathOf(document.path), stored));
+    ASSERT_TRUE(graphic.xml.read(stored, document.path, graphic.context));
+    journal =
+        std::make_unique<RecoveryJournal>(graphic.context, store, document, stored, graphic.host());
+  }
+
+  /// What a new process finds after this one was killed.
+  void expectRecovered(Graphic& again) {
+    const qint64 changes = journal->changes();
+    journal.reset();
+    const QList<RecoveryEntry> entries = store.recoverable();
+    ASSERT_EQ(entries.size(), 1);
+    const auto recovered = again.recover(store, entries.first());
+    ASSERT_TRUE(recovered) << recovered.error().text().toStdString();
+    EXPECT_EQ(recovered->warnings, QStringList());
+    EXPECT_EQ(recovered->changes, changes);
+    EXPECT_TRUE(again.bytes() == graphic.bytes());
+    EXPECT_EQ(again.bytes().count("key=\"future\""), graphic.bytes().count("key=\"future\""));
+    EXPECT_GT(again.bytes().count("key=\"future\""), 1) << "what nobody knows is kept";
+  }
+
+  QTemporaryDir folder;
+  RecoveryStore store{folder.filePath(QStringLiteral("state"))};
+  DocumentName document{folder.filePath(QStringLiteral("News.composition")),
+                        QStringLiteral("News")};
+  Graphic graphic;
+  std::unique_ptr<RecoveryJournal> journal;
+};
+
+TEST_F(CompositionRecovery, GraphicsComeBackReadyToGoOn) {
+  Composition* composition = graphic.composition();
+  model::QuartzComponent* component = composition->components()[0];
   component->setOriginX(12);
   component->setTitle(QStringLiteral("Größe"));
   EXPECT_LT(journal->size(), 1000) << "the composition of the component did not change";
   composition->setVideoResolution(model::VideoResolution(QStringLiteral("HD 720p50")));
   composition->setDuration(9);
   composition->setBackgroundImage(QImage(20, 10, QImage::Format_ARGB32));
+  QStringList warnings;
   (void)model::QuartzComponent::createWithDictionaryData(component->dictionaryWithData(),
                                                          *composition, warnings);
-  composition->removeComponents(composition->components().list().mid(0, 1));
-  context.undo();
-  context.insert(std::make_unique<model::StopFrame>(1.5, QStringLiteral("Second person")))
+  composition->removeComponents({composition->components()[0]});
+  graphic.context.undo();
+  graphic.context.insert(std::make_unique<model::StopFrame>(1.5, QStringLiteral("Second person")))
       ->setComposition(composition);
-  const qint64 changes = journal->changes();
-  journal.reset();
 
-  const QList<RecoveryEntry> entries = store.recoverable();
-  ASSERT_EQ(entries.size(), 1);
-  ObjectContext again;
-  const auto recovered = store.recover(entries.first(), readInto, model::modelEntities(), again);
-  ASSERT_TRUE(recovered) << recovered.error().text().toStdString();
-  EXPECT_EQ(recovered->warnings, QStringList());
-  EXPECT_EQ(recovered->changes, changes);
-  EXPECT_TRUE(bytesOf(again) == bytesOf(context));
-  auto* root = dynamic_cast<Composition*>(again.objects().begin()->second.get());
+  Graphic again;
+  expectRecovered(again);
+  Composition* root = again.composition();
   ASSERT_TRUE(root);
   EXPECT_EQ(root->width(), 1280) << "what follows from stored values is up to date";
-  EXPECT_EQ(root->components().size(), 2);
+  ASSERT_EQ(root->components().size(), 2);
   root->components()[1]->setOriginX(3);
-  again.undo();
-  EXPECT_TRUE(bytesOf(again) == bytesOf(context));
+  again.context.undo();
+  EXPECT_TRUE(again.bytes() == graphic.bytes());
+}
+
+TEST_F(CompositionRecovery, CheckpointsHoldWhatThisProgramDoesNotKnow) {
+  graphic.composition()->setDuration(9);
+  ASSERT_TRUE(journal->checkpoint());
+  graphic.composition()->components()[0]->setOriginX(12);
+  ASSERT_TRUE(QDir(document.path).removeRecursively());
+  Graphic again;
+  expectRecovered(again);
 }
 
 }  // namespace

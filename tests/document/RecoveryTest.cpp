@@ -326,6 +326,7 @@ TEST_F(RecoveryTest, DamagedJournalsEndWhereTheDamageIs) {
     QByteArray damaged = whole;
     damaged[at] = static_cast<char>(damaged[at] ^ 0x41);
     setContents(journalPath(), damaged);
+    ASSERT_EQ(store.recoverable().size(), 1) << "damaged data are not thrown away, " << at;
     Library again;
     const auto recovered = recover(entry, again);
     if (!recovered) {

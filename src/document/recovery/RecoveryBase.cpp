@@ -18,11 +18,9 @@ QByteArray contentsOf(const QString& path) {
 RecoveryBase::RecoveryBase(const QString& folder, const DocumentName& document, Depth depth)
     : m_folder(folder), m_document(document) {
   const QString path = RecoveryPlace::journalPathIn(folder);
-  m_exists = QFile::exists(path);
-  if (!m_exists) return;
+  if (!QFile::exists(path)) return;
   JournalReader reader(contentsOf(path));
-  m_isReadable = reader.isValid();
-  if (!m_isReadable) {
+  if (!reader.isValid()) {
     startWithoutHeader();
     return;
   }
@@ -30,7 +28,6 @@ RecoveryBase::RecoveryBase(const QString& folder, const DocumentName& document, 
   if (m_document.displayName.isEmpty()) m_document.displayName = reader.header().displayName;
   if (m_document.path.isEmpty()) m_document.path = reader.header().documentPath;
   m_changes = reader.header().changesBefore;
-  m_storeBytes.clear();
   readFrames(reader, depth);
   if (m_storeBytes.isEmpty() && depth == Depth::Replay) findStore(reader.header());
 }

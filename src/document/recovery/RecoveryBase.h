@@ -22,8 +22,8 @@ class RecoveryBase {
 
   [[nodiscard]] const DocumentName& document() const { return m_document; }
   [[nodiscard]] qint64 changes() const { return m_changes; }
-  /// Whether the saved document lacks something.
-  [[nodiscard]] bool isWorthRecovering() const { return m_isReadable ? m_changes > 0 : m_exists; }
+  /// Whether the saved document lacks something, or may do.
+  [[nodiscard]] bool isWorthRecovering() const { return m_changes > 0 || !m_warnings.isEmpty(); }
   /// The store to start from; empty for none.
   [[nodiscard]] const QByteArray& storeBytes() const { return m_storeBytes; }
   [[nodiscard]] const QString& storePath() const { return m_storePath; }
@@ -42,8 +42,6 @@ class RecoveryBase {
 
   QString m_folder;
   DocumentName m_document;
-  bool m_exists = false;
-  bool m_isReadable = false;
   bool m_isExact = true;
   qint64 m_changes = 0;
   QByteArray m_storeBytes;
