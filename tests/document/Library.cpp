@@ -12,7 +12,7 @@ using store::UndoStep;
 
 Library& Library::withContents() {
   Shelf* shelf = context.insert(std::make_unique<Shelf>());
-  addBook(shelf, QStringLiteral("One"))->setText(QByteArray(100'000, 'x'));
+  addBook(shelf, QStringLiteral("One"))->setText(QByteArray(10'000, 'x'));
   context.clearHistory();
   context.markSaved();
   return *this;

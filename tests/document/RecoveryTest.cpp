@@ -292,7 +292,7 @@ TEST_F(RecoveryTest, EveryPrefixOfAJournalGivesAState) {
   for (qsizetype size = headerSize; size <= whole.size(); size += pace) {
     while (step + 1 < sizes.size() && sizes[step + 1] <= size) ++step;
     const qint64 distance = std::min(size - sizes[step], sizes.value(step + 1, size) - size);
-    pace = distance > 60 ? 47 : 1;
+    pace = std::clamp<qint64>(distance / 2, 1, 500);
     setContents(journalPath(), whole.first(size));
     {
       Library again;
