@@ -56,6 +56,7 @@ QByteArray contentsOf(const QString& path) {
 }
 
 void setContents(const QString& path, const QByteArray& bytes) {
+  QFile::remove(path);  // some file systems wait for the disk when contents are replaced in place
   QFile file(path);
   ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
 }
