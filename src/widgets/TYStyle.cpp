@@ -92,6 +92,8 @@ int TYStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical:
     case PM_MenuBarPanelWidth:
+    case PM_MenuBarItemSpacing:
+      return 0;
     case PM_FocusFrameHMargin:
     case PM_FocusFrameVMargin:
     case PM_MenuHMargin:

@@ -4,6 +4,7 @@
 #include <QToolTip>
 #include <QWidget>
 
+#include "widgets/Accessibility.h"
 #include "widgets/GlyphIconEngine.h"
 #include "widgets/SystemAppearance.h"
 #include "widgets/TYGlyph.h"
@@ -43,6 +44,7 @@ void TYStyleKit::install(QApplication& application) {
   application.setFont(font(TextStyle::Medium), "QPushButton");
   QToolTip::setFont(font(TextStyle::Body));
   application.setPalette(kit.m_theme.palette());
+  installAccessibility();
 }
 
 QFont TYStyleKit::font(TextStyle style) {

@@ -1,0 +1,32 @@
+#include "widgets/Accessibility.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+
+#include "widgets/TYSegmentedControl.h"
+#include "widgets/TYSheet.h"
+#include "widgets/color/ColorPlane.h"
+#include "widgets/color/ColorPopover.h"
+
+namespace widgets {
+namespace {
+
+QAccessibleInterface* make(const QString&, QObject* object) {
+  auto* widget = qobject_cast<QWidget*>(object);
+  if (!widget) return nullptr;
+  if (qobject_cast<TYSheet*>(widget)) return new QAccessibleWidget(widget, QAccessible::Dialog);
+  if (qobject_cast<TYSegmentedControl*>(widget))
+    return new QAccessibleWidget(widget, QAccessible::Grouping);
+  if (qobject_cast<ColorPlane*>(widget) || qobject_cast<ColorPopover*>(widget))
+    return new QAccessibleWidget(widget, QAccessible::ColorChooser);
+  return nullptr;
+}
+
+}  // namespace
+
+void installAccessibility() {
+  static const bool installed = (QAccessible::installFactory(make), true);
+  Q_UNUSED(installed)
+}
+
+}  // namespace widgets

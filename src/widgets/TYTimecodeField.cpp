@@ -1,0 +1,32 @@
+#include "widgets/TYTimecodeField.h"
+
+#include "widgets/TYStyleKit.h"
+
+namespace widgets {
+
+TYTimecodeField::TYTimecodeField(QWidget* parent) : TYValueField(parent) {
+  showValue();
+}
+
+void TYTimecodeField::setNotation(Formatter formatter, Parser parser) {
+  m_formatter = std::move(formatter);
+  m_parser = std::move(parser);
+  showValue();
+}
+
+void TYTimecodeField::setProminent(bool prominent) {
+  setFont(TYStyleKit::font(prominent ? TextStyle::TimeCode : TextStyle::Body));
+  setAlignment((prominent ? Qt::AlignHCenter : Qt::AlignRight) | Qt::AlignVCenter);
+  if (prominent) setFixedSize(112, 26);
+}
+
+QString TYTimecodeField::textForValue(double value) const {
+  return m_formatter ? m_formatter(value) : locale().toString(value, 'g', 12);
+}
+
+foundation::Result<NumberExpression> TYTimecodeField::parse(const QString& text) const {
+  if (!m_parser) return NumberExpression::parse(text, {locale(), {}});
+  return m_parser(text, value()).map(NumberExpression::set);
+}
+
+}  // namespace widgets
