@@ -24,6 +24,10 @@ TYColorWell::~TYColorWell() {
   delete m_popover;
 }
 
+ColorPopover* TYColorWell::popover() const {
+  return m_popover;
+}
+
 void TYColorWell::setColor(const QColor& color) {
   m_color = color;
   m_mixed = false;

@@ -27,7 +27,7 @@ class TYColorWell : public QAbstractButton {
   void setHasAlpha(bool hasAlpha) { m_hasAlpha = hasAlpha; }
   [[nodiscard]] QSize sizeHint() const override { return {44, 24}; }
   /// The open panel, if any.
-  [[nodiscard]] ColorPopover* popover() const { return m_popover; }
+  [[nodiscard]] ColorPopover* popover() const;
 
  Q_SIGNALS:
   void editBegan();

@@ -20,7 +20,7 @@ TYEmptyPanel::TYEmptyPanel(const QString& glyph, const QString& title, const QSt
     column->addWidget(new GlyphView(glyph, 48, Token::Text3), 0, Qt::AlignHCenter);
     column->addSpacing(6);
   }
-  auto* heading = new TokenLabel(title, TextStyle::SheetTitle, Token::Text);
+  auto* heading = new TokenLabel(title, TextStyle::PanelTitle, Token::Text);
   auto* below = new TokenLabel(line, TextStyle::Body, Token::Text2);
   for (TokenLabel* label : {heading, below}) {
     label->setAlignment(Qt::AlignCenter);

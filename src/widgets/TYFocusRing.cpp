@@ -6,6 +6,8 @@
 #include <QComboBox>
 #include <QFocusEvent>
 #include <QFocusFrame>
+#include <QKeyEvent>
+#include <QMenuBar>
 
 namespace widgets {
 namespace {
@@ -33,6 +35,10 @@ TYFocusRing::~TYFocusRing() {
 
 bool TYFocusRing::eventFilter(QObject* watched, QEvent* event) {
   const QEvent::Type type = event->type();
+  if (type == QEvent::ApplicationDeactivate) showMnemonics(false);
+  if ((type == QEvent::KeyPress || type == QEvent::KeyRelease) &&
+      static_cast<QKeyEvent*>(event)->key() == Qt::Key_Alt)
+    showMnemonics(type == QEvent::KeyPress);
   if (type == QEvent::FocusIn || type == QEvent::FocusOut || type == QEvent::MouseButtonPress) {
     auto* widget = qobject_cast<QWidget*>(watched);
     if (!widget || !takesRing(widget)) return false;
@@ -51,6 +57,13 @@ void TYFocusRing::show(QWidget* widget) {
   // The frame lives among the widget's siblings and goes with their parent, so it may be gone.
   if (!m_frame) m_frame = new QFocusFrame(widget);
   m_frame->setWidget(widget);
+}
+
+void TYFocusRing::showMnemonics(bool shown) {
+  if (shown == m_mnemonics) return;
+  m_mnemonics = shown;
+  for (QWidget* widget : QApplication::allWidgets())
+    if (qobject_cast<QMenuBar*>(widget) || qobject_cast<QMenu*>(widget)) widget->update();
 }
 
 void TYFocusRing::hide() {

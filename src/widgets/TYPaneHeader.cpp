@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 
+#include "widgets/DevicePixels.h"
 #include "widgets/TYGlyph.h"
 #include "widgets/TYStyleKit.h"
 
@@ -46,6 +47,11 @@ void TYPaneHeader::setFixed(bool fixed) {
   setOpen(true);
 }
 
+void TYPaneHeader::setRuled(bool ruled) {
+  m_ruled = ruled;
+  update();
+}
+
 QSize TYPaneHeader::sizeHint() const {
   return {120, kHeight};
 }
@@ -60,6 +66,8 @@ void TYPaneHeader::keyPressEvent(QKeyEvent* event) {
 
 void TYPaneHeader::paintEvent(QPaintEvent*) {
   QPainter painter(this);
+  if (m_ruled)
+    DevicePixels(painter).horizontal(0, width(), 0, TYStyleKit::colour(Token::Separator));
   if (!m_fixed) {
     const QRectF box(kTriangle, (height() - 16) / 2.0, 16, 16);
     TYGlyph::paint(painter,

@@ -18,6 +18,8 @@ class TYPaneHeader : public QAbstractButton {
   [[nodiscard]] QString note() const { return m_note; }
   [[nodiscard]] bool isOpen() const { return isChecked(); }
   void setOpen(bool open) { setChecked(open); }
+  /// Whether a hairline divides it from what is above; the first pane of a panel has none.
+  void setRuled(bool ruled);
   /// A pane that always is open has no triangle.
   void setFixed(bool fixed);
   [[nodiscard]] QSize sizeHint() const override;
@@ -30,6 +32,7 @@ class TYPaneHeader : public QAbstractButton {
   QPointer<QWidget> m_content;
   QString m_note;
   bool m_fixed = false;
+  bool m_ruled = true;
 };
 
 }  // namespace widgets

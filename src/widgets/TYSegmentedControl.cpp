@@ -59,6 +59,7 @@ void TYSegmentedControl::setOnToken(int index, Token token) {
 
 void TYSegmentedControl::setSegmentWidth(int width) {
   for (QAbstractButton* segment : m_group.buttons()) segment->setFixedWidth(width);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
 int TYSegmentedControl::count() const {

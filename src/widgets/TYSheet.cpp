@@ -118,7 +118,8 @@ void TYSheet::closeSheet() {
 }
 
 QRect TYSheet::sheetRect() const {
-  const int width = std::min(m_width, this->width() - 2 * kSideRoom);
+  const int wanted = std::max(m_width, m_panel->minimumSizeHint().width());
+  const int width = std::min(wanted, this->width() - 2 * kSideRoom);
   int height = m_panel->sizeHint().height();
   if (m_panel->layout()->hasHeightForWidth()) height = m_panel->layout()->heightForWidth(width);
   height = std::min(height, this->height() - kFromTop);

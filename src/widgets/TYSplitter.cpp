@@ -14,7 +14,8 @@ class WideHandle : public QSplitterHandle {
  protected:
   // The handle lies over its neighbours by its margins and lets them show through.
   void resizeEvent(QResizeEvent* event) override {
-    QSplitterHandle::resizeEvent(event);
+    // The base class would set margins of two.
+    QWidget::resizeEvent(event);
     const int beside = kGrabBeside;
     if (orientation() == Qt::Horizontal) {
       setContentsMargins(beside, 0, beside, 0);

@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QSlider>
 #include <QTabBar>
@@ -46,9 +47,25 @@ bool reactsToPointer(const QWidget* widget) {
 
 // Text areas have rounded corners, which their viewports must keep clear of.
 int frameWidth(const QWidget* widget) {
-  const bool isArea = qobject_cast<const QAbstractScrollArea*>(widget) &&
-                      !qobject_cast<const QAbstractItemView*>(widget);
-  return isArea ? 3 : 1;
+  const bool isText =
+      qobject_cast<const QTextEdit*>(widget) || qobject_cast<const QPlainTextEdit*>(widget);
+  return isText ? 3 : 1;
+}
+
+// Lines between parts of a panel.
+bool drawLine(const QStyleOption& option, QPainter& painter) {
+  const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(&option);
+  if (!frame) return false;
+  const QColor colour = TYStyleKit::colour(Token::Separator);
+  const QRectF r = frame->rect;
+  const DevicePixels pixels(painter);
+  if (frame->frameShape == QFrame::HLine)
+    pixels.horizontal(r.left(), r.right(), r.center().y(), colour);
+  else if (frame->frameShape == QFrame::VLine)
+    pixels.vertical(r.center().x(), r.top(), r.bottom(), colour);
+  else
+    return false;
+  return true;
 }
 
 }  // namespace
@@ -95,6 +112,8 @@ int TYStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     case PM_MenuBarItemSpacing:
       return 0;
     case PM_FocusFrameHMargin:
+      // Views take it for the space beside what is in a cell.
+      return qobject_cast<const QAbstractItemView*>(widget) ? 7 : 3;
     case PM_FocusFrameVMargin:
     case PM_MenuHMargin:
     case PM_MenuVMargin:
@@ -162,6 +181,8 @@ int TYStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget
     case SH_ScrollBar_Transient:
     case SH_FocusFrame_Mask:
       return 0;
+    case SH_UnderlineShortcut:
+      return m_focusRing->showsMnemonics() ? 1 : 0;
     case SH_ToolTipLabel_Opacity:
       return 255;
     case SH_ItemView_ShowDecorationSelected:
@@ -231,8 +252,9 @@ QRect TYStyle::subElementRect(SubElement element, const QStyleOption* option,
     case SE_LineEditContents: {
       const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
       // Qt adds two more on either side.
-      return frame && frame->lineWidth > 0 ? option->rect.adjusted(6, 1, -6, -1) : option->rect;
+      return frame && frame->lineWidth > 0 ? option->rect.adjusted(6, 0, -6, -1) : option->rect;
     }
+    case SE_HeaderLabel:
     case SE_PushButtonContents:
     case SE_ProgressBarGroove:
     case SE_ProgressBarContents:
@@ -251,7 +273,7 @@ QRect TYStyle::subControlRect(ComplexControl control, const QStyleOptionComplex*
   }
   const QRect r = option->rect;
   if (control == CC_ComboBox && part == SC_ComboBoxEditField)
-    return visualRect(option->direction, r, r.adjusted(1, 1, -(kGlyphSide + 6), -1));
+    return visualRect(option->direction, r, r.adjusted(6, 0, -(kGlyphSide + 6), -1));
   if (control == CC_SpinBox) {
     const int x = r.right() - 2 - kGlyphSide;
     switch (part) {
@@ -299,6 +321,7 @@ bool TYStyle::drawFrames(PrimitiveElement element, const QStyleOption& option, Q
       DevicePixels(painter).box(option.rect, TYStyleKit::colour(Token::Raised),
                                 TYStyleKit::colour(Token::Border), kControlRadius);
       return true;
+    case PE_IndicatorHeaderArrow:  // drawn with the label
     case PE_FrameMenu:
     case PE_FrameStatusBarItem:
     case PE_FrameTabBarBase:
@@ -348,13 +371,15 @@ void TYStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option
 
 bool TYStyle::drawMenus(ControlElement element, const QStyleOption& option,
                         QPainter& painter) const {
+  const Qt::TextFlag mnemonics =
+      m_focusRing->showsMnemonics() ? Qt::TextShowMnemonic : Qt::TextHideMnemonic;
   switch (element) {
     case CE_MenuItem:
-      return drawAs<QStyleOptionMenuItem>(&option,
-                                          [&](const auto& o) { drawMenuItem(o, painter); });
+      return drawAs<QStyleOptionMenuItem>(
+          &option, [&](const auto& o) { drawMenuItem(o, painter, mnemonics); });
     case CE_MenuBarItem:
-      return drawAs<QStyleOptionMenuItem>(&option,
-                                          [&](const auto& o) { drawMenuBarItem(o, painter); });
+      return drawAs<QStyleOptionMenuItem>(
+          &option, [&](const auto& o) { drawMenuBarItem(o, painter, mnemonics); });
     case CE_MenuBarEmptyArea:
       painter.fillRect(option.rect, TYStyleKit::colour(Token::Window));
       return true;
@@ -415,6 +440,9 @@ void TYStyle::drawControl(ControlElement element, const QStyleOption* option, QP
     case CE_HeaderEmptyArea:
       painter->fillRect(option->rect, TYStyleKit::colour(Token::Raised));
       return;
+    case CE_ShapedFrame:
+      if (drawLine(*option, *painter)) return;
+      break;
     case CE_FocusFrame: {
       const DevicePixels pixels(*painter);
       pixels.edge(option->rect, TYStyleKit::colour(Token::Accent), kControlRadius + 3,
@@ -455,7 +483,9 @@ void TYStyle::drawComplexControl(ComplexControl control, const QStyleOptionCompl
                                          [&](const auto& o) { drawSpinBox(o, *painter, widget); });
       break;
     case CC_Slider: {
-      const QRectF knob = proxy()->subControlRect(CC_Slider, option, SC_SliderHandle, widget);
+      QRectF knob(0, 0, kKnobSide, kKnobSide);
+      knob.moveCenter(
+          QRectF(proxy()->subControlRect(CC_Slider, option, SC_SliderHandle, widget)).center());
       done =
           drawAs<QStyleOptionSlider>(option, [&](const auto& o) { drawSlider(o, knob, *painter); });
       break;

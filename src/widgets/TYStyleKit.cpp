@@ -65,6 +65,8 @@ QFont TYStyleKit::font(TextStyle style) {
       return face(11.25, QFont::Medium);
     case TextStyle::SheetTitle:
       return face(10.5, QFont::DemiBold);
+    case TextStyle::PanelTitle:
+      return face(9.75, QFont::DemiBold);
   }
   return {};
 }

@@ -13,7 +13,17 @@ namespace widgets {
 class SystemAppearance;
 
 /// The faces of the interface; sizes are in points, so that the desktop's font scale works.
-enum class TextStyle { Body, Medium, Title, Small, SmallMedium, Ruler, TimeCode, SheetTitle };
+enum class TextStyle {
+  Body,
+  Medium,
+  Title,
+  Small,
+  SmallMedium,
+  Ruler,
+  TimeCode,
+  SheetTitle,
+  PanelTitle
+};
 
 /// The drawing kit of the interface: colours of the current theme, fonts, named drawings.
 /// One for the program; lives on the thread of the interface.

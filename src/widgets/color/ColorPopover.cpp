@@ -97,7 +97,7 @@ QHBoxLayout* ColorPopover::entryRow(bool hasAlpha) {
   row->addWidget(m_opacity);
   if (canReadScreen()) {
     auto* dropper = new QToolButton;
-    dropper->setIcon(TYStyleKit::image(QStringLiteral("Search")));
+    dropper->setIcon(TYStyleKit::image(QStringLiteral("Dropper")));
     dropper->setIconSize({16, 16});
     dropper->setToolTip(tr("Pick a color from the screen"));
     dropper->setAccessibleName(dropper->toolTip());

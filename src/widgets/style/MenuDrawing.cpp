@@ -69,7 +69,7 @@ void drawMenuPanel(const QRectF& rect, QPainter& painter) {
                             TYStyleKit::colour(Token::Border), kPanelRadius);
 }
 
-void drawMenuItem(const QStyleOptionMenuItem& option, QPainter& painter) {
+void drawMenuItem(const QStyleOptionMenuItem& option, QPainter& painter, Qt::TextFlag mnemonics) {
   if (option.menuItemType == QStyleOptionMenuItem::Separator) {
     drawSeparator(option, painter);
     return;
@@ -86,8 +86,7 @@ void drawMenuItem(const QStyleOptionMenuItem& option, QPainter& painter) {
   const QStringList parts = option.text.split(QLatin1Char('\t'));
   painter.setFont(option.font);
   painter.setPen(colours.text);
-  painter.drawText(text,
-                   Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic | Qt::TextSingleLine,
+  painter.drawText(text, Qt::AlignLeft | Qt::AlignVCenter | mnemonics | Qt::TextSingleLine,
                    parts.constFirst());
   if (parts.size() > 1) {
     painter.setPen(selected || !enabled ? colours.text : TYStyleKit::colour(Token::Text3));
@@ -112,14 +111,14 @@ QSize menuItemSize(const QStyleOptionMenuItem& option, const QSize& text) {
   return {width, kItemHeight};
 }
 
-void drawMenuBarItem(const QStyleOptionMenuItem& option, QPainter& painter) {
+void drawMenuBarItem(const QStyleOptionMenuItem& option, QPainter& painter,
+                     Qt::TextFlag mnemonics) {
   painter.fillRect(option.rect, TYStyleKit::colour(Token::Window));
   const bool enabled = option.state & QStyle::State_Enabled;
   if (enabled && (option.state & (QStyle::State_Selected | QStyle::State_Sunken)))
     DevicePixels(painter).fill(option.rect, TYStyleKit::colour(Token::ControlOn), kControlRadius);
   painter.setPen(TYStyleKit::colour(enabled ? Token::Text : Token::TextDisabled));
-  painter.drawText(option.rect, Qt::AlignCenter | Qt::TextShowMnemonic | Qt::TextSingleLine,
-                   option.text);
+  painter.drawText(option.rect, Qt::AlignCenter | mnemonics | Qt::TextSingleLine, option.text);
 }
 
 }  // namespace widgets

@@ -13,6 +13,7 @@ inline constexpr double kControlRadius = 4;
 inline constexpr double kPanelRadius = 6;
 inline constexpr int kControlHeight = 24;
 inline constexpr int kGlyphSide = 16;
+inline constexpr int kKnobSide = 12;
 
 void drawPushButtonBevel(const QStyleOptionButton& option, QPainter& painter);
 void drawPushButtonLabel(const QStyleOptionButton& option, QPainter& painter);
@@ -36,9 +37,9 @@ void drawScrollBar(const QStyleOptionSlider& option, const QRectF& thumb, QPaint
 void drawProgress(const QStyleOptionProgressBar& option, QPainter& painter, const QWidget* widget);
 
 void drawMenuPanel(const QRectF& rect, QPainter& painter);
-void drawMenuItem(const QStyleOptionMenuItem& option, QPainter& painter);
+void drawMenuItem(const QStyleOptionMenuItem& option, QPainter& painter, Qt::TextFlag mnemonics);
 [[nodiscard]] QSize menuItemSize(const QStyleOptionMenuItem& option, const QSize& text);
-void drawMenuBarItem(const QStyleOptionMenuItem& option, QPainter& painter);
+void drawMenuBarItem(const QStyleOptionMenuItem& option, QPainter& painter, Qt::TextFlag mnemonics);
 
 void drawTabShape(const QStyleOptionTab& option, QPainter& painter);
 void drawTabLabel(const QStyleOptionTab& option, QPainter& painter);

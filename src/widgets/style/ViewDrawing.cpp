@@ -57,11 +57,9 @@ void drawHeaderLabel(const QStyleOptionHeader& option, QPainter& painter) {
   if (option.sortIndicator != QStyleOptionHeader::None) {
     const QRectF arrow(text.right() - 11, text.center().y() - 5, 12, 12);
     painter.save();
-    if (option.sortIndicator == QStyleOptionHeader::SortUp) {
-      painter.translate(0, 2 * arrow.center().y());
-      painter.scale(1, -1);
-    }
-    TYGlyph::paint(painter, QStringLiteral("Down"), arrow, colour);
+    painter.translate(arrow.center());
+    if (option.sortIndicator == QStyleOptionHeader::SortUp) painter.scale(1, -1);
+    TYGlyph::paint(painter, QStringLiteral("Down"), arrow.translated(-arrow.center()), colour);
     painter.restore();
     text.setRight(text.right() - 14);
   }

@@ -1,0 +1,17 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+
+#include "support/LogGuard.h"
+#include "widgets/TYStyleKit.h"
+
+// These tests need widgets, styled as in the editor.
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+  QApplication application(argc, argv);
+  testing::InitGoogleTest(&argc, argv);
+  support::LogGuard::install();
+  widgets::TYStyleKit::install(application);
+  return RUN_ALL_TESTS();
+}
