@@ -113,7 +113,7 @@ int TYStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
       return 0;
     case PM_FocusFrameHMargin:
       // Views take it for the space beside what is in a cell.
-      return qobject_cast<const QAbstractItemView*>(widget) ? 7 : 3;
+      return qobject_cast<const QAbstractItemView*>(widget) ? 5 : 3;
     case PM_FocusFrameVMargin:
     case PM_MenuHMargin:
     case PM_MenuVMargin:
@@ -454,6 +454,8 @@ void TYStyle::drawControl(ControlElement element, const QStyleOption* option, QP
         QStyleOptionViewItem own = *item;
         const QColor text = own.palette.color(QPalette::Text);
         own.palette.setColor(QPalette::All, QPalette::HighlightedText, text);
+        // An open folder is not a switch that is on.
+        own.state &= ~State_Open;
         QProxyStyle::drawControl(element, &own, painter, widget);
         return;
       }
