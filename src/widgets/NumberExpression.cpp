@@ -92,7 +92,8 @@ class ExpressionParser {
     appendExponent(digits);
     bool ok = false;
     const double value = digits.toDouble(&ok);
-    if (!ok) {
+    // Too large a number is infinite, which the result then is.
+    if (!ok && !std::isinf(value)) {
       complain(atEnd() ? tr("A number is missing at the end.")
                        : tr("A number is missing before “%1”.").arg(m_text.at(m_at)));
     }
