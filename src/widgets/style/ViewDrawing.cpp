@@ -10,6 +10,21 @@ namespace {
 
 constexpr int kHeaderPadding = 8;
 
+// One outline around all cells of a row: the edges between them fall outside the clip.
+void drawOutline(const QStyleOptionViewItem& option, QPainter& painter) {
+  using Position = QStyleOptionViewItem::ViewItemPosition;
+  const Position at = option.viewItemPosition;
+  const int before = at == QStyleOptionViewItem::Middle || at == QStyleOptionViewItem::End ? 4 : 0;
+  const int after =
+      at == QStyleOptionViewItem::Middle || at == QStyleOptionViewItem::Beginning ? 4 : 0;
+  painter.save();
+  painter.setClipRect(option.rect, Qt::IntersectClip);
+  const DevicePixels pixels(painter);
+  pixels.edge(QRectF(option.rect).adjusted(-before, 0, after, 0), TYStyleKit::colour(Token::Accent),
+              0, 2 / pixels.hairline());
+  painter.restore();
+}
+
 }  // namespace
 
 void drawTabShape(const QStyleOptionTab& option, QPainter& painter) {
@@ -79,8 +94,7 @@ void drawRow(const QStyleOptionViewItem& option, QPainter& painter, bool wholeRo
     painter.fillRect(option.rect, option.backgroundBrush);
   if (selected) {
     pixels.fill(option.rect, TYStyleKit::colour(Token::SelectionRow));
-    if (TYStyleKit::shared().theme().highContrast)
-      pixels.edge(option.rect, TYStyleKit::colour(Token::Accent), 0, 2 / pixels.hairline());
+    if (TYStyleKit::shared().theme().highContrast && !wholeRow) drawOutline(option, painter);
   }
 }
 
