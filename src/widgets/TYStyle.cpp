@@ -2,31 +2,27 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
-#include <QAbstractScrollArea>
+#include <QAbstractSlider>
 #include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
-#include <QPlainTextEdit>
-#include <QScrollBar>
-#include <QSlider>
 #include <QTabBar>
-#include <QTextEdit>
-#include <QToolBar>
 
 #include "widgets/DevicePixels.h"
 #include "widgets/TYFocusRing.h"
 #include "widgets/TYStyleKit.h"
 #include "widgets/style/StyleDrawing.h"
+#include "widgets/style/StyleMetrics.h"
 
 namespace widgets {
 namespace {
 
-template <typename Option, typename Draw>
-bool drawAs(const QStyleOption* option, const Draw& draw) {
-  const auto* typed = qstyleoption_cast<const Option*>(option);
-  if (typed) draw(*typed);
+template <typename Option>
+bool drawAs(const QStyleOption& option, QPainter& painter, void (*draw)(const Option&, QPainter&)) {
+  const auto* typed = qstyleoption_cast<const Option*>(&option);
+  if (typed) draw(*typed, painter);
   return typed != nullptr;
 }
 
@@ -43,13 +39,6 @@ bool reactsToPointer(const QWidget* widget) {
   return qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QComboBox*>(widget) ||
          qobject_cast<const QAbstractSlider*>(widget) || qobject_cast<const QLineEdit*>(widget) ||
          qobject_cast<const QTabBar*>(widget) || qobject_cast<const QAbstractSpinBox*>(widget);
-}
-
-// Text areas have rounded corners, which their viewports must keep clear of.
-int frameWidth(const QWidget* widget) {
-  const bool isText =
-      qobject_cast<const QTextEdit*>(widget) || qobject_cast<const QPlainTextEdit*>(widget);
-  return isText ? 3 : 1;
 }
 
 // Lines between parts of a panel.
@@ -95,155 +84,21 @@ void TYStyle::unpolish(QWidget* widget) {
 
 int TYStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
                          const QWidget* widget) const {
-  switch (metric) {
-    case PM_DefaultFrameWidth:
-      return frameWidth(widget);
-    case PM_SpinBoxFrameWidth:
-    case PM_ComboBoxFrameWidth:
-    case PM_MenuPanelWidth:
-    case PM_ToolTipLabelFrameWidth:
-    case PM_SplitterWidth:
-    case PM_DockWidgetSeparatorExtent:
-    case PM_TextCursorWidth:
-      return 1;
-    case PM_ButtonShiftHorizontal:
-    case PM_ButtonShiftVertical:
-    case PM_MenuBarPanelWidth:
-    case PM_MenuBarItemSpacing:
-      return 0;
-    case PM_FocusFrameHMargin:
-      // Views take it for the space beside what is in a cell.
-      return qobject_cast<const QAbstractItemView*>(widget) ? 5 : 3;
-    case PM_FocusFrameVMargin:
-    case PM_MenuHMargin:
-    case PM_MenuVMargin:
-      return 3;
-    case PM_MenuBarVMargin:
-      return 2;
-    case PM_MenuBarHMargin:
-      return 6;
-    case PM_IndicatorWidth:
-    case PM_IndicatorHeight:
-    case PM_ExclusiveIndicatorWidth:
-    case PM_ExclusiveIndicatorHeight:
-      return 14;
-    case PM_CheckBoxLabelSpacing:
-    case PM_RadioButtonLabelSpacing:
-    case PM_LayoutHorizontalSpacing:
-    case PM_LayoutVerticalSpacing:
-    case PM_HeaderMargin:
-      return 8;
-    case PM_LayoutLeftMargin:
-    case PM_LayoutTopMargin:
-    case PM_LayoutRightMargin:
-    case PM_LayoutBottomMargin:
-      return 12;
-    case PM_ScrollBarExtent:
-      return 10;
-    case PM_ScrollBarSliderMin:
-      return 24;
-    case PM_SliderThickness:
-    case PM_SmallIconSize:
-    case PM_ButtonIconSize:
-    case PM_ListViewIconSize:
-    case PM_TabBarIconSize:
-    case PM_LineEditIconSize:
-    case PM_TreeViewIndentation:
-      return 16;
-    case PM_SliderControlThickness:
-    case PM_SliderLength:
-      return 12;
-    case PM_ToolBarIconSize:
-      return 24;
-    case PM_ToolBarFrameWidth:
-    case PM_TabBarTabOverlap:
-    case PM_TabBarBaseHeight:
-    case PM_TabBarBaseOverlap:
-    case PM_TabBarTabShiftVertical:
-    case PM_ScrollView_ScrollBarSpacing:
-      return 0;
-    case PM_TabBarTabHSpace:
-      return 24;
-    default:
-      return QProxyStyle::pixelMetric(metric, option, widget);
-  }
+  const std::optional<int> own = styleMetric(metric, widget);
+  return own ? *own : QProxyStyle::pixelMetric(metric, option, widget);
 }
 
 int TYStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                        QStyleHintReturn* result) const {
-  switch (hint) {
-    case SH_ToolTip_WakeUpDelay:
-      return 600;
-    case SH_EtchDisabledText:
-    case SH_DitherDisabledText:
-    case SH_Widget_Animation_Duration:
-    case SH_DialogButtonBox_ButtonsHaveIcons:
-    case SH_ScrollBar_Transient:
-    case SH_FocusFrame_Mask:
-      return 0;
-    case SH_UnderlineShortcut:
-      return m_focusRing->showsMnemonics() ? 1 : 0;
-    case SH_ToolTipLabel_Opacity:
-      return 255;
-    case SH_ItemView_ShowDecorationSelected:
-    case SH_Menu_MouseTracking:
-    case SH_MenuBar_MouseTracking:
-    case SH_ComboBox_Popup:
-    case SH_FocusFrame_AboveWidget:
-      return 1;
-    case SH_Slider_AbsoluteSetButtons:
-      return Qt::LeftButton;
-    case SH_Slider_PageSetButtons:
-      return Qt::NoButton;
-    case SH_Header_ArrowAlignment:
-      return Qt::AlignRight | Qt::AlignVCenter;
-    default:
-      return QProxyStyle::styleHint(hint, option, widget, result);
-  }
+  if (hint == SH_UnderlineShortcut) return m_focusRing->showsMnemonics();
+  const std::optional<int> own = styleHintValue(hint);
+  return own ? *own : QProxyStyle::styleHint(hint, option, widget, result);
 }
 
 QSize TYStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                                 const QWidget* widget) const {
-  const bool large = widget && widget->property("large").toBool();
-  switch (type) {
-    case CT_PushButton: {
-      const int arrow = size.width() + (large ? 32 : 20);
-      return {large ? std::max(84, arrow) : arrow, large ? 28 : kControlHeight};
-    }
-    case CT_ToolButton:
-      if (const auto* button = qstyleoption_cast<const QStyleOptionToolButton*>(option))
-        return toolButtonSize(*button);
-      break;
-    case CT_LineEdit:
-      return {size.width() + 16, kControlHeight};
-    case CT_ComboBox:
-      return {size.width() + 37, kControlHeight};
-    case CT_SpinBox:
-      return {size.width() + 24, kControlHeight};
-    case CT_CheckBox:
-    case CT_RadioButton:
-      return {size.width() + (size.width() > 0 ? 22 : 14), kControlHeight};
-    case CT_MenuItem:
-      if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option))
-        return menuItemSize(*item, size);
-      break;
-    case CT_MenuBarItem:
-      return {size.width() + 18, 22};
-    case CT_HeaderSection:
-    case CT_TabBarTab: {
-      const QSize base = QProxyStyle::sizeFromContents(type, option, size, widget);
-      return {base.width(), kControlHeight};
-    }
-    case CT_ItemViewItem: {
-      const QSize base = QProxyStyle::sizeFromContents(type, option, size, widget);
-      return {base.width() + 8, std::max(kControlHeight, base.height())};
-    }
-    case CT_ProgressBar:
-      return {std::max(size.width(), 120), 8};
-    default:
-      break;
-  }
-  return QProxyStyle::sizeFromContents(type, option, size, widget);
+  const QSize base = QProxyStyle::sizeFromContents(type, option, size, widget);
+  return contentsSize(type, option, size, base, widget).value_or(base);
 }
 
 QRect TYStyle::subElementRect(SubElement element, const QStyleOption* option,
@@ -352,17 +207,15 @@ void TYStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option
       drawBranch(*option, *painter);
       return;
     case PE_PanelButtonCommand:
-      if (drawAs<QStyleOptionButton>(option,
-                                     [&](const auto& o) { drawPushButtonBevel(o, *painter); }))
-        return;
+      if (drawAs(*option, *painter, drawPushButtonBevel)) return;
       break;
     case PE_PanelItemViewRow:
-    case PE_PanelItemViewItem: {
-      const bool whole = element == PE_PanelItemViewRow;
-      if (drawAs<QStyleOptionViewItem>(option, [&](const auto& o) { drawRow(o, *painter, whole); }))
+    case PE_PanelItemViewItem:
+      if (const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option)) {
+        drawRow(*item, *painter, element == PE_PanelItemViewRow);
         return;
+      }
       break;
-    }
     default:
       break;
   }
@@ -373,13 +226,14 @@ bool TYStyle::drawMenus(ControlElement element, const QStyleOption& option,
                         QPainter& painter) const {
   const Qt::TextFlag mnemonics =
       m_focusRing->showsMnemonics() ? Qt::TextShowMnemonic : Qt::TextHideMnemonic;
+  const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(&option);
   switch (element) {
     case CE_MenuItem:
-      return drawAs<QStyleOptionMenuItem>(
-          &option, [&](const auto& o) { drawMenuItem(o, painter, mnemonics); });
+      if (item) drawMenuItem(*item, painter, mnemonics);
+      return item;
     case CE_MenuBarItem:
-      return drawAs<QStyleOptionMenuItem>(
-          &option, [&](const auto& o) { drawMenuBarItem(o, painter, mnemonics); });
+      if (item) drawMenuBarItem(*item, painter, mnemonics);
+      return item;
     case CE_MenuBarEmptyArea:
       painter.fillRect(option.rect, TYStyleKit::colour(Token::Window));
       return true;
@@ -390,119 +244,91 @@ bool TYStyle::drawMenus(ControlElement element, const QStyleOption& option,
   }
 }
 
+bool TYStyle::drawParts(ControlElement element, const QStyleOption& option,
+                        QPainter& painter) const {
+  switch (element) {
+    case CE_PushButtonBevel:
+      return drawAs(option, painter, drawPushButtonBevel);
+    case CE_PushButtonLabel:
+      return drawAs(option, painter, drawPushButtonLabel);
+    case CE_ComboBoxLabel:
+      return drawAs(option, painter, drawComboBoxLabel);
+    case CE_TabBarTabShape:
+      return drawAs(option, painter, drawTabShape);
+    case CE_TabBarTabLabel:
+      return drawAs(option, painter, drawTabLabel);
+    case CE_HeaderSection:
+      return drawAs(option, painter, drawHeaderSection);
+    case CE_HeaderLabel:
+      return drawAs(option, painter, drawHeaderLabel);
+    case CE_DockWidgetTitle:
+      return drawAs(option, painter, drawDockTitle);
+    case CE_ShapedFrame:
+      return drawLine(option, painter);
+    case CE_ProgressBarGroove:
+    case CE_ProgressBarLabel:
+      return true;
+    case CE_Splitter:
+      painter.fillRect(option.rect, TYStyleKit::colour(Token::Window));
+      return true;
+    case CE_HeaderEmptyArea:
+      painter.fillRect(option.rect, TYStyleKit::colour(Token::Raised));
+      return true;
+    case CE_FocusFrame: {
+      const DevicePixels pixels(painter);
+      pixels.edge(option.rect, TYStyleKit::colour(Token::Accent), kControlRadius + 3,
+                  2 / pixels.hairline());
+      return true;
+    }
+    default:
+      return false;
+  }
+}
+
 void TYStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                           const QWidget* widget) const {
   painter->save();
   const auto restore = qScopeGuard([painter] { painter->restore(); });
-  if (drawMenus(element, *option, *painter)) return;
-  bool done = false;
-  switch (element) {
-    case CE_PushButtonBevel:
-      done = drawAs<QStyleOptionButton>(option,
-                                        [&](const auto& o) { drawPushButtonBevel(o, *painter); });
-      break;
-    case CE_PushButtonLabel:
-      done = drawAs<QStyleOptionButton>(option,
-                                        [&](const auto& o) { drawPushButtonLabel(o, *painter); });
-      break;
-    case CE_ComboBoxLabel:
-      done = drawAs<QStyleOptionComboBox>(option,
-                                          [&](const auto& o) { drawComboBoxLabel(o, *painter); });
-      break;
-    case CE_TabBarTabShape:
-      done = drawAs<QStyleOptionTab>(option, [&](const auto& o) { drawTabShape(o, *painter); });
-      break;
-    case CE_TabBarTabLabel:
-      done = drawAs<QStyleOptionTab>(option, [&](const auto& o) { drawTabLabel(o, *painter); });
-      break;
-    case CE_HeaderSection:
-      done = drawAs<QStyleOptionHeader>(option,
-                                        [&](const auto& o) { drawHeaderSection(o, *painter); });
-      break;
-    case CE_HeaderLabel:
-      done =
-          drawAs<QStyleOptionHeader>(option, [&](const auto& o) { drawHeaderLabel(o, *painter); });
-      break;
-    case CE_DockWidgetTitle:
-      done = drawAs<QStyleOptionDockWidget>(option,
-                                            [&](const auto& o) { drawDockTitle(o, *painter); });
-      break;
-    case CE_ProgressBarGroove:
-    case CE_ProgressBarLabel:
-      return;
-    case CE_ProgressBarContents:
-      done = drawAs<QStyleOptionProgressBar>(
-          option, [&](const auto& o) { drawProgress(o, *painter, widget); });
-      break;
-    case CE_Splitter:
-      painter->fillRect(option->rect, TYStyleKit::colour(Token::Window));
-      return;
-    case CE_HeaderEmptyArea:
-      painter->fillRect(option->rect, TYStyleKit::colour(Token::Raised));
-      return;
-    case CE_ShapedFrame:
-      if (drawLine(*option, *painter)) return;
-      break;
-    case CE_FocusFrame: {
-      const DevicePixels pixels(*painter);
-      pixels.edge(option->rect, TYStyleKit::colour(Token::Accent), kControlRadius + 3,
-                  2 / pixels.hairline());
-      return;
-    }
-    case CE_ItemViewItem:
-      if (const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option)) {
-        QStyleOptionViewItem own = *item;
-        const QColor text = own.palette.color(QPalette::Text);
-        own.palette.setColor(QPalette::All, QPalette::HighlightedText, text);
-        // An open folder is not a switch that is on.
-        own.state &= ~State_Open;
-        QProxyStyle::drawControl(element, &own, painter, widget);
-        return;
-      }
-      break;
-    default:
-      break;
+  if (drawMenus(element, *option, *painter) || drawParts(element, *option, *painter)) return;
+  if (element == CE_ProgressBarContents) {
+    if (const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option))
+      drawProgress(*bar, *painter, widget);
+    return;
   }
-  if (!done) QProxyStyle::drawControl(element, option, painter, widget);
+  const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option);
+  if (element != CE_ItemViewItem || !item) {
+    QProxyStyle::drawControl(element, option, painter, widget);
+    return;
+  }
+  QStyleOptionViewItem own = *item;
+  own.palette.setColor(QPalette::All, QPalette::HighlightedText, own.palette.color(QPalette::Text));
+  // An open folder is not a switch that is on.
+  own.state &= ~State_Open;
+  QProxyStyle::drawControl(element, &own, painter, widget);
 }
 
 void TYStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                                  QPainter* painter, const QWidget* widget) const {
   painter->save();
   const auto restore = qScopeGuard([painter] { painter->restore(); });
-  bool done = false;
-  switch (control) {
-    case CC_ToolButton:
-      done = drawAs<QStyleOptionToolButton>(option,
-                                            [&](const auto& o) { drawToolButton(o, *painter); });
-      break;
-    case CC_ComboBox:
-      done =
-          drawAs<QStyleOptionComboBox>(option, [&](const auto& o) { drawComboBox(o, *painter); });
-      break;
-    case CC_SpinBox:
-      done = drawAs<QStyleOptionSpinBox>(option,
-                                         [&](const auto& o) { drawSpinBox(o, *painter, widget); });
-      break;
-    case CC_Slider: {
-      QRectF knob(0, 0, kKnobSide, kKnobSide);
-      knob.moveCenter(
-          QRectF(proxy()->subControlRect(CC_Slider, option, SC_SliderHandle, widget)).center());
-      done =
-          drawAs<QStyleOptionSlider>(option, [&](const auto& o) { drawSlider(o, knob, *painter); });
-      break;
-    }
-    case CC_ScrollBar: {
-      const QRectF thumb =
-          proxy()->subControlRect(CC_ScrollBar, option, SC_ScrollBarSlider, widget);
-      done = drawAs<QStyleOptionSlider>(
-          option, [&](const auto& o) { drawScrollBar(o, thumb, *painter, widget); });
-      break;
-    }
-    default:
-      break;
+  const auto* range = qstyleoption_cast<const QStyleOptionSlider*>(option);
+  const auto* spin = qstyleoption_cast<const QStyleOptionSpinBox*>(option);
+  const auto part = [&](SubControl which) {
+    return QRectF(proxy()->subControlRect(control, option, which, widget));
+  };
+  if (control == CC_ToolButton && drawAs(*option, *painter, drawToolButton)) return;
+  if (control == CC_ComboBox && drawAs(*option, *painter, drawComboBox)) return;
+  if (control == CC_SpinBox && spin) {
+    drawSpinBox(*spin, *painter, widget);
+  } else if (control == CC_Slider && range) {
+    QRectF knob(0, 0, kKnobSide, kKnobSide);
+    knob.moveCenter(part(SC_SliderHandle).center());
+    drawSlider(*range, knob, *painter);
+  } else if (control == CC_ScrollBar && range) {
+    drawScrollBar(*range, part(SC_ScrollBarSlider), *painter, widget);
+  } else {
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
   }
-  if (!done) QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
 QIcon TYStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,

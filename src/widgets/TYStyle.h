@@ -43,6 +43,7 @@ class TYStyle : public QProxyStyle {
  private:
   bool drawFrames(PrimitiveElement element, const QStyleOption& option, QPainter& painter,
                   const QWidget* widget) const;
+  bool drawParts(ControlElement element, const QStyleOption& option, QPainter& painter) const;
   bool drawMenus(ControlElement element, const QStyleOption& option, QPainter& painter) const;
 
   std::unique_ptr<TYFocusRing> m_focusRing;
