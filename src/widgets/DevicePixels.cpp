@@ -82,4 +82,15 @@ void DevicePixels::vertical(double x, double y1, double y2, const QColor& colour
   m_painter.fillRect(QRectF(line.left(), line.top(), hairline(), line.height()), colour);
 }
 
+QRegion roundedRegion(const QRect& rect, int radius) {
+  QRegion region(rect.adjusted(0, radius, 0, -radius));
+  for (int row = 0; row < radius; ++row) {
+    const double rise = radius - row - 0.5;
+    const int inset = int(radius - std::sqrt(radius * radius - rise * rise));
+    region += QRect(rect.left() + inset, rect.top() + row, rect.width() - 2 * inset, 1);
+    region += QRect(rect.left() + inset, rect.bottom() - row, rect.width() - 2 * inset, 1);
+  }
+  return region;
+}
+
 }  // namespace widgets

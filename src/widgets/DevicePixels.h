@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QPainterPath>
 #include <QRectF>
+#include <QRegion>
 
 class QPainter;
 
@@ -33,5 +34,9 @@ class DevicePixels {
   QPainter& m_painter;
   double m_scale;
 };
+
+/// All but the corners of a rounded rectangle: the shape of a pop-up where no compositor makes its
+/// corners transparent.
+[[nodiscard]] QRegion roundedRegion(const QRect& rect, int radius);
 
 }  // namespace widgets

@@ -91,6 +91,12 @@ int TYStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
 int TYStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                        QStyleHintReturn* result) const {
   if (hint == SH_UnderlineShortcut) return m_focusRing->showsMnemonics();
+  if (hint == SH_Menu_Mask || hint == SH_ToolTip_Mask) {
+    auto* mask = qstyleoption_cast<QStyleHintReturnMask*>(result);
+    const double radius = hint == SH_Menu_Mask ? kPanelRadius : kControlRadius;
+    if (mask && option) mask->region = roundedRegion(option->rect, int(radius));
+    return mask && option;
+  }
   const std::optional<int> own = styleHintValue(hint);
   return own ? *own : QProxyStyle::styleHint(hint, option, widget, result);
 }

@@ -14,6 +14,7 @@ namespace {
 
 constexpr int kPadding = 9;
 constexpr int kHeight = 24;
+constexpr int kRadius = 4;
 constexpr int kBelow = 12;
 
 }  // namespace
@@ -50,6 +51,7 @@ void TYTooltipWindow::updateTipWithString(const QString& text, QPoint position) 
     if (plate.bottom() > room.bottom()) plate.moveBottom(position.y() - kBelow);
   }
   setGeometry(plate);
+  setMask(roundedRegion(rect(), kRadius));
   update();
 }
 
@@ -64,7 +66,7 @@ void TYTooltipWindow::hideTooltip() {
 void TYTooltipWindow::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   DevicePixels(painter).box(rect(), TYStyleKit::colour(Token::Raised),
-                            TYStyleKit::colour(Token::Border), 4);
+                            TYStyleKit::colour(Token::Border), kRadius);
   painter.setFont(font());
   painter.setPen(TYStyleKit::colour(Token::Text));
   TabularText::draw(painter, rect(), Qt::AlignCenter, m_text);

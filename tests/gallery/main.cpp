@@ -1,7 +1,8 @@
 // Shows every control of the widgets layer in its states, for the eye and for pictures:
-//   widgets_gallery [--theme dark|light|contrast] [--page controls|bars|glyphs|sheet|menu|colour]
-//                   [--shot FILE.png]
+//   widgets_gallery [--theme dark|light|contrast] [--shot FILE.png]
+//                   [--page controls|bars|glyphs|sheet|menu|combo|tip|colour|ring]
 #include <QApplication>
+#include <QComboBox>
 #include <QCommandLineParser>
 #include <QFocusEvent>
 #include <QHBoxLayout>
@@ -11,6 +12,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
+#include <QToolTip>
 
 #include "gallery/Pages.h"
 #include "widgets/TYAlert.h"
@@ -89,6 +91,10 @@ void stage(QMainWindow& window, const QString& page) {
                                                         window.mapToGlobal(QPoint(500, 300)));
     TYTooltipWindow::sharedWindow().showTooltip();
   }
+  if (page == QLatin1String("combo")) window.findChild<QComboBox*>()->showPopup();
+  if (page == QLatin1String("tip"))
+    QToolTip::showText(window.mapToGlobal(QPoint(400, 300)),
+                       QStringLiteral("Select two or more components."), &window);
   if (page == QLatin1String("colour")) {
     RecentColors::shared().add(Qt::red);
     RecentColors::shared().add(QColor(79, 90, 226));

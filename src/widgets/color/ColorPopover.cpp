@@ -22,7 +22,7 @@ namespace {
 
 constexpr int kWidth = 236;
 constexpr int kPadding = 12;
-constexpr double kRadius = 6;
+constexpr int kRadius = 6;
 
 // Under Wayland no program may read the screen.
 bool canReadScreen() {
@@ -206,6 +206,7 @@ void ColorPopover::showBeside(const QRect& globalRect) {
     at.setX(std::clamp(at.x(), room.left(), std::max(room.left(), room.right() - width())));
   }
   move(at);
+  setMask(roundedRegion(rect(), kRadius));
   show();
   m_hex->setFocus(Qt::PopupFocusReason);
   m_hex->selectAll();
