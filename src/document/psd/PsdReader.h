@@ -35,13 +35,9 @@ class PsdReader {
     return m_bytes.sliced(m_position - taken, taken);
   }
   void skip(quint64 count) { (void)take(count); }
-  /// A reader of the next bytes alone. Not ok from the start when the data ends before.
-  PsdReader section(quint64 count) {
-    const bool whole = count <= static_cast<quint64>(remaining());
-    PsdReader part(take(count), m_large);
-    part.m_ok = whole;
-    return part;
-  }
+  /// A reader of the next bytes alone, or of fewer when the data ends before: then this reader is
+  /// not ok any more, but the new one is until it gets there.
+  PsdReader section(quint64 count) { return PsdReader(take(count), m_large); }
   /// What comes next, without going on; empty when there are not as many bytes.
   [[nodiscard]] QByteArrayView peek(qint64 count) const {
     return count <= remaining() ? m_bytes.sliced(m_position, count) : QByteArrayView();

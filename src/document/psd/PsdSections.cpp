@@ -61,7 +61,7 @@ PsdSections PsdSections::read(PsdReader& reader) {
   if (info.remaining() >= 2) readLayers(info, sections);
   if (sections.records.empty() && !sections.isDamaged)
     readLayersFromBlocks(layersAndMasks, sections);
-  sections.isCutOff |= !reader.isOk();
+  sections.isCutOff |= !reader.isOk() || !layersAndMasks.isOk();
   sections.flattened = reader;
   return sections;
 }
