@@ -196,6 +196,40 @@ TEST(PsdDocument, MultipliesTheOpacityOfTheFilling) {
   EXPECT_NEAR(read(writer).layers.at(0).opacity, 0.252, 1e-3);
 }
 
+TEST(PsdDocument, ClipsLayersToTheOneBelow) {
+  PsdWriter writer;
+  PsdTestLayer base{QStringLiteral("Base"), {1, 0}, filled({2, 1}, Qt::red)};
+  base.image.setPixel(1, 0, qRgba(255, 0, 0, 51));
+  base.opacity = 128;
+  PsdTestLayer low = layer("Low");
+  low.clipped = true;
+  PsdTestLayer high = layer("High");
+  high.clipped = true;
+  high.opacity = 128;
+  writer.layers = {layer("Bottom"), base, low, high, layer("Top")};
+  PsdDocument document = read(writer);
+  EXPECT_TRUE(document.warnings.isEmpty());
+  for (const PsdPicture& picture : {document.layers.at(1), document.layers.at(2)}) {
+    QList<int> alpha;
+    for (int i = 0; i < 6; ++i) alpha.append(qAlpha(picture.image.pixel(i % 3, i / 3)));
+    EXPECT_EQ(alpha, (QList<int>{0, 255, 51, 0, 0, 0}));
+  }
+  EXPECT_NEAR(document.layers[2].opacity, 0.502, 1e-3);
+  EXPECT_NEAR(document.layers[1].opacity, 0.252, 1e-3);
+  EXPECT_EQ(qAlpha(document.layers[0].image.pixel(0, 1)), 255);
+
+  writer.layers[1].hidden = true;
+  document = read(writer);
+  EXPECT_FALSE(document.layers.at(1).visible);
+  EXPECT_TRUE(document.layers.at(0).visible);
+
+  // A layer cannot be clipped to one beyond the bottom of its group.
+  writer.layers = {layer("Bottom"), divider("</>", 3), low, divider("Group", 1)};
+  document = read(writer);
+  EXPECT_EQ(qAlpha(document.layers.at(0).image.pixel(0, 0)), 255);
+  EXPECT_THAT(document.warnings.join(QString()).toStdString(), HasSubstr("below: Low."));
+}
+
 TEST(PsdDocument, TellsWhatItLeavesOut) {
   PsdWriter writer;
   PsdTestLayer multiplied = layer("Multiplied");
@@ -207,7 +241,7 @@ TEST(PsdDocument, TellsWhatItLeavesOut) {
   empty.image = {};
   PsdTestLayer distant = layer("Distant");
   distant.topLeft = {2'000'000'000, 0};
-  writer.layers = {multiplied, clipped, empty, distant};
+  writer.layers = {multiplied, empty, clipped, distant};
   const PsdDocument document = read(writer);
   EXPECT_EQ(namesOf(document).join(QLatin1Char(' ')), QStringLiteral("Clipped Multiplied"));
   EXPECT_THAT(document.warnings.join(QLatin1Char('\n')).toStdString(),

@@ -1,5 +1,7 @@
 #include "document/psd/PsdLayerCollector.h"
 
+#include "document/psd/PsdClipping.h"
+
 namespace document {
 
 namespace {
@@ -33,11 +35,14 @@ std::vector<PsdPicture> PsdLayerCollector::collect(const std::vector<PsdLayerRec
         break;
     }
   }
+  giveUpClipping();
   return std::move(m_pictures);
 }
 
 void PsdLayerCollector::enter(const PsdLayerRecord& record) {
+  giveUpClipping();
   warnAbout(record);
+  if (record.clipped) m_warnings.add(PsdWarnings::Reason::Clipping, record.name);
   bool damaged = false;
   Group group{record.visible, record.opacity, maskOf(record, damaged)};
   if (damaged) m_warnings.add(PsdWarnings::Reason::Damaged, record.name);
@@ -49,6 +54,7 @@ void PsdLayerCollector::enter(const PsdLayerRecord& record) {
 }
 
 void PsdLayerCollector::leave() {
+  giveUpClipping();
   if (!m_groups.empty()) m_groups.pop_back();
 }
 
@@ -88,15 +94,30 @@ bool PsdLayerCollector::canDecode(const PsdLayerRecord& record) {
 void PsdLayerCollector::warnAbout(const PsdLayerRecord& record) {
   using Reason = PsdWarnings::Reason;
   if (record.blended) m_warnings.add(Reason::Blending, record.name);
-  if (record.clipped) m_warnings.add(Reason::Clipping, record.name);
   if (record.hasEffects) m_warnings.add(Reason::Effects, record.name);
   // Programs that draw a vector mask also store it as an ordinary one.
   if (record.hasVectorMask && !record.channel(PsdChannel::UserMask))
     m_warnings.add(Reason::VectorMask, record.name);
 }
 
-void PsdLayerCollector::add(const PsdLayerRecord& record) {
-  if (!canDecode(record)) return;
+void PsdLayerCollector::finishClipping(const PsdPicture& base, const PsdLayerRecord& record) {
+  for (const size_t index : m_clipped) {
+    PsdPicture& picture = m_pictures[index];
+    clipPsdPicture(picture, base);
+    picture.visible &= base.visible;
+    picture.opacity *= record.opacity;
+  }
+  m_clipped.clear();
+}
+
+void PsdLayerCollector::giveUpClipping() {
+  for (const size_t index : m_clipped)
+    m_warnings.add(PsdWarnings::Reason::Clipping, m_pictures[index].name);
+  m_clipped.clear();
+}
+
+std::optional<PsdPicture> PsdLayerCollector::decode(const PsdLayerRecord& record) {
+  if (!canDecode(record)) return {};
   bool damaged = false;
   const std::unique_ptr<PsdMask> own = maskOf(record, damaged);
   std::vector<const PsdMask*> masks;
@@ -107,16 +128,28 @@ void PsdLayerCollector::add(const PsdLayerRecord& record) {
   if (!damaged) image = m_decoder.image(record, masks);
   if (!image) {
     m_warnings.add(PsdWarnings::Reason::Damaged, record.name);
-    return;
+    return {};
   }
-  warnAbout(record);
   PsdPicture picture{std::move(*image), record.name, record.rect.topLeft(), record.opacity,
                      record.visible};
   if (!m_groups.empty()) {
     picture.opacity *= m_groups.back().opacity;
     picture.visible &= m_groups.back().visible;
   }
-  m_pictures.push_back(std::move(picture));
+  return picture;
+}
+
+void PsdLayerCollector::add(const PsdLayerRecord& record) {
+  std::optional<PsdPicture> picture = decode(record);
+  if (picture) warnAbout(record);
+  if (record.clipped) {
+    if (picture) m_clipped.push_back(m_pictures.size());
+  } else if (picture) {
+    finishClipping(*picture, record);
+  } else {
+    giveUpClipping();
+  }
+  if (picture) m_pictures.push_back(std::move(*picture));
 }
 
 }  // namespace document
