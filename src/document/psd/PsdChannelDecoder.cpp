@@ -4,17 +4,16 @@ namespace document {
 
 PsdChannelDecoder::PsdChannelDecoder(std::unique_ptr<PsdRows> rows, int width, int depth)
     : m_rows(std::move(rows)), m_width(width) {
-  if (depth == 16) m_wide.resize(static_cast<size_t>(width) * 2);
+  if (depth == 16) m_wide.resize(static_cast<size_t>(width));
 }
 
 bool PsdChannelDecoder::nextRow(quint8* samples) {
   if (m_wide.empty()) return m_rows->next(samples);
-  if (!m_rows->next(m_wide.data())) return false;
-  const quint8* wide = m_wide.data();
-  for (int i = 0; i < m_width; ++i) {
-    const unsigned sample = static_cast<unsigned>(wide[2 * i]) << 8 | wide[2 * i + 1];
-    samples[i] = static_cast<quint8>((sample * 255 + 32767) / 65535);
-  }
+  if (!m_rows->next(reinterpret_cast<quint8*>(m_wide.data()))) return false;
+  const quint16* wide = m_wide.data();
+  // Exactly sample × 255 / 65535, rounded.
+  for (int i = 0; i < m_width; ++i)
+    samples[i] = static_cast<quint8>((qFromBigEndian(wide[i]) * 255u + 32895u) >> 16);
   return true;
 }
 

@@ -27,7 +27,7 @@ class PsdChannelDecoder {
  private:
   std::unique_ptr<PsdRows> m_rows;
   int m_width;
-  std::vector<quint8> m_wide;  ///< a row of 16 bits; empty for 8
+  std::vector<quint16> m_wide;  ///< a row of big-endian samples; empty for 8 bits
 };
 
 }  // namespace document
