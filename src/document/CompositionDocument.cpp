@@ -59,6 +59,7 @@ void CompositionDocument::emptyDocumentWithResolution(const model::VideoResoluti
   replaceContents();
   m_composition = context().insert(std::make_unique<Composition>(resolution));
   afterLoad();
+  contextIsNew();
 }
 
 Result<void> CompositionDocument::readFromURL(const QUrl& url) {
@@ -82,8 +83,15 @@ void CompositionDocument::takeComposition() {
   if (m_composition) m_composition->setFileURL(quartzCompositionURL());
 }
 
-void CompositionDocument::setFileURL(const QUrl& url) {
-  PersistentPackageDocument::setFileURL(url);
+Result<RecoveredDocument> CompositionDocument::recover(const RecoveryStore& recoveryStore,
+                                                       const RecoveryEntry& entry) {
+  auto recovered = PersistentPackageDocument::recover(recoveryStore, entry);
+  if (recovered) takeComposition();
+  return recovered;
+}
+
+void CompositionDocument::simpleSetFileURL(const QUrl& url) {
+  PersistentPackageDocument::simpleSetFileURL(url);
   if (m_composition) m_composition->setFileURL(quartzCompositionURL());
 }
 

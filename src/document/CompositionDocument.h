@@ -30,7 +30,8 @@ class CompositionDocument : public PersistentPackageDocument {
   /// saveWarnings().
   [[nodiscard]] foundation::Result<void> writeSafelyToURL(const QUrl& url,
                                                           SaveOperation operation) override;
-  void setFileURL(const QUrl& url) override;
+  [[nodiscard]] foundation::Result<RecoveredDocument> recover(const RecoveryStore& recoveryStore,
+                                                              const RecoveryEntry& entry) override;
   /// What the last save left out, and why.
   [[nodiscard]] const QStringList& saveWarnings() const { return m_saveWarnings; }
   /// Stops playback, as is due before the user is asked about unsaved changes.
@@ -47,6 +48,8 @@ class CompositionDocument : public PersistentPackageDocument {
  protected:
   void beforeLoad() override;
   void afterLoad() override;
+  void simpleSetFileURL(const QUrl& url) override;
+  void contentsWereReplaced() override { m_composition = nullptr; }
 
  private:
   void takeComposition();

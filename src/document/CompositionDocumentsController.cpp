@@ -11,21 +11,32 @@ using foundation::Result;
 using model::VideoResolution;
 
 CompositionDocumentsController::CompositionDocumentsController(
-    foundation::UserDefaults& defaults, model::StandardComponents standardComponents)
-    : m_defaults(defaults), m_standardComponents(std::move(standardComponents)) {}
+    foundation::UserDefaults& defaults, model::StandardComponents standardComponents,
+    RecoveryStore recoveryStore)
+    : m_defaults(defaults),
+      m_standardComponents(std::move(standardComponents)),
+      m_recoveryStore(std::move(recoveryStore)) {}
 
 CompositionDocumentsController::~CompositionDocumentsController() = default;
 
 QList<CompositionDocument*> CompositionDocumentsController::documents() const {
   QList<CompositionDocument*> list;
-  for (const auto& document : m_documents) list.append(document.get());
+  for (const Open& open : m_documents) list.append(open.document.get());
   return list;
 }
 
-CompositionDocument& CompositionDocumentsController::add(
-    std::unique_ptr<CompositionDocument> document) {
-  m_documents.push_back(std::move(document));
-  return *m_documents.back();
+CompositionDocumentsController::Open CompositionDocumentsController::make() const {
+  Open open;
+  open.document = std::make_unique<CompositionDocument>(m_standardComponents);
+  open.session = std::make_unique<DocumentSession>(*open.document, m_recoveryStore, m_hooks.warn);
+  return open;
+}
+
+CompositionDocument& CompositionDocumentsController::add(Open open) {
+  m_documents.push_back(std::move(open));
+  CompositionDocument& document = *m_documents.back().document;
+  show(document);
+  return document;
 }
 
 void CompositionDocumentsController::show(CompositionDocument& document) const {
@@ -46,38 +57,67 @@ CompositionDocument& CompositionDocumentsController::openUntitledDocumentAndDisp
                                          ? *m_newDocumentResolution
                                          : VideoResolution::defaultVideoResolution(m_defaults);
   m_newDocumentResolution.reset();
-  CompositionDocument& document = add(std::make_unique<CompositionDocument>(m_standardComponents));
-  if (!resolution.title().isEmpty()) document.emptyDocumentWithResolution(resolution);
-  show(document);
-  return document;
+  Open open = make();
+  if (!resolution.title().isEmpty()) open.document->emptyDocumentWithResolution(resolution);
+  return add(std::move(open));
 }
 
-Result<CompositionDocument*> CompositionDocumentsController::openDocument(const QString& path) {
+Result<CompositionDocument*> CompositionDocumentsController::openDocument(const QString& path,
+                                                                          WhenTaken whenTaken) {
   const auto package = PackageLayout::around(path);
   if (!package) return tl::unexpected(package.error());
-  for (const auto& document : m_documents)
-    if (QFileInfo(document->fileURL().toLocalFile()) == QFileInfo(package->folder())) {
-      show(*document);
-      return document.get();
+  for (const Open& open : m_documents)
+    if (QFileInfo(open.document->fileURL().toLocalFile()) == QFileInfo(package->folder())) {
+      show(*open.document);
+      return open.document.get();
     }
-  auto document = std::make_unique<CompositionDocument>(m_standardComponents);
-  if (auto read = document->readFromURL(QUrl::fromLocalFile(package->folder())); !read)
+  Open open = make();
+  const DocumentLock::Attempt attempt = open.session->lock(
+      package->folder(), whenTaken == WhenTaken::TakeOver ? DocumentLock::Others::Displace
+                                                          : DocumentLock::Others::Respect);
+  if (attempt.state == DocumentLock::State::Taken && whenTaken == WhenTaken::Refuse)
+    return foundation::failure(attempt.sentence, package->folder());
+  if (auto read = open.document->readFromURL(QUrl::fromLocalFile(package->folder())); !read)
     return tl::unexpected(read.error());
-  CompositionDocument& added = add(std::move(document));
-  show(added);
-  return &added;
+  return &add(std::move(open));
+}
+
+Result<CompositionDocument*> CompositionDocumentsController::recoverDocument(
+    const RecoveryEntry& entry, QStringList& warnings) {
+  Open open = make();
+  if (!entry.document.path.isEmpty()) {
+    const DocumentLock::Attempt attempt = open.session->lock(entry.document.path);
+    if (attempt.state == DocumentLock::State::Taken)
+      return foundation::failure(attempt.sentence, entry.document.path);
+  }
+  const auto recovered = open.session->recover(entry);
+  if (!recovered) return tl::unexpected(recovered.error());
+  warnings += *recovered;
+  return &add(std::move(open));
 }
 
 void CompositionDocumentsController::closeDocument(CompositionDocument& document) {
   document.prepareToClose();
   if (m_hooks.willClose) m_hooks.willClose(document);
-  std::erase_if(m_documents, [&](const auto& held) { return held.get() == &document; });
+  const auto closed = std::find_if(m_documents.begin(), m_documents.end(), [&](const Open& open) {
+    return open.document.get() == &document;
+  });
+  if (closed == m_documents.end()) return;
+  const Open closing = std::move(*closed);
+  m_documents.erase(closed);
+  closing.session->close();
+}
+
+void CompositionDocumentsController::autosave() {
+  for (const Open& open : m_documents)
+    if (const auto saved = open.session->autosave(); !saved)
+      foundation::logError(saved.error().text());
 }
 
 QList<CompositionDocument*> CompositionDocumentsController::unsavedDocuments() const {
   QList<CompositionDocument*> unsaved;
-  for (const auto& document : m_documents)
-    if (document->isDocumentEdited()) unsaved.append(document.get());
+  for (const Open& open : m_documents)
+    if (open.document->isDocumentEdited()) unsaved.append(open.document.get());
   return unsaved;
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "document/CompositionDocument.h"
+#include "document/DocumentSession.h"
 #include "foundation/UserDefaults.h"
 
 namespace document {
@@ -18,10 +19,19 @@ class CompositionDocumentsController {
     /// Told before the document is gone.
     std::function<void(CompositionDocument& document)> willClose;
     std::function<void(const QList<CompositionDocument*>& documents)> runSlideshow;
+    /// Something that the user should know, not tied to what they just did.
+    std::function<void(const QString& sentence)> warn;
+  };
+  /// What to do with a document that someone else is editing.
+  enum class WhenTaken {
+    Refuse,  ///< the error says who has it
+    LookAt,  ///< open it all the same; it can only be saved elsewhere
+    TakeOver
   };
 
   CompositionDocumentsController(foundation::UserDefaults& defaults,
-                                 model::StandardComponents standardComponents);
+                                 model::StandardComponents standardComponents,
+                                 RecoveryStore recoveryStore = RecoveryStore());
   ~CompositionDocumentsController();
   void setHooks(Hooks hooks) { m_hooks = std::move(hooks); }
 
@@ -37,8 +47,21 @@ class CompositionDocumentsController {
   /// has no composition.
   CompositionDocument& openUntitledDocumentAndDisplay();
   /// The package at the path, or around it. One that is open already is only shown.
-  [[nodiscard]] foundation::Result<CompositionDocument*> openDocument(const QString& path);
+  [[nodiscard]] foundation::Result<CompositionDocument*> openDocument(
+      const QString& path, WhenTaken whenTaken = WhenTaken::Refuse);
+  /// Unsaved changes are dropped.
   void closeDocument(CompositionDocument& document);
+
+  /// What programs that ended without saving left behind, the latest first.
+  [[nodiscard]] QList<RecoveryEntry> recoverable() const { return m_recoveryStore.recoverable(); }
+  /// Opens it, with its unsaved changes. What is missing is added to the warnings.
+  [[nodiscard]] foundation::Result<CompositionDocument*> recoverDocument(const RecoveryEntry& entry,
+                                                                         QStringList& warnings);
+  [[nodiscard]] foundation::Result<void> discard(const RecoveryEntry& entry) {
+    return m_recoveryStore.discard(entry);
+  }
+  /// Writes what is unsaved beside the documents; for a timer.
+  void autosave();
 
   /// Those to ask about before the program ends.
   [[nodiscard]] QList<CompositionDocument*> unsavedDocuments() const;
@@ -46,14 +69,21 @@ class CompositionDocumentsController {
   void runSlideshow() const;
 
  private:
-  CompositionDocument& add(std::unique_ptr<CompositionDocument> document);
+  /// The session goes before its document.
+  struct Open {
+    std::unique_ptr<CompositionDocument> document;
+    std::unique_ptr<DocumentSession> session;
+  };
+  [[nodiscard]] Open make() const;
+  CompositionDocument& add(Open open);
   void show(CompositionDocument& document) const;
 
   foundation::UserDefaults& m_defaults;
   model::StandardComponents m_standardComponents;
   Hooks m_hooks;
   std::optional<model::VideoResolution> m_newDocumentResolution;
-  std::vector<std::unique_ptr<CompositionDocument>> m_documents;
+  RecoveryStore m_recoveryStore;
+  std::vector<Open> m_documents;
 };
 
 }  // namespace document

@@ -86,6 +86,7 @@ Result<void> PersistentPackageDocument::readFromURL(const QUrl& url) {
   replaceContents(std::move(store), std::move(context));
   m_storeState = state;
   simpleSetFileURL(QUrl::fromLocalFile(QFileInfo(layout->folder()).absoluteFilePath()));
+  if (m_storeObserver) m_storeObserver->contextWasReplaced(*bytes);
   return {};
 }
 
@@ -95,6 +96,11 @@ void PersistentPackageDocument::replaceContents(std::unique_ptr<store::XmlStore>
   m_store = store ? std::move(store) : std::make_unique<store::XmlStore>(m_factories);
   m_context = context ? std::move(context) : std::make_unique<store::ObjectContext>();
   m_warnings = m_store->warnings();
+  contentsWereReplaced();
+}
+
+void PersistentPackageDocument::contextIsNew() {
+  if (m_storeObserver) m_storeObserver->contextWasReplaced({});
 }
 
 void PersistentPackageDocument::afterLoad() {
@@ -107,11 +113,31 @@ Result<void> PersistentPackageDocument::revertToContentsOfURL(const QUrl& url) {
   return readFromURL(url);
 }
 
-Result<void> PersistentPackageDocument::writeStore(const QString& folder) const {
-  return foundation::replaceFile(PackageLayout(folder).store(), m_store->write(*m_context));
+void PersistentPackageDocument::setFileURL(const QUrl& url) {
+  simpleSetFileURL(url);
+  if (m_storeObserver) m_storeObserver->wasMoved();
 }
 
-Result<void> PersistentPackageDocument::writePackage(const QString& folder) const {
+Result<RecoveredDocument> PersistentPackageDocument::recover(const RecoveryStore& recoveryStore,
+                                                             const RecoveryEntry& entry) {
+  auto store = std::make_unique<store::XmlStore>(m_factories);
+  auto context = std::make_unique<store::ObjectContext>();
+  auto recovered = recoveryStore.recover(
+      entry,
+      [&store](const QByteArray& bytes, const QString& path, store::ObjectContext& target) {
+        return store->read(bytes, path, target);
+      },
+      m_factories, *context);
+  if (!recovered) return recovered;
+  replaceContents(std::move(store), std::move(context));
+  const QString& path = recovered->document.path;
+  simpleSetFileURL(path.isEmpty() ? QUrl() : QUrl::fromLocalFile(path));
+  m_storeState = path.isEmpty() ? StoreState() : stateOf(PackageLayout(path).store());
+  return recovered;
+}
+
+Result<void> PersistentPackageDocument::writePackage(const QString& folder,
+                                                     const QByteArray& storeBytes) const {
   if (!m_fileURL.isEmpty()) {
     const PackageLayout present(folderOf(m_fileURL));
     for (const QString& entry : present.otherEntries())
@@ -120,7 +146,7 @@ Result<void> PersistentPackageDocument::writePackage(const QString& folder) cons
           !copied)
         return copied;
   }
-  return writeStore(folder);
+  return foundation::replaceFile(PackageLayout(folder).store(), storeBytes);
 }
 
 Result<void> PersistentPackageDocument::writeSafelyToURL(const QUrl& url, SaveOperation operation) {
@@ -128,11 +154,16 @@ Result<void> PersistentPackageDocument::writeSafelyToURL(const QUrl& url, SaveOp
   const bool isInPlace = operation == SaveOperation::Save || isAt(url);
   if (isInPlace && !QFileInfo(folder).isDir())
     return failure(QStringLiteral("the document is no longer there"), folder);
-  auto written = isInPlace ? writeStore(folder)
-                           : PackageFolder::replace(folder, [this](const QString& staged) {
-                               return writePackage(staged);
+  const bool isCopy = operation == SaveOperation::SaveTo && !isInPlace;
+  if (m_storeObserver)
+    if (auto may = m_storeObserver->mayBeSavedTo(folder, operation); !may) return may;
+  const QByteArray bytes = storeBytes();
+  if (m_storeObserver && !isCopy) m_storeObserver->willBeSaved(bytes, folder);
+  auto written = isInPlace ? foundation::replaceFile(PackageLayout(folder).store(), bytes)
+                           : PackageFolder::replace(folder, [&](const QString& staged) {
+                               return writePackage(staged, bytes);
                              });
-  if (written && isAt(url)) m_storeState = stateOf(PackageLayout(folder).store());
+  if (written && isInPlace) m_storeState = stateOf(PackageLayout(folder).store());
   return written;
 }
 
@@ -142,10 +173,11 @@ Result<void> PersistentPackageDocument::saveToURL(const QUrl& url, SaveOperation
   if (auto written = writeSafelyToURL(url, operation); !written) return written;
   if (operation == SaveOperation::SaveTo || writesNothing) return {};
   if (operation == SaveOperation::SaveAs) {
-    setFileURL(QUrl::fromLocalFile(QFileInfo(folderOf(url)).absoluteFilePath()));
+    simpleSetFileURL(QUrl::fromLocalFile(QFileInfo(folderOf(url)).absoluteFilePath()));
     m_storeState = stateOf(PackageLayout(folderOf(url)).store());
   }
   m_context->markSaved();
+  if (m_storeObserver) m_storeObserver->wasSaved();
   return {};
 }
 

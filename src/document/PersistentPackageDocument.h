@@ -8,6 +8,8 @@
 
 #include "document/PackageLayout.h"
 #include "document/SaveOperation.h"
+#include "document/StoreObserver.h"
+#include "document/recovery/RecoveryStore.h"
 #include "store/ObjectContext.h"
 #include "store/XmlStore.h"
 
@@ -48,8 +50,16 @@ class PersistentPackageDocument {
   /// changes nothing here.
   [[nodiscard]] foundation::Result<void> saveToURL(const QUrl& url, SaveOperation operation);
   /// The package was moved there.
-  virtual void setFileURL(const QUrl& url) { simpleSetFileURL(url); }
-  void simpleSetFileURL(const QUrl& url) { m_fileURL = url; }
+  void setFileURL(const QUrl& url);
+
+  /// The store as a save would write it.
+  [[nodiscard]] QByteArray storeBytes() const { return m_store->write(*m_context); }
+  /// Replaces what the document holds by what a process left behind. The document has unsaved
+  /// changes then, and lies where it lay for that process.
+  [[nodiscard]] virtual foundation::Result<RecoveredDocument> recover(
+      const RecoveryStore& recoveryStore, const RecoveryEntry& entry);
+  /// At most one; not owned; may be none.
+  void setStoreObserver(StoreObserver* observer) { m_storeObserver = observer; }
 
   /// Told before the context is replaced by another one, for whoever holds on to its objects.
   [[nodiscard]] store::Subscription observeReplacement(
@@ -61,6 +71,12 @@ class PersistentPackageDocument {
   /// Around every loading: what happens between is no change and cannot be undone.
   virtual void beforeLoad() {}
   virtual void afterLoad();
+  /// Only takes note of the place.
+  virtual void simpleSetFileURL(const QUrl& url) { m_fileURL = url; }
+  /// Objects of the context before are gone.
+  virtual void contentsWereReplaced() {}
+  /// To be called when the document was made new, after what it begins with was put in.
+  void contextIsNew();
   /// Whether the package lies there.
   [[nodiscard]] bool isAt(const QUrl& url) const;
   /// Without arguments: by nothing.
@@ -74,9 +90,9 @@ class PersistentPackageDocument {
     friend bool operator==(const StoreState&, const StoreState&) = default;
   };
   [[nodiscard]] static StoreState stateOf(const QString& storePath);
-  [[nodiscard]] foundation::Result<void> writeStore(const QString& folder) const;
   /// With what was put into the present package by hand or by embedding.
-  [[nodiscard]] foundation::Result<void> writePackage(const QString& folder) const;
+  [[nodiscard]] foundation::Result<void> writePackage(const QString& folder,
+                                                      const QByteArray& storeBytes) const;
 
   store::EntityFactories m_factories;
   std::unique_ptr<store::XmlStore> m_store;
@@ -84,6 +100,7 @@ class PersistentPackageDocument {
   QUrl m_fileURL;
   StoreState m_storeState;  ///< when it was last read or written here
   QStringList m_warnings;
+  StoreObserver* m_storeObserver = nullptr;
   store::ObserverList<PersistentPackageDocument> m_replacementObservers;
 };
 

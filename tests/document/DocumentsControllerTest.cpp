@@ -19,11 +19,14 @@ class DocumentsControllerTest : public DocumentFixture {
     registerApplicationDefaults(defaults);
     controller.setHooks({.showWindows = [this](auto& shown) { windows.append(&shown); },
                          .willClose = {},
-                         .runSlideshow = [this](const auto& list) { slideshow = list; }});
+                         .runSlideshow = [this](const auto& list) { slideshow = list; },
+                         .warn = {}});
   }
 
   foundation::UserDefaults defaults{folder.filePath(QStringLiteral("defaults.conf"))};
-  CompositionDocumentsController controller{defaults, model::StandardComponents::located()};
+  CompositionDocumentsController controller{
+      defaults, model::StandardComponents::located(),
+      RecoveryStore(folder.filePath(QStringLiteral("state")))};
   QList<CompositionDocument*> windows;
   QList<CompositionDocument*> slideshow;
 };
