@@ -36,14 +36,17 @@ DocumentLock::Attempt DocumentSession::lock(const QString& path, DocumentLock::O
   return attempt;
 }
 
-void DocumentSession::contextWasReplaced(const QByteArray& storeBytes) {
+void DocumentSession::contextWillBeReplaced() {
   if (m_journal) m_journal->close();
+  m_journal.reset();
+}
+
+void DocumentSession::contextWasReplaced(const QByteArray& storeBytes) {
   m_journal =
       std::make_unique<RecoveryJournal>(m_document.context(), m_store, name(), storeBytes, host());
 }
 
 Result<QStringList> DocumentSession::recover(const RecoveryEntry& entry) {
-  m_journal.reset();
   auto recovered = m_document.recover(m_store, entry);
   if (!recovered) return tl::unexpected(recovered.error());
   const QStringList warnings = recovered->warnings;

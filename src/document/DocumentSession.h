@@ -39,6 +39,7 @@ class DocumentSession : public StoreObserver {
   /// Steps that are kept now.
   [[nodiscard]] qint64 keptChanges() const { return m_journal ? m_journal->changes() : 0; }
 
+  void contextWillBeReplaced() override;
   void contextWasReplaced(const QByteArray& storeBytes) override;
   [[nodiscard]] foundation::Result<void> mayBeSavedTo(const QString& path,
                                                       SaveOperation operation) override;

@@ -93,6 +93,7 @@ Result<void> PersistentPackageDocument::readFromURL(const QUrl& url) {
 void PersistentPackageDocument::replaceContents(std::unique_ptr<store::XmlStore> store,
                                                 std::unique_ptr<store::ObjectContext> context) {
   m_replacementObservers.call(*this);
+  if (m_storeObserver) m_storeObserver->contextWillBeReplaced();
   m_store = store ? std::move(store) : std::make_unique<store::XmlStore>(m_factories);
   m_context = context ? std::move(context) : std::make_unique<store::ObjectContext>();
   m_warnings = m_store->warnings();

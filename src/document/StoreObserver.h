@@ -9,6 +9,8 @@ namespace document {
 class StoreObserver {
  public:
   virtual ~StoreObserver() = default;
+  /// The document's context is about to go, with its unsaved changes.
+  virtual void contextWillBeReplaced() = 0;
   /// Another context holds the document's objects now. The bytes are those of the store that they
   /// were read from; none for a new document.
   virtual void contextWasReplaced(const QByteArray& storeBytes) = 0;

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include "DocumentFixture.h"
+#include "document/ApplicationDefaults.h"
 #include "document/CompositionDocumentsController.h"
 #include "support/LogGuard.h"
 
@@ -19,6 +20,7 @@ using testing::SizeIs;
 
 class DocumentSessionTest : public DocumentFixture {
  protected:
+  DocumentSessionTest() { registerApplicationDefaults(defaults); }
   [[nodiscard]] RecoveryStore store() const { return RecoveryStore(path(QStringLiteral("state"))); }
   [[nodiscard]] std::unique_ptr<CompositionDocumentsController> program() {
     return std::make_unique<CompositionDocumentsController>(
@@ -36,7 +38,7 @@ class DocumentSessionTest : public DocumentFixture {
     }
     int status = 0;
     ASSERT_EQ(::waitpid(child, &status, 0), child);
-    ASSERT_TRUE(WIFSIGNALED(status)) << "it ended before it was killed";
+    ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << "it ended by itself";
   }
   [[nodiscard]] QStringList hiddenFiles() const {
     return QDir(folder.path())
