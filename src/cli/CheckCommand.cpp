@@ -34,12 +34,13 @@ QJsonObject asJson(const QString& file, const foundation::Findings& findings) {
 ExitStatus CheckCommand::run(const QStringList& arguments) {
   CommandOptions options(
       QStringLiteral("check FILE… [--json]"),
-      QStringLiteral("Looks through composition files (.qtz) for what cannot work as meant: "
-                     "connections and published\nports that lead nowhere, values of a wrong type, "
-                     "unknown patches, loops, files that are not there.\nIn documents (.json) it "
-                     "names what will surprise: fields that are animated, colours that lose their\n"
-                     "opacity, files of one name, missing fonts; and looks through their export.\n"
-                     "One line a finding: FILE: CODE: OBJECT: SENTENCE."));
+      QStringLiteral(
+          "Looks through composition files (.qtz) for what cannot work as meant: "
+          "connections and published\nports that lead nowhere, values of a wrong type, "
+          "unknown patches, loops, files that are not there.\nIn documents (.composition) it "
+          "names what will surprise: fields that are animated, colours that lose their\n"
+          "opacity, files of one name, missing fonts; and looks through their export.\n"
+          "One line a finding: FILE: CODE: OBJECT: SENTENCE."));
   options.flag(QStringLiteral("json"), QStringLiteral("as JSON, an array with one object a file"));
   if (const auto status = options.parseFiles(arguments)) return *status;
   const bool json = options.isSet(QStringLiteral("json"));

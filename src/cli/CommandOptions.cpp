@@ -1,5 +1,7 @@
 #include "cli/CommandOptions.h"
 
+#include <QRegularExpression>
+
 #include "cli/Console.h"
 
 namespace cli {
@@ -7,6 +9,13 @@ namespace cli {
 namespace {
 /// Joins the words of a pair into the one value that the parser knows; no argument has it.
 constexpr QChar pairSeparator(0x1f);
+/// Before negative numbers, so that the parser does not take them for options.
+constexpr QChar numberMark(0x1e);
+
+QString marked(const QString& word) {
+  static const QRegularExpression number(QStringLiteral("^-[0-9.]"));
+  return number.match(word).hasMatch() ? numberMark + word : word;
+}
 }  // namespace
 
 CommandOptions::CommandOptions(QString usage, QString about)
@@ -66,10 +75,35 @@ std::optional<ExitStatus> CommandOptions::parse(const QStringList& arguments, in
   });
 }
 
+std::optional<ExitStatus> CommandOptions::parse(const QStringList& arguments, int fewest,
+                                                int most) {
+  return parse(arguments, [fewest, most](qsizetype given) {
+    if (given < fewest) return QStringLiteral("something is missing");
+    return given > most ? QStringLiteral("there are too many arguments") : QString();
+  });
+}
+
 std::optional<ExitStatus> CommandOptions::parseFiles(const QStringList& arguments) {
   return parse(arguments, [](qsizetype given) {
     return given > 0 ? QString() : QStringLiteral("at least one file name is needed");
   });
+}
+
+QStringList CommandOptions::positionals() const {
+  QStringList words = m_parser.positionalArguments();
+  for (QString& word : words)
+    if (word.startsWith(numberMark)) word.remove(0, 1);
+  return words;
+}
+
+tl::expected<void, LoadFailure> CommandOptions::read(const QStringList& arguments) {
+  QStringList words{QStringLiteral("tessary")};
+  for (const QString& word : withJoinedPairs(arguments)) {
+    const bool isValue = words.last().startsWith(u'-') && !words.last().contains(u'=');
+    words.append(isValue ? word : marked(word));
+  }
+  if (!m_parser.parse(words)) return misused(m_parser.errorText());
+  return {};
 }
 
 std::optional<ExitStatus> CommandOptions::parse(

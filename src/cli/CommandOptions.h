@@ -4,8 +4,7 @@
 #include <functional>
 #include <optional>
 
-#include "cli/ExitStatus.h"
-#include "foundation/Result.h"
+#include "cli/LoadFailure.h"
 
 namespace cli {
 
@@ -26,13 +25,17 @@ class CommandOptions {
   /// Nothing when the command may go on; else the status to end with (help was asked for, or the
   /// call is wrong, which has been reported). Takes exactly `positional` arguments.
   [[nodiscard]] std::optional<ExitStatus> parse(const QStringList& arguments, int positional);
+  /// The same for a command that takes from `fewest` to `most` arguments.
+  [[nodiscard]] std::optional<ExitStatus> parse(const QStringList& arguments, int fewest, int most);
   /// The same for a command that takes one file name or more.
   [[nodiscard]] std::optional<ExitStatus> parseFiles(const QStringList& arguments);
+  /// Says on its own why the call is wrong, nothing else: neither help nor a message.
+  [[nodiscard]] tl::expected<void, LoadFailure> read(const QStringList& arguments);
+  [[nodiscard]] const QString& usage() const { return m_usage; }
+  void printHelp() const;
 
-  [[nodiscard]] QStringList positionals() const { return m_parser.positionalArguments(); }
-  [[nodiscard]] QString positional(int index) const {
-    return m_parser.positionalArguments()[index];
-  }
+  [[nodiscard]] QStringList positionals() const;
+  [[nodiscard]] QString positional(int index) const { return positionals()[index]; }
   [[nodiscard]] bool isSet(const QString& name) const { return m_parser.isSet(name); }
   [[nodiscard]] QString text(const QString& name) const { return m_parser.value(name); }
   [[nodiscard]] QStringList texts(const QString& name) const { return m_parser.values(name); }
@@ -44,7 +47,6 @@ class CommandOptions {
   [[nodiscard]] std::optional<ExitStatus> parse(
       const QStringList& arguments, const std::function<QString(qsizetype)>& wrongCount);
   [[nodiscard]] QStringList withJoinedPairs(const QStringList& arguments) const;
-  void printHelp() const;
   QString m_usage;
   QString m_about;
   QStringList m_lines;

@@ -1,25 +1,62 @@
 #include "cli/DocumentLoader.h"
 
+#include <QFileInfo>
+
 #include "cli/HeldMessages.h"
 
 namespace cli {
 
-tl::expected<DocumentLoader, LoadFailure> DocumentLoader::load(const QString& path) {
-  const model::StandardComponents components = model::StandardComponents::located();
-  if (!components.pathOf(QStringLiteral("Renderer")))
-    return tl::unexpected(
-        LoadFailure{ExitStatus::MissingResources,
-                    {QStringLiteral("holds no standard components"), components.folder(), {}}});
-  auto sourced = model::CompositionSource(components).compositionFromFile(path);
-  if (!sourced) return tl::unexpected(LoadFailure{ExitStatus::InputUnreadable, sourced.error()});
-  return DocumentLoader{std::move(*sourced)};
+using document::CompositionDocument;
+using document::PackageLayout;
+
+namespace {
+
+/// Why a document that was read cannot be used.
+QString withoutComposition(const CompositionDocument& document) {
+  qsizetype count = 0;
+  for (const auto& [id, object] : document.context().objects())
+    if (dynamic_cast<const model::Composition*>(object.get())) ++count;
+  return count == 0 ? QStringLiteral("holds no composition")
+                    : QStringLiteral("holds %1 compositions instead of one").arg(count);
 }
 
-foundation::Result<void> DocumentLoader::exportTo(const QString& path, bool background) const {
-  using Background = model::Composition::Background;
+}  // namespace
+
+tl::expected<model::StandardComponents, LoadFailure> DocumentLoader::standardComponents() {
+  const model::StandardComponents components = model::StandardComponents::located();
+  if (components.pathOf(QStringLiteral("Renderer"))) return components;
+  return failed(ExitStatus::MissingResources, QStringLiteral("holds no standard components"),
+                components.folder());
+}
+
+bool DocumentLoader::isDocument(const QString& path) {
+  const QFileInfo file(path);
+  if (file.isDir()) return true;
+  if (file.suffix().compare(QLatin1String("qtz"), Qt::CaseInsensitive) == 0) return false;
+  return PackageLayout::isPackageName(path) || PackageLayout::around(path).has_value();
+}
+
+tl::expected<DocumentLoader, LoadFailure> DocumentLoader::load(const QString& path) {
+  auto components = standardComponents();
+  if (!components) return tl::unexpected(components.error());
+  DocumentLoader loaded{std::make_unique<CompositionDocument>(*components)};
   HeldMessages messages;
-  auto done =
-      composition->exportToPath(path, background ? Background::Include : Background::Exclude);
+  if (const auto read = loaded.document->readFromURL(QUrl::fromLocalFile(path)); !read) {
+    messages.dropWhatIsIn(read.error().text());
+    return tl::unexpected(LoadFailure{ExitStatus::InputUnreadable, read.error()});
+  }
+  if (!loaded.document->composition())
+    return failed(ExitStatus::InputUnreadable, withoutComposition(*loaded.document),
+                  PackageLayout(loaded.folder()).store());
+  return loaded;
+}
+
+foundation::Result<void> DocumentLoader::exportDocument(const CompositionDocument& document,
+                                                        const QString& path, bool background) {
+  HeldMessages messages;
+  auto done = background ? document.composition()->exportToPath(
+                               path, model::Composition::Background::Include)
+                         : document.exportQuartzComposition(path);
   if (!done) messages.dropWhatIsIn(done.error().text());
   return done;
 }

@@ -1,20 +1,33 @@
 #pragma once
 
+#include <memory>
+
 #include "cli/LoadFailure.h"
-#include "model/Composition.h"
-#include "model/CompositionSource.h"
+#include "document/CompositionDocument.h"
 
 namespace cli {
 
-/// A graphic opened from its source.
-struct DocumentLoader : model::SourcedComposition {
+/// A document opened from its package.
+struct DocumentLoader {
+  std::unique_ptr<document::CompositionDocument> document;
+
+  /// The package at the path, or around the file there.
   [[nodiscard]] static tl::expected<DocumentLoader, LoadFailure> load(const QString& path);
-  /// The file is a graphic's source, not a composition, by its name.
-  [[nodiscard]] static bool isDocument(const QString& path) {
-    return path.endsWith(QLatin1String(".json"), Qt::CaseInsensitive);
+  /// The components that come with the program; without them nothing can be exported.
+  [[nodiscard]] static tl::expected<model::StandardComponents, LoadFailure> standardComponents();
+  /// Whether the path means a document: a folder, or a file in a package. Composition files are
+  /// none, in a package neither.
+  [[nodiscard]] static bool isDocument(const QString& path);
+
+  [[nodiscard]] model::Composition& composition() const { return *document->composition(); }
+  [[nodiscard]] const QStringList& warnings() const { return document->warnings(); }
+  [[nodiscard]] QString folder() const { return document->fileURL().toLocalFile(); }
+  [[nodiscard]] foundation::Result<void> exportTo(const QString& path, bool background) const {
+    return exportDocument(*document, path, background);
   }
   /// Exports the graphic. What the error says is not shown as a message as well.
-  [[nodiscard]] foundation::Result<void> exportTo(const QString& path, bool background) const;
+  [[nodiscard]] static foundation::Result<void> exportDocument(
+      const document::CompositionDocument& document, const QString& path, bool background);
 };
 
 }  // namespace cli

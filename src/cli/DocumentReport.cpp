@@ -144,8 +144,8 @@ QList<model::StopFrame*> stopFramesByTime(const model::Composition& composition)
 
 DocumentReport::DocumentReport(QString file, const DocumentLoader& document)
     : m_file(std::move(file)),
-      m_composition(*document.composition),
-      m_warnings(document.warnings) {}
+      m_composition(document.composition()),
+      m_warnings(document.warnings()) {}
 
 QString DocumentReport::text() const {
   const auto seconds = [](double time) { return runtime::numberText(time) + QStringLiteral(" s"); };

@@ -20,7 +20,7 @@ foundation::Result<foundation::Findings> checkComposition(const QString& path) {
 foundation::Result<foundation::Findings> checkDocument(const QString& path) {
   const auto document = DocumentLoader::load(path);
   if (!document) return tl::unexpected(document.error().error);
-  foundation::Findings findings = model::compositionFindings(*document->composition);
+  foundation::Findings findings = model::compositionFindings(document->composition());
   const QTemporaryDir folder;
   const QString exported = folder.filePath(QStringLiteral("Composition.qtz"));
   if (const auto done = document->exportTo(exported, false); !done)

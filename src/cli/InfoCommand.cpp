@@ -57,7 +57,7 @@ ExitStatus InfoCommand::run(const QStringList& arguments) {
       QStringLiteral("info FILE [--json | --schema]"),
       QStringLiteral("Shows what a file holds. Of a composition (.qtz): size, duration, published "
                      "inputs and outputs,\nstop frames, components and the patches that it needs. "
-                     "Of a graphic's source (.json): stop frames\nand components with their "
+                     "Of a document (.composition): stop frames\nand components with their "
                      "attributes and key frames."));
   options.flag(QStringLiteral("json"), QStringLiteral("as JSON"));
   options.flag(QStringLiteral("schema"),

@@ -21,11 +21,6 @@ namespace {
 
 using Read = tl::expected<Value, LoadFailure>;
 
-tl::unexpected<LoadFailure> failed(ExitStatus status, const QString& message,
-                                   const QString& file = {}, const QString& detail = {}) {
-  return tl::unexpected(LoadFailure{status, {message, file, detail}});
-}
-
 /// The value as its writer would recognise it.
 QString shown(const QJsonValue& json) {
   const QString text =

@@ -1,6 +1,5 @@
 #include "cli/PlayableInput.h"
 
-#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include "model/VideoModes.h"
@@ -33,12 +32,13 @@ Loaded fromDocument(const QString& path, bool background) {
     return tl::unexpected(LoadFailure{ExitStatus::OutputFailed, done.error()});
   Loaded input = fromComposition(exported);
   if (!input) return input;
-  input->renderer->userInfo().insert(QStringLiteral("baseFolder"), QFileInfo(path).absolutePath());
+  const model::Composition& composition = document->composition();
+  input->renderer->userInfo().insert(QStringLiteral("baseFolder"), document->folder());
   input->drawsBackground =
-      background && document->composition->backgroundMode() != model::BackgroundMode::None;
-  input->findings = document->warnings;
-  input->isInterlaced = isInterlaced(document->composition->videoResolution().title());
-  input->rate = frameRate(document->composition->videoResolution().frameRate());
+      background && composition.backgroundMode() != model::BackgroundMode::None;
+  input->findings = document->warnings();
+  input->isInterlaced = isInterlaced(composition.videoResolution().title());
+  input->rate = frameRate(composition.videoResolution().frameRate());
   return input;
 }
 

@@ -10,7 +10,7 @@ std::unique_ptr<CommandOptions> RenderOptions::syntax() {
   auto made = std::make_unique<CommandOptions>(
       QStringLiteral("render FILE -o OUT [OPTIONS]"),
       QStringLiteral(
-          "Renders a composition (.qtz) or an example source (.json). OUT is one picture "
+          "Renders a composition (.qtz) or a document (.composition). OUT is one picture "
           "(picture.png),\na sequence (name_%05d.png, or a folder), a movie (.mov, .mp4, .webm, "
           ".mkv), or - for raw RGBA on\nstandard output. Times are in seconds. Without --frames or "
           "--duration a file that says when it ends\nis played to that end. A movie has its name "
@@ -50,19 +50,6 @@ foundation::Result<double> seconds(const CommandOptions& options, const QString&
   return value;
 }
 
-foundation::Result<QSize> pictureSize(const QString& text) {
-  const QStringList parts = text.split(QLatin1Char('x'));
-  bool ok1 = false;
-  bool ok2 = false;
-  const QSize size =
-      parts.size() == 2 ? QSize(parts[0].toInt(&ok1), parts[1].toInt(&ok2)) : QSize();
-  if (!ok1 || !ok2 || !RenderOptions::isDrawable(size))
-    return failure(QStringLiteral("--size takes WIDTHxHEIGHT, at most 16384 a side and 134 million "
-                                  "pixels in all, not '%1'")
-                       .arg(text));
-  return size;
-}
-
 foundation::Result<void> readFormat(const CommandOptions& options, RenderOptions& r) {
   if (options.isSet(QStringLiteral("mode"))) {
     const QString name = options.text(QStringLiteral("mode"));
@@ -74,7 +61,7 @@ foundation::Result<void> readFormat(const CommandOptions& options, RenderOptions
     r.isInterlaced = isInterlaced(format.title());
   }
   if (options.isSet(QStringLiteral("size"))) {
-    const auto size = pictureSize(options.text(QStringLiteral("size")));
+    const auto size = RenderOptions::sizeFromText(options.text(QStringLiteral("size")));
     if (!size) return tl::unexpected(size.error());
     r.size = *size;
   }
@@ -156,6 +143,19 @@ foundation::Result<void> readMovie(const CommandOptions& options, RenderOptions&
 }
 
 }  // namespace
+
+foundation::Result<QSize> RenderOptions::sizeFromText(const QString& text) {
+  const QStringList parts = text.split(QLatin1Char('x'));
+  bool ok1 = false;
+  bool ok2 = false;
+  const QSize size =
+      parts.size() == 2 ? QSize(parts[0].toInt(&ok1), parts[1].toInt(&ok2)) : QSize();
+  if (!ok1 || !ok2 || !isDrawable(size))
+    return failure(QStringLiteral("--size takes WIDTHxHEIGHT, at most 16384 a side and 134 million "
+                                  "pixels in all, not '%1'")
+                       .arg(text));
+  return size;
+}
 
 bool RenderOptions::isDrawable(const QSize& size) {
   constexpr int longestSide = 16384;

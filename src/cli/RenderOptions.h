@@ -42,6 +42,8 @@ struct RenderOptions {
   /// No side above 16384 pixels and no more than 134 million (16384 x 8192) in all, which is half a
   /// gigabyte a canvas.
   [[nodiscard]] static bool isDrawable(const QSize& size);
+  /// "WIDTHxHEIGHT"; fails with a sentence for what is none or not drawable.
+  [[nodiscard]] static foundation::Result<QSize> sizeFromText(const QString& text);
   /// Fails with a sentence for the person.
   [[nodiscard]] static foundation::Result<RenderOptions> read(const CommandOptions& options);
 };

@@ -6,8 +6,8 @@
 
 namespace cli {
 
-/// `tessary export`: one playout composition from a document's source.
-class ExportCommand {
+/// `tessary batch`: editing commands from a script.
+class BatchCommand {
  public:
   [[nodiscard]] static ExitStatus run(const QStringList& arguments);
 };

@@ -1,0 +1,123 @@
+#include "cli/edit/EditSession.h"
+
+#include <QFileInfo>
+
+#include "cli/Console.h"
+#include "cli/DocumentLoader.h"
+#include "cli/HeldMessages.h"
+
+namespace cli {
+
+using document::CompositionDocument;
+using document::PackageLayout;
+using document::SaveOperation;
+using Opened = tl::expected<OpenDocument*, LoadFailure>;
+
+namespace {
+
+QString wrongCount(const EditCommand& command, const QStringList& words) {
+  if (words.size() < command.fewestWords) return QStringLiteral("something is missing");
+  if (command.mostWords >= 0 && words.size() > command.mostWords)
+    return QStringLiteral("'%1' is one argument too many").arg(words[command.mostWords]);
+  return {};
+}
+
+}  // namespace
+
+EditSession::Done EditSession::run(const EditCommand& command, const QStringList& arguments,
+                                   const QString& folder) {
+  const auto options = command.syntax();
+  if (const auto read = options->read(arguments); !read) return read;
+  EditCall call{*options, options->positionals(), folder, *this};
+  if (command.document != EditCommand::Document::Made) {
+    const Opened opened = documentFor(command, call.words);
+    if (!opened) return tl::unexpected(opened.error());
+    call.document = *opened;
+  }
+  if (const QString wrong = wrongCount(command, call.words); !wrong.isEmpty())
+    return misused(wrong);
+  auto done = command.run(call);
+  if (done && call.document && command.document == EditCommand::Document::Changed)
+    call.document->isChanged = true;
+  return done;
+}
+
+Opened EditSession::documentFor(const EditCommand& command, QStringList& words) {
+  const bool isNamed =
+      !words.isEmpty() && (!m_allowsDefaultDocument || PackageLayout::isPackageName(words[0]));
+  if (isNamed) return open(words.takeFirst());
+  if (m_current) return m_current;
+  return misused(QStringLiteral("'%1' needs a document").arg(command.name));
+}
+
+OpenDocument* EditSession::openAt(const QString& path) const {
+  for (const auto& open : m_documents)
+    if (QFileInfo(open->path) == QFileInfo(path)) return open.get();
+  return nullptr;
+}
+
+Opened EditSession::open(const QString& path) {
+  const QString folder = PackageLayout(path).folder();
+  if (OpenDocument* present = openAt(folder)) return m_current = present;
+  auto loaded = DocumentLoader::load(path);
+  if (!loaded) return tl::unexpected(loaded.error());
+  for (const QString& warning : loaded->warnings())
+    addFinding(path + QStringLiteral(": ") + warning);
+  if (OpenDocument* present = openAt(loaded->folder())) return m_current = present;
+  auto opened = std::make_unique<OpenDocument>();
+  opened->path = loaded->folder();
+  opened->document = std::move(loaded->document);
+  m_documents.push_back(std::move(opened));
+  return m_current = m_documents.back().get();
+}
+
+EditSession::Done EditSession::create(const QString& path, const model::VideoResolution& resolution,
+                                      Existing existing) {
+  const PackageLayout package(path);
+  if (openAt(package.folder())) return misused(QStringLiteral("%1 is open already").arg(path));
+  if (QFileInfo::exists(path) && existing == Existing::Keep)
+    return failed(ExitStatus::OutputFailed,
+                  QStringLiteral("is there already; --replace makes a new one in its place"), path);
+  const auto components = DocumentLoader::standardComponents();
+  if (!components) return tl::unexpected(components.error());
+  auto opened = std::make_unique<OpenDocument>();
+  opened->document = std::make_unique<CompositionDocument>(*components);
+  opened->document->emptyDocumentWithResolution(resolution);
+  opened->path = package.folder();
+  opened->isChanged = true;
+  m_documents.push_back(std::move(opened));
+  m_current = m_documents.back().get();
+  return {};
+}
+
+EditSession::Done EditSession::save(OpenDocument& open) {
+  const bool isNew = open.document->fileURL().isEmpty();
+  HeldMessages messages;
+  const auto saved =
+      open.document->saveToURL(QUrl::fromLocalFile(QFileInfo(open.path).absoluteFilePath()),
+                               isNew ? SaveOperation::SaveAs : SaveOperation::Save);
+  if (!saved) {
+    messages.dropWhatIsIn(saved.error().text());
+    return tl::unexpected(LoadFailure{ExitStatus::OutputFailed, saved.error()});
+  }
+  for (const QString& warning : open.document->saveWarnings()) {
+    messages.dropWhatIsIn(warning);
+    addFinding(open.path + QStringLiteral(": ") + warning);
+  }
+  open.isChanged = false;
+  return {};
+}
+
+EditSession::Done EditSession::save() {
+  for (const auto& open : m_documents)
+    if (open->isChanged)
+      if (auto saved = save(*open); !saved) return saved;
+  return {};
+}
+
+void EditSession::printFindings() {
+  for (const QString& finding : std::as_const(m_findings))
+    Console::error(QStringLiteral("note: ") + finding);
+}
+
+}  // namespace cli

@@ -1,0 +1,88 @@
+#include <QBuffer>
+#include <QImageWriter>
+#include <QTemporaryDir>
+
+#include "cli/DocumentLoader.h"
+#include "cli/OutputName.h"
+#include "cli/RenderOptions.h"
+#include "cli/edit/EditCommands.h"
+#include "cli/edit/EditSession.h"
+#include "cli/edit/TimeText.h"
+#include "document/PosterFrame.h"
+#include "foundation/DurableFile.h"
+
+namespace cli {
+
+namespace {
+
+const QString timeOption = QStringLiteral("time");
+const QString sizeOption = QStringLiteral("size");
+
+void addOptions(CommandOptions& options) {
+  options.value({timeOption}, QStringLiteral("TIME"),
+                QStringLiteral("another moment than the poster frame's"));
+  options.value({sizeOption}, QStringLiteral("WxH"),
+                QStringLiteral("pixels; the format's without it"));
+}
+
+tl::expected<QImage, LoadFailure> pictureOf(const OpenDocument& open, double time) {
+  model::Composition& composition = open.composition();
+  const QTemporaryDir folder;
+  const QString exported = folder.filePath(QStringLiteral("Composition.qtz"));
+  const auto done = DocumentLoader::exportDocument(*open.document, exported, true);
+  if (!done) return tl::unexpected(LoadFailure{ExitStatus::OutputFailed, done.error()});
+  const double before = composition.posterFrameTimepoint();
+  composition.setPosterFrameTimepoint(time);
+  auto picture = document::PosterFrame::render(composition, exported, open.path);
+  composition.setPosterFrameTimepoint(before);
+  if (!picture) return tl::unexpected(LoadFailure{ExitStatus::InputUnreadable, picture.error()});
+  return *picture;
+}
+
+QByteArray encoded(const QImage& picture, PictureFormat format) {
+  if (format == PictureFormat::Jpeg) return document::PosterFrame::jpeg(picture);
+  QBuffer bytes;
+  return QImageWriter(&bytes, "png").write(picture) ? bytes.data() : QByteArray();
+}
+
+EditCommand::Done run(EditCall& call) {
+  const auto name = OutputName::read(call.words[0]);
+  if (!name) return misused(name.error().text());
+  if (!name->isSinglePicture())
+    return misused(QStringLiteral("a thumbnail is one .png or .jpg file"));
+  std::optional<QSize> size;
+  if (call.options.isSet(sizeOption)) {
+    const auto given = RenderOptions::sizeFromText(call.options.text(sizeOption));
+    if (!given) return misused(given.error().text());
+    size = *given;
+  }
+  const model::Composition& composition = call.document->composition();
+  std::optional<double> time = composition.posterFrameTimepoint();
+  if (call.options.isSet(timeOption)) {
+    time = secondsFromText(call.options.text(timeOption),
+                           static_cast<double>(composition.ticksPerSecond()));
+    if (!time) return misused(QStringLiteral("--time takes seconds or a time code"));
+  }
+  auto picture = pictureOf(*call.document, *time);
+  if (!picture) return tl::unexpected(picture.error());
+  if (size) *picture = picture->scaled(*size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+  const auto written = foundation::replaceFile(call.words[0], encoded(*picture, name->format));
+  if (!written) return tl::unexpected(LoadFailure{ExitStatus::OutputFailed, written.error()});
+  return {};
+}
+
+}  // namespace
+
+EditCommand thumbnailCommand() {
+  return {QStringLiteral("thumbnail"),
+          QStringLiteral("DOC OUT.png|jpg [--time TIME] [--size WxH]"),
+          QStringLiteral("Writes the picture that stands for a document, as saving makes it: the "
+                         "poster frame, background\nincluded, or else its poster picture."),
+          1,
+          1,
+          run,
+          EditCommand::Document::Read,
+          addOptions};
+}
+
+}  // namespace cli
