@@ -129,6 +129,13 @@ QJsonObject componentJson(const QuartzComponent& component) {
           {QStringLiteral("attributes"), attributes}};
 }
 
+QString backgroundText(const model::Composition& composition) {
+  if (composition.solidColorBackgroundMode()) return colorText(composition.backgroundColor());
+  if (!composition.backgroundMovie().isEmpty()) return composition.backgroundMovie();
+  const QImage& image = composition.backgroundImage();
+  return QStringLiteral("image %1x%2").arg(image.width()).arg(image.height());
+}
+
 QString stopName(const model::StopFrame& stop) {
   return stop.triggerInformation();
 }
@@ -155,6 +162,10 @@ QString DocumentReport::text() const {
                         .arg(m_composition.width())
                         .arg(m_composition.height()),
                     QStringLiteral("duration  ") + seconds(m_composition.duration())};
+  if (m_composition.posterFrameMode() == 0)
+    lines += QStringLiteral("poster    ") + seconds(m_composition.posterFrameTimepoint());
+  if (m_composition.backgroundMode() != model::BackgroundMode::None)
+    lines += QStringLiteral("background  ") + backgroundText(m_composition);
   if (const auto stops = stopFramesByTime(m_composition); !stops.isEmpty()) {
     lines += QStringLiteral("stop frames (%1)").arg(stops.size());
     for (const model::StopFrame* stop : stops)

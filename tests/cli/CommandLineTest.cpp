@@ -177,10 +177,9 @@ TEST_F(CommandLine, AFolderThatIsNotThereIsMadeForASequence) {
   EXPECT_TRUE(QFile::exists(at("new/folder/frame_00001.png")));
 }
 
-const QString lowerThird =
-    QStringLiteral(TESSARY_SOURCE_FOLDER "/resources/examples/lower-third/lower-third.json");
+const QString lowerThird = QStringLiteral(TESSARY_EXAMPLES "/harbour/lower-third.composition");
 
-TEST_F(CommandLine, InfoOfASourceTellsComponentsKeyFramesAndStopFrames) {
+TEST_F(CommandLine, InfoOfADocumentTellsComponentsKeyFramesAndStopFrames) {
   const Outcome outcome = tessary({QStringLiteral("info"), lowerThird, QStringLiteral("--json")});
   ASSERT_EQ(outcome.status, 0) << outcome.error.toStdString();
   const QJsonObject info = QJsonDocument::fromJson(outcome.out).object();

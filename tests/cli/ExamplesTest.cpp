@@ -17,8 +17,7 @@ QString q(const char* text) {
 class Examples : public testing::TestWithParam<const char*> {
  protected:
   QTemporaryDir folder;
-  QString source =
-      QStringLiteral(TESSARY_SOURCE_FOLDER "/resources/examples/%1/%1.json").arg(q(GetParam()));
+  QString source = QStringLiteral(TESSARY_EXAMPLES "/harbour/%1.composition").arg(q(GetParam()));
   /// The bytes of the export, made in a folder of its own.
   QByteArray exported(const char* subfolder) {
     const QString path = folder.filePath(q(subfolder) + q("/out.qtz"));

@@ -188,22 +188,17 @@ class SchemaOfExample : public testing::Test {
   std::optional<Schema> schema;
 };
 
-const char* const sheet = R"({
-  "format": "HD 1080p25", "duration": 1, "stopFrames": [{"time": 0.5}],
-  "components": [
-    {"component": "Rectangle", "title": "Bar", "permissions": ["Color", "opacity", "originX"]},
-    {"component": "Text", "title": "Name",
-     "permissions": ["Text", "Font_Name", "Justification", "Smallest_Size"]},
-    {"component": "ImageComponent", "title": "Logo", "inputs": {"Image": {"file": "logo.png"}},
-     "permissions": ["Image"]}]})";
+const char* const sheet = R"(new graphic.composition --mode "HD 1080p25" --duration 1
+  stop 0.5
+  add Rectangle title=Bar fields=Color,opacity,x
+  add Text title=Name fields=Text,Font_Name,Justification,Smallest_Size
+  add ImageComponent title=Logo Image=@logo.png fields=Image)";
 
 TEST_F(SchemaOfExample, WhatItRefusesIsRefusedOnAir) {
   ASSERT_TRUE(QImage(2, 2, QImage::Format_RGB32).save(folder.filePath(q("logo.png"))));
-  QFile source(folder.filePath(q("graphic.json")));
-  ASSERT_TRUE(source.open(QIODevice::WriteOnly));
-  source.write(sheet);
-  source.close();
-  ASSERT_NO_FATAL_FAILURE(makeFrom(source.fileName()));
+  const Outcome made = support::batch(q(sheet), folder.path());
+  ASSERT_EQ(made.status, 0) << made.error.toStdString();
+  ASSERT_NO_FATAL_FAILURE(makeFrom(folder.filePath(q("graphic.composition"))));
   const char* const sound[] = {
       "{}",
       R"({"trigger": true, "clear_enable": false, "Bar_Enable": false, "Name_Text": "Ada",
@@ -238,8 +233,8 @@ TEST_F(SchemaOfExample, WhatItRefusesIsRefusedOnAir) {
 
 TEST_F(SchemaOfExample, DefaultsAreTaken) {
   for (const char* name : {"lower-third", "score-board", "ticker", "weather-strap"}) {
-    ASSERT_NO_FATAL_FAILURE(makeFrom(
-        QStringLiteral(TESSARY_SOURCE_FOLDER "/resources/examples/%1/%1.json").arg(q(name))));
+    ASSERT_NO_FATAL_FAILURE(
+        makeFrom(QStringLiteral(TESSARY_EXAMPLES "/harbour/%1.composition").arg(q(name))));
     const QJsonObject values = defaults();
     EXPECT_GE(values.size(), 5) << name;
     EXPECT_TRUE(schema->takes(values)) << name;

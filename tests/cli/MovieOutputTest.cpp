@@ -12,6 +12,7 @@
 
 #include "runtime/movie/MovieReader.h"
 #include "support/GraphBuilder.h"
+#include "support/TessaryProgram.h"
 #include "support/TestMovie.h"
 
 namespace {
@@ -251,12 +252,13 @@ TEST_F(MovieOutput, ADocumentsBackgroundMovieIsInTheResult) {
   ASSERT_TRUE(support::writeMovie(folder.filePath(text("loop.mp4")), format, 20, [&](int number) {
     return support::numberedPicture(number, format.size);
   }));
-  QFile document(folder.filePath(text("graphic.json")));
-  ASSERT_TRUE(document.open(QIODevice::WriteOnly));
-  document.write(R"({"format": "HD 720p50", "duration": 1, "background": {"movie": "loop.mp4"},
-    "components": [{"component": "Rectangle", "x": 0, "y": 0, "width": 1280, "height": 100}]})");
-  document.close();
-  source = document.fileName();
+  const support::Outcome made =
+      support::batch(text("new graphic.composition --mode \"HD 720p50\" --duration 1\n"
+                          "set . movie=@loop.mp4\n"
+                          "add Rectangle x=0 y=0 width=1280 height=100"),
+                     folder.path());
+  ASSERT_EQ(made.status, 0) << made.error.toStdString();
+  source = folder.filePath(text("graphic.composition"));
   ASSERT_EQ(render({text("a.mov"), text("--background"), text("--frames"), text("30")}), 0);
   const auto reader = read(text("a.mov"));
   ASSERT_TRUE(reader);

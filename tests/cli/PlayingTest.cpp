@@ -23,15 +23,13 @@ QStringList words(const char* text) {
 
 /// Three seconds in three full-frame colours, so that a pixel says what is on air. At four frames a
 /// second all times are exact, and no colour begins at the time of a frame.
-const char* const traffic = R"({
-  "format": "HD 1080p25", "duration": 3, "stopFrames": [%1],
-  "components": [
-    {"component": "Rectangle", "title": "Red", "x": 0, "y": 0, "width": 1920, "height": 1080,
-     "startTime": 0, "endTime": 0.9, "inputs": {"Color": "#FF0000"}, "permissions": ["Color"]},
-    {"component": "Rectangle", "title": "Green bar", "x": 0, "y": 0, "width": 1920, "height": 1080,
-     "startTime": 0.9, "endTime": 1.9, "inputs": {"Color": "#00FF00"}},
-    {"component": "Rectangle", "title": "Blue", "x": 0, "y": 0, "width": 1920, "height": 1080,
-     "startTime": 1.9, "inputs": {"Color": "#0000FF"}, "permissions": ["Color"]}]})";
+const char* const traffic = R"(
+  new graphic.composition --replace --mode "HD 1080p25" --duration 3
+  let full x=0 y=0 width=1920 height=1080
+  add Rectangle title=Red $full start=0 end=0.9 Color=#FF0000 fields=Color
+  add Rectangle title="Green bar" $full start=0.9 end=1.9 Color=#00FF00
+  add Rectangle title=Blue $full start=1.9 Color=#0000FF fields=Color
+)";
 
 constexpr int width = 16;
 constexpr int height = 9;
@@ -59,17 +57,13 @@ class Playing : public testing::Test {
  protected:
   /// Exports a graphic with stop frames at the times.
   void makeTraffic(const QStringList& stopTimes) {
-    QStringList stops;
-    for (const QString& time : stopTimes) stops += QStringLiteral("{\"time\": %1}").arg(time);
-    make(q(traffic).arg(stops.join(QLatin1Char(','))));
+    QString script = q(traffic);
+    for (const QString& time : stopTimes) script += q("stop ") + time + QLatin1Char('\n');
+    make(script);
   }
-  void make(const QString& source) {
-    QFile file(folder.filePath(q("graphic.json")));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(source.toUtf8());
-    file.close();
-    const Outcome exported = tessary({q("export"), file.fileName(), graphic});
-    ASSERT_EQ(exported.status, 0) << exported.error.toStdString();
+  void make(const QString& script) {
+    const Outcome made = support::batch(script + q("\nexport graphic.qtz"), folder.path());
+    ASSERT_EQ(made.status, 0) << made.error.toStdString();
   }
   Outcome render(const QStringList& options) const {
     return tessary(QStringList{q("render"), graphic, q("-o"), q("-"), q("--fps"), q("4"),
@@ -140,9 +134,8 @@ TEST_F(Playing, AGraphicWithoutDurationIsOnePicture) {
   ASSERT_TRUE(made->writeToFile(graphic, true));
   EXPECT_EQ(played(""), q("g"));
   EXPECT_EQ(played("--frames 3"), q("ggg"));
-  make(q(R"({"format": "HD 1080p25", "duration": 0.0001,
-    "components": [{"component": "Rectangle", "title": "Red", "x": 0, "y": 0, "width": 1920,
-      "height": 1080, "inputs": {"Color": "#FF0000"}}]})"));
+  make(q(R"(new graphic.composition --mode "HD 1080p25" --duration 0.0001
+    add Rectangle x=0 y=0 width=1920 height=1080 Color=#FF0000)"));
   EXPECT_EQ(played(""), q("r"));
 }
 
@@ -155,8 +148,7 @@ TEST_F(Playing, EnableKeysSwitchComponents) {
   const Outcome label = render({q("--set"), q("Green bar Enable=off")});
   EXPECT_EQ(label.status, 2);
   EXPECT_TRUE(label.error.contains(q("Green_bar_Enable"))) << label.error.toStdString();
-  QString source = q(traffic).arg(QString());
-  make(source.replace(q("\"title\": \"Blue\""), q("\"title\": \"Blue\", \"enabled\": false")));
+  make(q(traffic) + q("set Blue visible=no"));
   EXPECT_EQ(played("--set Red_Enable=false"), q("....gggg...."));
   EXPECT_EQ(played("--set Blue_Enable=1 --set-at 2.5 Blue_Enable=0"), q("rrrrggggbb.."));
 }
@@ -206,10 +198,10 @@ TEST_F(Playing, WrongUpdatesAreToldBeforePlaying) {
 }
 
 TEST_F(Playing, ATextChangesWhileItsGraphicWaits) {
-  make(q(R"({"format": "HD 1080p25", "duration": 2, "stopFrames": [{"time": 0.5}],
-    "components": [{"component": "Text", "title": "Name", "x": 0, "y": 0, "width": 1920,
-      "height": 1080, "inputs": {"Text": "", "Font_Name": {"font": "Inter-Medium", "size": 900}},
-      "permissions": ["Text"]}]})"));
+  make(q(R"(new graphic.composition --mode "HD 1080p25" --duration 2
+    stop 0.5
+    add Text title=Name x=0 y=0 width=1920 height=1080 Text= Font_Name="Inter-Medium 900" \
+      fields=Text)"));
   const auto frames = [this](const QStringList& options) {
     const Outcome outcome = render(options + words("--frames 8 --trigger 1.5"));
     EXPECT_EQ(outcome.status, 0) << outcome.error.toStdString();

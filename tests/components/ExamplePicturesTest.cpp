@@ -1,8 +1,7 @@
 #include <QTemporaryDir>
 
 #include "ComponentPlayer.h"
-#include "model/Composition.h"
-#include "model/CompositionSource.h"
+#include "document/CompositionDocument.h"
 #include "support/GoldenImage.h"
 
 namespace {
@@ -13,13 +12,14 @@ using namespace support;
 class Example {
  public:
   explicit Example(const QString& name) {
-    const QString source = QStringLiteral(TESSARY_EXAMPLES "/%1/%1.json").arg(name);
-    const model::StandardComponents components(QStringLiteral(TESSARY_COMPONENTS));
-    const auto graphic = model::CompositionSource(components).compositionFromFile(source);
-    EXPECT_TRUE(graphic) << (graphic ? "" : graphic.error().text().toStdString());
-    if (!graphic) return;
+    document::CompositionDocument graphic(
+        model::StandardComponents(QStringLiteral(TESSARY_COMPONENTS)));
+    const auto read = graphic.readFromURL(
+        QUrl::fromLocalFile(QStringLiteral(TESSARY_EXAMPLES "/%1.composition").arg(name)));
+    EXPECT_TRUE(read) << (read ? "" : read.error().text().toStdString());
+    if (!graphic.composition()) return;
     const QString path = m_folder.filePath(QStringLiteral("playout.qtz"));
-    EXPECT_TRUE(graphic->composition->exportToPath(path, model::Composition::Background::Exclude));
+    EXPECT_TRUE(graphic.composition()->exportToPath(path, model::Composition::Background::Exclude));
     auto made = runtime::CompositionRenderer::fromFile(path);
     EXPECT_TRUE(made) << (made ? "" : made.error().text().toStdString());
     if (made) m_renderer = std::move(*made);

@@ -7,7 +7,7 @@
 #include <iostream>
 
 #include "GeneratedGraphic.h"
-#include "model/CompositionSource.h"
+#include "document/CompositionDocument.h"
 #include "runtime/CompositionChecker.h"
 #include "runtime/CompositionRenderer.h"
 #include "runtime/draw/RasterBackend.h"
@@ -196,13 +196,14 @@ TEST(ExportParity, ValuesOnTheirWayAndMarginsDifferByThisMuch) {
 
 TEST(ExportParity, ExamplesLookTheSameOnAir) {
   const QDir examples(QStringLiteral(TESSARY_EXAMPLES));
-  for (const QString& name : examples.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-    const model::StandardComponents components(QStringLiteral(TESSARY_COMPONENTS));
-    auto graphic =
-        model::CompositionSource(components)
-            .compositionFromFile(examples.filePath(QStringLiteral("%1/%1.json").arg(name)));
-    ASSERT_TRUE(graphic) << graphic.error().text().toStdString();
-    Composition& composition = *graphic->composition;
+  const QStringList packages = examples.entryList({QStringLiteral("*.composition")}, QDir::Dirs);
+  EXPECT_EQ(packages.size(), 8);
+  for (const QString& name : packages) {
+    document::CompositionDocument graphic(
+        model::StandardComponents(QStringLiteral(TESSARY_COMPONENTS)));
+    const auto read = graphic.readFromURL(QUrl::fromLocalFile(examples.filePath(name)));
+    ASSERT_TRUE(read) << read.error().text().toStdString();
+    Composition& composition = *graphic.composition();
     QList<double> times = support::remarkableTimes(composition);
     times.removeIf([&](double time) { return !support::isSettled(composition, time); });
     EXPECT_GE(times.size(), composition.stopFrames().size());

@@ -3,23 +3,41 @@
 #include <QTemporaryDir>
 
 #include "model/Composition.h"
-#include "model/CompositionSource.h"
 #include "runtime/CompositionRenderer.h"
+#include "store/ObjectContext.h"
 
 namespace {
 
 /// A plate that the pieces of the "Renderer" file place, turn, fade and switch.
-std::unique_ptr<runtime::CompositionRenderer> graphicWith(const QByteArray& plate) {
+struct Plate {
+  QRectF frame;
+  double rotation = 0;
+  double opacity = 1;
+  double start = 0;
+  double end = 2;
+};
+
+std::unique_ptr<runtime::CompositionRenderer> graphicWith(const Plate& plate) {
   const QTemporaryDir folder;
-  const model::StandardComponents components(QStringLiteral(TESSARY_COMPONENTS));
-  const QByteArray json = R"({"format": "HD 1080p50", "duration": 2, "components": [
-      {"title": "Plate", "component": "Rectangle", "inputs": {"Color": "#FF8000"}, )" +
-                          plate + "}]}";
-  const auto graphic = model::CompositionSource(components)
-                           .compositionFromData(json, folder.filePath(QStringLiteral("a.json")));
-  EXPECT_TRUE(graphic) << (graphic ? "" : graphic.error().text().toStdString());
+  store::ObjectContext context;
+  model::Composition& graphic = *context.insert(
+      std::make_unique<model::Composition>(model::VideoResolution(QStringLiteral("HD 1080p50"))));
+  graphic.setDuration(2);
+  QStringList warnings;
+  model::QuartzComponent* component = graphic.addComponenWithQuartzCompositionFile(
+      QStringLiteral(TESSARY_COMPONENTS "/Rectangle.qtz"),
+      {{QStringLiteral("Color"), foundation::Color{1, 128 / 255.0, 0, 1}}}, warnings);
+  component->setTitle(QStringLiteral("Plate"));
+  component->setOriginX(plate.frame.x());
+  component->setOriginY(plate.frame.y());
+  component->setWidth(plate.frame.width());
+  component->setHeight(plate.frame.height());
+  component->setZRotation(plate.rotation);
+  component->setOpacity(plate.opacity);
+  component->setStartTime(plate.start);
+  component->setEndTime(plate.end);
   const QString path = folder.filePath(QStringLiteral("a.qtz"));
-  EXPECT_TRUE(graphic->composition->exportToPath(path, model::Composition::Background::Exclude));
+  EXPECT_TRUE(graphic.exportToPath(path, model::Composition::Background::Exclude));
   auto made = runtime::CompositionRenderer::fromFile(path);
   EXPECT_TRUE(made);
   return std::move(*made);
@@ -35,7 +53,7 @@ QRect drawn(const QImage& image) {
 }
 
 TEST(RendererPieces, PlaceOnWholePixelsFromTheLowerLeft) {
-  const auto graphic = graphicWith(R"("x": 100, "y": 60, "width": 200, "height": 30)");
+  const auto graphic = graphicWith({.frame = {100, 60, 200, 30}});
   const QImage image = graphic->imageAtTime(0, {1920, 1080});
   EXPECT_EQ(drawn(image), QRect(100, 1080 - 60 - 30, 200, 30));
   EXPECT_EQ(image.pixel(100, 990), 0xFFFF8000u);
@@ -44,20 +62,17 @@ TEST(RendererPieces, PlaceOnWholePixelsFromTheLowerLeft) {
 }
 
 TEST(RendererPieces, TurnCounterClockwiseAboutTheCentreAndFade) {
-  const auto turned =
-      graphicWith(R"("x": 100, "y": 200, "width": 200, "height": 30, "rotation": 90)");
+  const auto turned = graphicWith({.frame = {100, 200, 200, 30}, .rotation = 90});
   EXPECT_EQ(drawn(turned->imageAtTime(0, {1920, 1080})), QRect(185, 765, 30, 200));
-  const auto leaning =
-      graphicWith(R"("x": 800, "y": 500, "width": 200, "height": 20, "rotation": 30)");
+  const auto leaning = graphicWith({.frame = {800, 500, 200, 20}, .rotation = 30});
   const QImage picture = leaning->imageAtTime(0, {1920, 1080});
   EXPECT_GT(qAlpha(picture.pixel(977, 1080 - 510 - 45)), 200);  // the right end is up
-  const auto faded = graphicWith(R"("x": 0, "y": 0, "width": 200, "height": 30, "opacity": 0.5)");
+  const auto faded = graphicWith({.frame = {0, 0, 200, 30}, .opacity = 0.5});
   EXPECT_NEAR(qAlpha(faded->imageAtTime(0, {1920, 1080}).pixel(5, 1075)), 128, 1);
 }
 
 TEST(RendererPieces, ShowFromStartToEndWhileEnabled) {
-  const auto graphic =
-      graphicWith(R"("x": 0, "y": 0, "width": 200, "height": 30, "startTime": 0.5, "endTime": 1)");
+  const auto graphic = graphicWith({.frame = {0, 0, 200, 30}, .start = 0.5, .end = 1});
   const auto shows = [&](double time) {
     return !drawn(graphic->imageAtTime(time, {480, 270})).isEmpty();
   };

@@ -14,18 +14,27 @@ struct Outcome {
 
 /// Runs the program as its users do, without a display.
 inline Outcome tessary(const QStringList& arguments, const QString& folder = {},
-                       const QString& resources = {}) {
+                       const QString& resources = {}, const QString& input = {}) {
   QProcess process;
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
   environment.remove(QStringLiteral("DISPLAY"));
   environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+  // Whatever the person who runs the tests prefers.
+  environment.insert(QStringLiteral("XDG_CONFIG_HOME"), QStringLiteral("/nonexistent"));
   if (!resources.isEmpty()) environment.insert(QStringLiteral("TESSARY_RESOURCES"), resources);
   process.setProcessEnvironment(environment);
   if (!folder.isEmpty()) process.setWorkingDirectory(folder);
   process.start(QStringLiteral(TESSARY_PROGRAM), arguments);
+  process.write(input.toUtf8());
+  process.closeWriteChannel();
   process.waitForFinished(60'000);
   return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
           process.readAllStandardOutput(), QString::fromUtf8(process.readAllStandardError())};
+}
+
+/// Runs a script in the folder.
+inline Outcome batch(const QString& script, const QString& folder) {
+  return tessary({QStringLiteral("batch")}, folder, {}, script);
 }
 
 }  // namespace support

@@ -33,8 +33,6 @@ ExitStatus EditCommands::run(const EditCommand& command, const QStringList& argu
   session.printFindings();
   if (done) return session.hasFindings() ? ExitStatus::Findings : ExitStatus::Ok;
   Console::error(done.error().error);
-  if (done.error().status == ExitStatus::Usage)
-    Console::error(QStringLiteral("usage: tessary ") + command.syntax()->usage());
   return done.error().status;
 }
 

@@ -15,6 +15,12 @@ using Opened = tl::expected<OpenDocument*, LoadFailure>;
 
 namespace {
 
+/// What is wrong with a call as such comes with how it is meant.
+tl::unexpected<LoadFailure> miscalled(const QString& message, const CommandOptions& options) {
+  return failed(ExitStatus::Usage, message, {},
+                QStringLiteral("usage: tessary ") + options.usage());
+}
+
 QString wrongCount(const EditCommand& command, const QStringList& words) {
   if (words.size() < command.fewestWords) return QStringLiteral("something is missing");
   if (command.mostWords >= 0 && words.size() > command.mostWords)
@@ -27,27 +33,28 @@ QString wrongCount(const EditCommand& command, const QStringList& words) {
 EditSession::Done EditSession::run(const EditCommand& command, const QStringList& arguments,
                                    const QString& folder) {
   const auto options = command.syntax();
-  if (const auto read = options->read(arguments); !read) return read;
+  if (const auto read = options->read(arguments); !read)
+    return miscalled(read.error().error.message, *options);
   EditCall call{*options, options->positionals(), folder, *this};
   if (command.document != EditCommand::Document::Made) {
-    const Opened opened = documentFor(command, call.words);
+    if (call.words.isEmpty() && !m_current)
+      return miscalled(QStringLiteral("a document is needed"), *options);
+    const Opened opened = documentFor(call.words);
     if (!opened) return tl::unexpected(opened.error());
     call.document = *opened;
   }
   if (const QString wrong = wrongCount(command, call.words); !wrong.isEmpty())
-    return misused(wrong);
+    return miscalled(wrong, *options);
   auto done = command.run(call);
   if (done && call.document && command.document == EditCommand::Document::Changed)
     call.document->isChanged = true;
   return done;
 }
 
-Opened EditSession::documentFor(const EditCommand& command, QStringList& words) {
-  const bool isNamed =
-      !words.isEmpty() && (!m_allowsDefaultDocument || PackageLayout::isPackageName(words[0]));
-  if (isNamed) return open(words.takeFirst());
-  if (m_current) return m_current;
-  return misused(QStringLiteral("'%1' needs a document").arg(command.name));
+Opened EditSession::documentFor(QStringList& words) {
+  const bool isNamed = !m_current || !m_allowsDefaultDocument ||
+                       (!words.isEmpty() && PackageLayout::isPackageName(words[0]));
+  return isNamed ? open(words.takeFirst()) : Opened(m_current);
 }
 
 OpenDocument* EditSession::openAt(const QString& path) const {

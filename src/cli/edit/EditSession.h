@@ -46,8 +46,7 @@ class EditSession {
   void printFindings();
 
  private:
-  [[nodiscard]] tl::expected<OpenDocument*, LoadFailure> documentFor(const EditCommand& command,
-                                                                     QStringList& words);
+  [[nodiscard]] tl::expected<OpenDocument*, LoadFailure> documentFor(QStringList& words);
   [[nodiscard]] OpenDocument* openAt(const QString& path) const;
 
   std::vector<std::unique_ptr<OpenDocument>> m_documents;
