@@ -97,8 +97,7 @@ Done ComponentSettings::margins(const Assignment& assignment) {
 }
 
 Done ComponentSettings::time(const Assignment& assignment) {
-  const auto time = secondsFromText(
-      assignment.value, static_cast<double>(m_component.composition()->ticksPerSecond()));
+  const auto time = secondsFromText(assignment.value, *m_component.composition());
   if (!time)
     return misused(QStringLiteral("'%1' takes a time in seconds or a time code, not '%2'")
                        .arg(assignment.key, assignment.value));

@@ -68,7 +68,7 @@ Done DocumentSettings::setMode(const QString& value) {
 }
 
 Done DocumentSettings::setDuration(const QString& value) {
-  const auto seconds = duration(value, static_cast<double>(m_composition.ticksPerSecond()));
+  const auto seconds = duration(value, m_composition.videoResolution().framesPerSecond());
   if (!seconds) return tl::unexpected(seconds.error());
   m_composition.setDuration(*seconds);
   return {};
@@ -121,7 +121,7 @@ Done DocumentSettings::setPoster(const QString& value) {
     m_composition.setPosterFrameTimepoint(-1);
     return {};
   }
-  const auto time = secondsFromText(value, static_cast<double>(m_composition.ticksPerSecond()));
+  const auto time = secondsFromText(value, m_composition);
   if (!time || *time > m_composition.duration())
     return misused(
         QStringLiteral("'poster' takes a time within the duration, none, or @FILE, not '%1'")

@@ -45,10 +45,26 @@ EditSession::Done EditSession::run(const EditCommand& command, const QStringList
   }
   if (const QString wrong = wrongCount(command, call.words); !wrong.isEmpty())
     return miscalled(wrong, *options);
+  if (command.document != EditCommand::Document::Changed) return command.run(call);
+  if (auto held = hold(*call.document); !held) return held;
   auto done = command.run(call);
-  if (done && call.document && command.document == EditCommand::Document::Changed)
-    call.document->isChanged = true;
+  call.document->isChanged = true;
   return done;
+}
+
+EditSession::Done EditSession::hold(OpenDocument& open) {
+  if (open.lock) return {};
+  auto attempt = document::DocumentLock::take(open.path);
+  if (attempt.state == document::DocumentLock::State::Taken)
+    return failed(ExitStatus::OutputFailed, attempt.sentence, open.path);
+  open.lock = std::move(attempt.lock);
+  // Whoever held it before may have saved since it was read.
+  if (!open.document->storeChangedOnDisk()) return {};
+  const auto read = open.document->revertToContentsOfURL(open.document->fileURL());
+  if (!read) return tl::unexpected(LoadFailure{ExitStatus::InputUnreadable, read.error()});
+  if (!open.document->composition())
+    return failed(ExitStatus::InputUnreadable, QStringLiteral("holds no composition"), open.path);
+  return {};
 }
 
 Opened EditSession::documentFor(QStringList& words) {
@@ -92,6 +108,7 @@ EditSession::Done EditSession::create(const QString& path, const model::VideoRes
   opened->document->emptyDocumentWithResolution(resolution);
   opened->path = package.folder();
   opened->isChanged = true;
+  if (auto held = hold(*opened); !held) return held;
   m_documents.push_back(std::move(opened));
   m_current = m_documents.back().get();
   return {};

@@ -5,13 +5,15 @@
 
 #include "cli/edit/EditCommand.h"
 #include "document/CompositionDocument.h"
+#include "document/DocumentLock.h"
 
 namespace cli {
 
 /// A document that commands work on.
 struct OpenDocument {
   std::unique_ptr<document::CompositionDocument> document;
-  QString path;  ///< of its package
+  QString path;                                  ///< of its package
+  std::unique_ptr<document::DocumentLock> lock;  ///< from the first change on
   bool isChanged = false;
 
   [[nodiscard]] model::Composition& composition() const { return *document->composition(); }
@@ -47,6 +49,8 @@ class EditSession {
 
  private:
   [[nodiscard]] tl::expected<OpenDocument*, LoadFailure> documentFor(QStringList& words);
+  /// Takes the document from others before it is changed.
+  [[nodiscard]] static Done hold(OpenDocument& open);
   [[nodiscard]] OpenDocument* openAt(const QString& path) const;
 
   std::vector<std::unique_ptr<OpenDocument>> m_documents;

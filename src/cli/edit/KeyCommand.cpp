@@ -21,8 +21,7 @@ void addOptions(CommandOptions& options) {
 }
 
 tl::expected<double, LoadFailure> timeFrom(const QString& text, const EditCall& call) {
-  const double rate = static_cast<double>(call.document->composition().ticksPerSecond());
-  if (const auto time = secondsFromText(text, rate)) return *time;
+  if (const auto time = secondsFromText(text, call.document->composition())) return *time;
   return misused(QStringLiteral("'%1' is no time in seconds and no time code").arg(text));
 }
 

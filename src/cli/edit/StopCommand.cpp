@@ -15,7 +15,7 @@ void addOptions(CommandOptions& options) {
 EditCommand::Done run(EditCall& call) {
   model::Composition& composition = call.document->composition();
   const QString& text = call.words[0];
-  const auto time = secondsFromText(text, static_cast<double>(composition.ticksPerSecond()));
+  const auto time = secondsFromText(text, composition);
   if (!time || *time > composition.duration())
     return misused(QStringLiteral("'%1' is no time within the duration").arg(text));
   model::StopFrame* present = composition.stopFrameAtTimepoint(*time);

@@ -59,8 +59,7 @@ EditCommand::Done run(EditCall& call) {
   const model::Composition& composition = call.document->composition();
   std::optional<double> time = composition.posterFrameTimepoint();
   if (call.options.isSet(timeOption)) {
-    time = secondsFromText(call.options.text(timeOption),
-                           static_cast<double>(composition.ticksPerSecond()));
+    time = secondsFromText(call.options.text(timeOption), composition);
     if (!time) return misused(QStringLiteral("--time takes seconds or a time code"));
   }
   auto picture = pictureOf(*call.document, *time);

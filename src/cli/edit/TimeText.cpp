@@ -1,27 +1,33 @@
 #include "cli/edit/TimeText.h"
 
-#include <QStringList>
 #include <cmath>
+
+#include "foundation/Timecode.h"
+#include "model/Composition.h"
 
 namespace cli {
 
+using foundation::Timecode;
+using foundation::TimecodeRate;
+
 std::optional<double> secondsFromText(const QString& text, double framesPerSecond) {
-  bool ok = false;
-  if (!text.contains(u':')) {
-    const double seconds = text.toDouble(&ok);
-    return ok && std::isfinite(seconds) && seconds >= 0 ? std::optional(seconds) : std::nullopt;
+  bool isNumber = false;
+  double seconds = text.toDouble(&isNumber);
+  if (!isNumber) {
+    const int nominal = static_cast<int>(std::lround(framesPerSecond));
+    const bool isRelative = text.startsWith(u'+') || text.startsWith(u'-');
+    if (nominal < 1 || isRelative) return {};
+    const bool isWhole = std::abs(framesPerSecond - nominal) < 1e-3;
+    const auto code = Timecode::fromString(
+        text, isWhole ? TimecodeRate::whole(nominal) : TimecodeRate::slowed(nominal));
+    if (!code) return {};
+    seconds = code->seconds();
   }
-  const QStringList parts = text.split(u':');
-  if (parts.size() > 4 || framesPerSecond <= 0) return {};
-  double whole = 0;
-  for (qsizetype i = 0; i < parts.size(); ++i) {
-    const uint part = parts[i].toUInt(&ok);
-    const double limit = i + 1 == parts.size() ? std::ceil(framesPerSecond) : 60;
-    if (!ok || (i > 0 && part >= limit)) return {};
-    if (i + 1 == parts.size()) return whole + part / framesPerSecond;
-    whole = whole * 60 + part;
-  }
-  return {};
+  return std::isfinite(seconds) && seconds >= 0 ? std::optional(seconds) : std::nullopt;
+}
+
+std::optional<double> secondsFromText(const QString& text, const model::Composition& composition) {
+  return secondsFromText(text, composition.videoResolution().framesPerSecond());
 }
 
 }  // namespace cli

@@ -3,10 +3,17 @@
 #include <QString>
 #include <optional>
 
+namespace model {
+class Composition;
+}
+
 namespace cli {
 
-/// Seconds from "0.8", or from a time code of frames at the end: "0:20", "1:02:00", "0:00:02:13".
-/// Nothing for negative times and other texts.
+/// Seconds from "0.8", or from a time code such as "0:20", "1:02:00" or "12f" at that many frames a
+/// second. Nothing for negative times and other texts.
 [[nodiscard]] std::optional<double> secondsFromText(const QString& text, double framesPerSecond);
+/// At the rate of the graphic.
+[[nodiscard]] std::optional<double> secondsFromText(const QString& text,
+                                                    const model::Composition& composition);
 
 }  // namespace cli
