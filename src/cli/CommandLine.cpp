@@ -49,6 +49,7 @@ A lower third, made, animated and played:
   tessary key name.composition Bar width 0=0 0.4=1096 1.6=1096 2=0
   tessary key name.composition Name opacity 0.4=0 0.64=1 1.4=1 1.6=0
   tessary stop name.composition 1 Out
+  tessary set name.composition . poster=1
   tessary export name.composition name.qtz
   tessary render name.qtz -o name.png --from 1 --set "Name_Text=Chief Engineer"
 

@@ -46,7 +46,7 @@ add Rectangle title="$title" $look \
 new b.composition --mode "HD 720p50"
 set . duration=3
 set a.composition #1 height=20
-stop 1 "In b"
+stop b.composition 1 "In b"
 open a.composition
 stop 1 "In a"
 export $title.qtz
@@ -72,7 +72,7 @@ TEST_F(Batch, AnErrorNamesItsLineAndNothingIsSavedThatWasNot) {
       {"# fine\nset Bar x=1", 2, "-:6: there is no component 'Bar'"},
       {"ad Rectangle", 2, "-:5: a script has no command 'ad'; did you mean add?"},
       {"add \"Rect", 2, "-:5: the quotation mark \" is not closed"},
-      {"include none.tessary", 3, "-:5: none.tessary: "},
+      {"include none.tessary", 3, "none.tessary: No such file"},
       {"include loop.tessary", 2, "files include one another too deeply"},
       {"save all", 2, "-:5: 'save' has the wrong number of arguments"},
       {"let 1a b", 2, "-:5: let takes a name"},

@@ -9,6 +9,7 @@
 
 #include "document/CompositionDocument.h"
 #include "document/DocumentLock.h"
+#include "support/GraphBuilder.h"
 #include "support/TessaryProgram.h"
 
 namespace {
@@ -112,7 +113,7 @@ TEST_F(Editing, EveryCommandLeavesWhatItSays) {
         "stop a.composition 2 --remove", "guide a.composition x -50", "order a.composition Bar +1",
         "order a.composition Mark back"})
     expectDone(line);
-  EXPECT_EQ(info(), q(R"(a.composition
+  EXPECT_EQ(info().toStdString(), R"(a.composition
 format    HD 1080p25, 1920 x 1080
 duration  4 s
 poster    0.8 s
@@ -122,8 +123,9 @@ stop frames (1)
 components, lowest first (3)
   Mark  0.2 s … 2 s
     Image                     image     = image 30x20
-    Color                     color     = #FFFFFFFF
+    File_Path                 file      = ""
     Fit                       index     = 1
+    Color                     color     = #FFFFFFFF
     inputWidth                number    = 30
     inputHeight               number    = 20
     originX                   number    = 945
@@ -150,7 +152,7 @@ lines"
     originY                   number    = 515
     opacity                   number    = 1
     visibleInCompositionEditor  boolean   = true
-)"));
+)");
   // Numbers are counted before any is gone.
   expectDone("remove a.composition #1 Name");
   EXPECT_TRUE(info().contains(q("components, lowest first (1)\n  Bar")));
@@ -269,7 +271,14 @@ TEST_F(Editing, FilesOfADocumentAreEmbedded) {
   QImage picture(8, 8, QImage::Format_RGB32);
   picture.fill(Qt::blue);
   ASSERT_TRUE(picture.save(at("logo.png")));
-  expectDone("add a.composition MovieBackground title=Loop Movie_Location=@logo.png");
+  support::GraphBuilder graph;
+  const QString loader = graph.node(q("QCImageDownloader"));
+  graph.publishInput(loader, q("inputURL"), q("Image_Path"));
+  graph.publishOutput(loader, q("outputImage"), q("outputImage"));
+  const auto composition =
+      quartz::QuartzComposition::compositionWithDictionary(graph.composition());
+  ASSERT_TRUE(composition->writeToFile(at("picture.qtz"), true));
+  expectDone("add a.composition picture.qtz title=Picture Image_Path=@logo.png");
   const Outcome relative = call("relative a.composition");
   EXPECT_EQ(relative.status, 0);
   EXPECT_TRUE(relative.out.contains("logo.png")) << relative.out.toStdString();

@@ -46,17 +46,17 @@ TEST(ScriptWords, AreQuotedNamedAndCommentedAsInAShell) {
 
 TEST(TimeText, TakesSecondsAndTimeCodes) {
   const std::tuple<const char*, double, double> cases[] = {
-      {"0.8", 50, 0.8},   {"0:20", 50, 0.4},     {"1:02:00", 25, 62}, {"1:00:00:24", 25, 3600.96},
-      {"0", 25, 0},       {"90:00", 25, 90},     {"-1", 25, -1},      {"0:25", 25, -1},
-      {"1:60:0", 25, -1}, {"1:1:1:1:1", 25, -1}, {"nan", 25, -1},     {"1:-2", 25, -1},
-      {"", 25, -1},       {"0:1", 0, -1}};
+      {"0.8", 50, 0.8},      {"0:20", 50, 0.4}, {"1:02:00", 25, 62}, {"1:00:00:24", 25, 3600.96},
+      {"0", 25, 0},          {"-1", 25, -1},    {"0:25", 25, -1},    {"1:60:0", 25, -1},
+      {"1:1:1:1:1", 25, -1}, {"nan", 25, -1},   {"1:-2", 25, -1},    {"", 25, -1},
+      {"0:1", 0, -1}};
   for (const auto& [text, rate, expected] : cases)
     EXPECT_NEAR(cli::secondsFromText(q(text), rate).value_or(-1), expected, 1e-9) << text;
 }
 
 TEST(NearNames, AreTheNearestFirstOrAll) {
   const QStringList names{q("Color"), q("Color_1"), q("Text"), q("Font_Name")};
-  EXPECT_EQ(cli::nearNames(q("colour"), names), q("did you mean Color, Color_1?"));
+  EXPECT_EQ(cli::nearNames(q("colour"), names), q("did you mean Color?"));
   EXPECT_EQ(cli::nearNames(q("Font"), names), q("did you mean Font_Name?"));
   EXPECT_EQ(cli::nearNames(q("zzzz"), names), q("there are: Color, Color_1, Text, Font_Name"));
   EXPECT_EQ(cli::nearNames(q("x"), {}), q("there is none"));

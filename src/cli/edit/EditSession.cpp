@@ -1,5 +1,6 @@
 #include "cli/edit/EditSession.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 #include "cli/Console.h"
@@ -21,6 +22,13 @@ tl::unexpected<LoadFailure> miscalled(const QString& message, const CommandOptio
                 QStringLiteral("usage: tessary ") + options.usage());
 }
 
+/// The same for all names of one folder, and for one that is not there yet.
+QString placeOf(const QString& path) {
+  const QFileInfo info(path);
+  const QString present = info.canonicalFilePath();
+  return present.isEmpty() ? QDir::cleanPath(info.absoluteFilePath()) : present;
+}
+
 QString wrongCount(const EditCommand& command, const QStringList& words) {
   if (words.size() < command.fewestWords) return QStringLiteral("something is missing");
   if (command.mostWords >= 0 && words.size() > command.mostWords)
@@ -37,9 +45,9 @@ EditSession::Done EditSession::run(const EditCommand& command, const QStringList
     return miscalled(read.error().error.message, *options);
   EditCall call{*options, options->positionals(), folder, *this};
   if (command.document != EditCommand::Document::Made) {
-    if (call.words.isEmpty() && !m_current)
-      return miscalled(QStringLiteral("a document is needed"), *options);
-    const Opened opened = documentFor(call.words);
+    const bool isNamed = !call.words.isEmpty() && isDocumentName(call.words[0]);
+    if (!isNamed && !m_current) return miscalled(QStringLiteral("a document is needed"), *options);
+    const Opened opened = isNamed ? open(call.words.takeFirst()) : Opened(m_current);
     if (!opened) return tl::unexpected(opened.error());
     call.document = *opened;
   }
@@ -67,15 +75,14 @@ EditSession::Done EditSession::hold(OpenDocument& open) {
   return {};
 }
 
-Opened EditSession::documentFor(QStringList& words) {
-  const bool isNamed = !m_current || !m_allowsDefaultDocument ||
-                       (!words.isEmpty() && PackageLayout::isPackageName(words[0]));
-  return isNamed ? open(words.takeFirst()) : Opened(m_current);
+bool EditSession::isDocumentName(const QString& word) const {
+  return !m_allowsDefaultDocument || PackageLayout::isPackageName(word);
 }
 
 OpenDocument* EditSession::openAt(const QString& path) const {
+  const QString wanted = placeOf(path);
   for (const auto& open : m_documents)
-    if (QFileInfo(open->path) == QFileInfo(path)) return open.get();
+    if (placeOf(open->path) == wanted) return open.get();
   return nullptr;
 }
 

@@ -48,7 +48,8 @@ class EditSession {
   void printFindings();
 
  private:
-  [[nodiscard]] tl::expected<OpenDocument*, LoadFailure> documentFor(QStringList& words);
+  /// In a batch, names of packages alone are taken for documents.
+  [[nodiscard]] bool isDocumentName(const QString& word) const;
   /// Takes the document from others before it is changed.
   [[nodiscard]] static Done hold(OpenDocument& open);
   [[nodiscard]] OpenDocument* openAt(const QString& path) const;
