@@ -53,8 +53,9 @@ A lower third, made, animated and played:
   tessary export name.composition name.qtz
   tessary render name.qtz -o name.png --from 1 --set "Name_Text=Chief Engineer"
 
-Exit status: 0 done, 1 done with findings, 2 wrong usage, 3 input unreadable,
-4 output failed, 5 files of the program missing, 70 internal error, 130 stopped by Ctrl+C or SIGTERM.)";
+Exit status: 0 done, 1 done with findings, 2 wrong usage, 3 input unreadable, 4 output failed or
+document held by others, 5 files of the program missing, 70 internal error, 130 stopped by Ctrl+C
+or SIGTERM.)";
 
 ExitStatus runCommand(const QStringList& arguments) {
   if (arguments.isEmpty()) {
