@@ -192,14 +192,15 @@ Result<void> AbstractComponent::updateWithFile(const QString& path, QStringList&
 }
 
 void AbstractComponent::readLabelsOfPorts() {
-  const runtime::CompositionRenderer* source = renderer();
+  const ComponentProgram* source = program();  // a renderer is not needed for this
   if (!source) return;
   quint64 position = 0;
-  for (const QString& key : program()->inputKeys()) {
+  for (qsizetype i = 0; i < source->inputKeys().size(); ++i) {
+    const QString& key = source->inputKeys()[i];
     Attribute* attribute = attributeForKey(key);
-    const auto info = source->inputAttributes(key);
-    if (!attribute || !info || !shallCreateAttributeForKey(key)) continue;
-    attribute->readLabelOfPort(info->label);
+    if (!attribute || !shallCreateAttributeForKey(key)) continue;
+    // One key may be published by several ports: the first counts.
+    attribute->readLabelOfPort(source->inputLabels()[source->inputKeys().indexOf(key)]);
     if (attribute->position() == AttributeLabel::noPosition) attribute->setPosition(position++);
   }
 }

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QMutex>
+#include <deque>
 
 #include "quartz/QuartzComposition.h"
 #include "runtime/CompiledComposition.h"
@@ -51,10 +52,33 @@ class ProgramCache {
     m_programs.removeIf([](const auto& entry) { return entry.value().expired(); });
     m_programs.insert(key, program);
   }
+  /// One that was lately found for these very bytes in memory: components that share their bytes,
+  /// as those of an opened document do, need not be hashed one by one.
+  Program findShared(const QByteArray& bytes, const QString& path) {
+    const QMutexLocker lock(&m_mutex);
+    for (const Recent& recent : m_recent)
+      if (recent.bytes.constData() == bytes.constData() && recent.bytes.size() == bytes.size() &&
+          recent.path == path)
+        return recent.program.lock();
+    return nullptr;
+  }
+  void share(const Program& program, const QByteArray& bytes, const QString& path) {
+    constexpr size_t most = 16;
+    const QMutexLocker lock(&m_mutex);
+    std::erase_if(m_recent, [](const Recent& recent) { return recent.program.expired(); });
+    if (m_recent.size() >= most) m_recent.pop_back();
+    m_recent.push_front({bytes, path, program});
+  }
 
  private:
+  struct Recent {
+    QByteArray bytes;  // kept, so that nothing else comes to lie there
+    QString path;
+    std::weak_ptr<const ComponentProgram> program;
+  };
   QMutex m_mutex;
   QHash<QByteArray, std::weak_ptr<const ComponentProgram>> m_programs;
+  std::deque<Recent> m_recent;
 };
 
 bool publishesImage(const quartz::QuartzPatch& node) {
@@ -121,8 +145,12 @@ QString ComponentProgram::spriteKey(Sprite input) {
 }
 
 Result<Program> ComponentProgram::fromData(const QByteArray& bytes, const QString& path) {
+  if (Program shared = ProgramCache::shared().findShared(bytes, path)) return shared;
   const QByteArray cacheKey = ProgramCache::keyOf(bytes, path);
-  if (Program cached = ProgramCache::shared().find(cacheKey)) return cached;
+  if (Program cached = ProgramCache::shared().find(cacheKey)) {
+    ProgramCache::shared().share(cached, bytes, path);
+    return cached;
+  }
   auto file = quartz::QuartzComposition::compositionWithData(bytes, path);
   if (!file) return tl::unexpected(file.error());
   auto program = std::make_shared<ComponentProgram>();
@@ -140,9 +168,12 @@ Result<Program> ComponentProgram::fromData(const QByteArray& bytes, const QStrin
   if (!compiled) return tl::unexpected(compiled.error());
   program->m_compiled = std::move(*compiled);
   for (const runtime::PublishedPort& input : program->m_compiled->inputs())
-    if (!input.key.startsWith(QLatin1String("_component sprite/")))
+    if (!input.key.startsWith(QLatin1String("_component sprite/"))) {
       program->m_inputKeys.append(input.key);
+      program->m_inputLabels.append(input.label);
+    }
   ProgramCache::shared().insert(cacheKey, program);
+  ProgramCache::shared().share(program, bytes, path);
   return program;
 }
 

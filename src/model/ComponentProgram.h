@@ -28,6 +28,8 @@ class ComponentProgram {
   }
   /// Published by the file itself, in its order.
   [[nodiscard]] const QStringList& inputKeys() const { return m_inputKeys; }
+  /// Of these inputs, in the same order.
+  [[nodiscard]] const QStringList& inputLabels() const { return m_inputLabels; }
   /// The name that the file gives itself; may be empty.
   [[nodiscard]] const QString& name() const { return m_name; }
   /// Whether something yields an image that the sprite draws.
@@ -40,6 +42,7 @@ class ComponentProgram {
  private:
   std::shared_ptr<const runtime::CompiledComposition> m_compiled;
   QStringList m_inputKeys;
+  QStringList m_inputLabels;
   QString m_name;
   bool m_hasImageOutput = false;
   bool m_rootIsRenderInImage = false;
