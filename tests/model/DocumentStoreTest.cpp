@@ -1,11 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <QDirIterator>
-
 #include "ComponentFiles.h"
-#include "model/CompositionSource.h"
 #include "model/ModelEntities.h"
 #include "store/XmlStore.h"
+#include "support/Samples.h"
 
 namespace model {
 
@@ -26,19 +24,44 @@ void expectToSurviveStoring(const store::ObjectContext& context) {
 
 }  // namespace
 
-TEST(DocumentStore, ExampleGraphicsSurviveIt) {
-  const StandardComponents components = StandardComponents::located();
-  QDirIterator files(QStringLiteral(TESSARY_SOURCE_DIR "/resources/examples"),
-                     {QStringLiteral("*.json")}, QDir::Files, QDirIterator::Subdirectories);
-  if (!files.hasNext() || !components.pathOf(QStringLiteral("Renderer")))
-    GTEST_SKIP() << "no examples or no standard components at hand";
-  while (files.hasNext()) {
-    const QString source = files.next();
-    SCOPED_TRACE(source.toStdString());
-    const auto graphic = CompositionSource(components).compositionFromFile(source);
-    ASSERT_TRUE(graphic) << graphic.error().text().toStdString();
-    expectToSurviveStoring(*graphic->context);
+TEST(DocumentStore, GraphicsWithEverythingSurviveIt) {
+  ComponentFiles files;
+  const auto input = [](const char* key, const char* portClass) {
+    return ComponentFiles::Input{
+        QString::fromLatin1(key), QString::fromLatin1(portClass), {}, QString()};
+  };
+  const QString file = files.writeComponent(
+      QStringLiteral("Part.qtz"),
+      {input("Text", "QCStringPort"), input("Size", "QCNumberPort"), input("On", "QCBooleanPort"),
+       input("Which", "QCIndexPort"), input("Paint", "QCColorPort"), input("Face", "QCGLImagePort"),
+       input("Rich_Font_Name", "QCStringPort"), input("Rich_Font_Size", "QCNumberPort")});
+  Graphic graphic = emptyGraphic();
+  QStringList warnings;
+  auto* component = graphic->addComponenWithQuartzCompositionFile(file, {}, warnings);
+  ASSERT_TRUE(component) << warnings.join(u'\n').toStdString();
+  QImage image(40, 30, QImage::Format_ARGB32_Premultiplied);
+  image.fill(QColor(200, 100, 50, 128));
+  graphic->setBackgroundImage(image);
+  graphic->setPosterFrameTimepoint(0.8);
+  graphic->addStopFrame(1, QStringLiteral("a\tb\u0001"));
+  graphic->addRulerAtPosition(0.1, true);
+  for (Attribute* attribute : component->attributes().list()) {
+    if (attribute->animationPossible()) attribute->setAnimateable(true);
+    if (attribute->type() == AttributeType::Image) attribute->setCurrentValue(image);
+    if (attribute->type() == AttributeType::String)
+      attribute->setCurrentValue(QStringLiteral(" two\nlines\r "));
   }
+  expectToSurviveStoring(*graphic.context);
+}
+
+TEST(DocumentStore, SamplesSurviveIt) {
+  if (support::samplePaths().isEmpty()) GTEST_SKIP() << "no sample compositions at hand";
+  Graphic graphic = emptyGraphic();
+  QStringList warnings;
+  for (const QString& path : support::samplePaths())
+    graphic->addComponenWithQuartzCompositionFile(path, {}, warnings);
+  EXPECT_GT(graphic->components().size(), 0);
+  expectToSurviveStoring(*graphic.context);
 }
 
 TEST(DocumentStore, ComponentsOfOneFileShareItsDataAndTheirProgram) {
