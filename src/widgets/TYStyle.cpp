@@ -30,15 +30,25 @@ bool isInvalid(const QWidget* widget) {
   return widget && widget->property("invalid").toBool();
 }
 
+bool isComboPopup(const QWidget* widget) {
+  return widget && widget->inherits("QComboBoxPrivateContainer");
+}
+
 bool isPopup(const QWidget* widget) {
   return qobject_cast<const QMenu*>(widget) || widget->inherits("QTipLabel") ||
-         widget->inherits("QComboBoxPrivateContainer");
+         isComboPopup(widget);
 }
 
 bool reactsToPointer(const QWidget* widget) {
   return qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QComboBox*>(widget) ||
          qobject_cast<const QAbstractSlider*>(widget) || qobject_cast<const QLineEdit*>(widget) ||
          qobject_cast<const QTabBar*>(widget) || qobject_cast<const QAbstractSpinBox*>(widget);
+}
+
+// The items of a menu keep clear of its edge; those of a pop-up get its whole width.
+QStyleOptionMenuItem inset(QStyleOptionMenuItem option, const QWidget* widget) {
+  if (qobject_cast<const QComboBox*>(widget)) option.rect.adjust(3, 0, -3, 0);
+  return option;
 }
 
 // Lines between parts of a panel.
@@ -72,8 +82,11 @@ void TYStyle::polish(QWidget* widget) {
   QProxyStyle::polish(widget);
   if (isPopup(widget)) {
     widget->setAttribute(Qt::WA_TranslucentBackground);
-    if (widget->inherits("QTipLabel")) widget->setWindowOpacity(1);
+    if (widget->inherits("QTipLabel")) widget->setContentsMargins(3, 0, 3, 0);
   }
+  // The rows of a pop-up lie on its panel.
+  auto* view = qobject_cast<QAbstractItemView*>(widget);
+  if (view && isComboPopup(view->parentWidget())) view->viewport()->setAutoFillBackground(false);
   if (reactsToPointer(widget)) widget->setAttribute(Qt::WA_Hover);
 }
 
@@ -161,6 +174,10 @@ bool TYStyle::drawFrames(PrimitiveElement element, const QStyleOption& option, Q
       return true;
     }
     case PE_Frame:
+      if (isComboPopup(widget)) {
+        drawMenuPanel(option.rect, painter);
+        return true;
+      }
       if (frameWidth(widget) > 1) {
         const QStyle::State state = option.state & ~QStyle::State_MouseOver;
         drawField(option.rect, state, isInvalid(widget), painter);
@@ -228,14 +245,14 @@ void TYStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option
   QProxyStyle::drawPrimitive(element, option, painter, widget);
 }
 
-bool TYStyle::drawMenus(ControlElement element, const QStyleOption& option,
-                        QPainter& painter) const {
+bool TYStyle::drawMenus(ControlElement element, const QStyleOption& option, QPainter& painter,
+                        const QWidget* widget) const {
   const Qt::TextFlag mnemonics =
       m_focusRing->showsMnemonics() ? Qt::TextShowMnemonic : Qt::TextHideMnemonic;
   const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(&option);
   switch (element) {
     case CE_MenuItem:
-      if (item) drawMenuItem(*item, painter, mnemonics);
+      if (item) drawMenuItem(inset(*item, widget), painter, mnemonics);
       return item;
     case CE_MenuBarItem:
       if (item) drawMenuBarItem(*item, painter, mnemonics);
@@ -295,7 +312,8 @@ void TYStyle::drawControl(ControlElement element, const QStyleOption* option, QP
                           const QWidget* widget) const {
   painter->save();
   const auto restore = qScopeGuard([painter] { painter->restore(); });
-  if (drawMenus(element, *option, *painter) || drawParts(element, *option, *painter)) return;
+  if (drawMenus(element, *option, *painter, widget) || drawParts(element, *option, *painter))
+    return;
   if (element == CE_ProgressBarContents) {
     if (const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option))
       drawProgress(*bar, *painter, widget);

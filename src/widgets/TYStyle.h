@@ -44,7 +44,8 @@ class TYStyle : public QProxyStyle {
   bool drawFrames(PrimitiveElement element, const QStyleOption& option, QPainter& painter,
                   const QWidget* widget) const;
   bool drawParts(ControlElement element, const QStyleOption& option, QPainter& painter) const;
-  bool drawMenus(ControlElement element, const QStyleOption& option, QPainter& painter) const;
+  bool drawMenus(ControlElement element, const QStyleOption& option, QPainter& painter,
+                 const QWidget* widget) const;
 
   std::unique_ptr<TYFocusRing> m_focusRing;
 };

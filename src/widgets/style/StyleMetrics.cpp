@@ -7,6 +7,65 @@
 #include "widgets/style/StyleDrawing.h"
 
 namespace widgets {
+namespace {
+
+struct Metric {
+  QStyle::PixelMetric metric;
+  int value;
+};
+
+constexpr Metric kMetrics[] = {
+    {QStyle::PM_SpinBoxFrameWidth, 1},
+    {QStyle::PM_ComboBoxFrameWidth, 1},
+    {QStyle::PM_MenuPanelWidth, 1},
+    {QStyle::PM_ToolTipLabelFrameWidth, 5},
+    {QStyle::PM_SplitterWidth, 1},
+    {QStyle::PM_DockWidgetSeparatorExtent, 1},
+    {QStyle::PM_TextCursorWidth, 1},
+    {QStyle::PM_ButtonShiftHorizontal, 0},
+    {QStyle::PM_ButtonShiftVertical, 0},
+    {QStyle::PM_MenuBarPanelWidth, 0},
+    {QStyle::PM_MenuBarItemSpacing, 0},
+    {QStyle::PM_FocusFrameVMargin, 3},
+    {QStyle::PM_MenuHMargin, 3},
+    {QStyle::PM_MenuVMargin, 3},
+    {QStyle::PM_MenuBarVMargin, 2},
+    {QStyle::PM_MenuBarHMargin, 6},
+    {QStyle::PM_IndicatorWidth, 14},
+    {QStyle::PM_IndicatorHeight, 14},
+    {QStyle::PM_ExclusiveIndicatorWidth, 14},
+    {QStyle::PM_ExclusiveIndicatorHeight, 14},
+    {QStyle::PM_CheckBoxLabelSpacing, 8},
+    {QStyle::PM_RadioButtonLabelSpacing, 8},
+    {QStyle::PM_LayoutHorizontalSpacing, 8},
+    {QStyle::PM_LayoutVerticalSpacing, 8},
+    {QStyle::PM_HeaderMargin, 8},
+    {QStyle::PM_LayoutLeftMargin, 12},
+    {QStyle::PM_LayoutTopMargin, 12},
+    {QStyle::PM_LayoutRightMargin, 12},
+    {QStyle::PM_LayoutBottomMargin, 12},
+    {QStyle::PM_ScrollBarExtent, 10},
+    {QStyle::PM_ScrollBarSliderMin, 24},
+    {QStyle::PM_SliderThickness, 16},
+    {QStyle::PM_SmallIconSize, 16},
+    {QStyle::PM_ButtonIconSize, 16},
+    {QStyle::PM_ListViewIconSize, 16},
+    {QStyle::PM_TabBarIconSize, 16},
+    {QStyle::PM_LineEditIconSize, 16},
+    {QStyle::PM_TreeViewIndentation, 16},
+    {QStyle::PM_SliderControlThickness, 12},
+    {QStyle::PM_SliderLength, 12},
+    {QStyle::PM_ToolBarIconSize, 24},
+    {QStyle::PM_ToolBarFrameWidth, 0},
+    {QStyle::PM_TabBarTabOverlap, 0},
+    {QStyle::PM_TabBarBaseHeight, 0},
+    {QStyle::PM_TabBarBaseOverlap, 0},
+    {QStyle::PM_TabBarTabShiftVertical, 0},
+    {QStyle::PM_ScrollView_ScrollBarSpacing, 0},
+    {QStyle::PM_TabBarTabHSpace, 24},
+};
+
+}  // namespace
 
 int frameWidth(const QWidget* widget) {
   const bool isText =
@@ -15,78 +74,13 @@ int frameWidth(const QWidget* widget) {
 }
 
 std::optional<int> styleMetric(QStyle::PixelMetric metric, const QWidget* widget) {
-  switch (metric) {
-    case QStyle::PM_DefaultFrameWidth:
-      return frameWidth(widget);
-    case QStyle::PM_SpinBoxFrameWidth:
-    case QStyle::PM_ComboBoxFrameWidth:
-    case QStyle::PM_MenuPanelWidth:
-    case QStyle::PM_ToolTipLabelFrameWidth:
-    case QStyle::PM_SplitterWidth:
-    case QStyle::PM_DockWidgetSeparatorExtent:
-    case QStyle::PM_TextCursorWidth:
-      return 1;
-    case QStyle::PM_ButtonShiftHorizontal:
-    case QStyle::PM_ButtonShiftVertical:
-    case QStyle::PM_MenuBarPanelWidth:
-    case QStyle::PM_MenuBarItemSpacing:
-      return 0;
-    case QStyle::PM_FocusFrameHMargin:
-      // Views take it for the space beside what is in a cell.
-      return qobject_cast<const QAbstractItemView*>(widget) ? 5 : 3;
-    case QStyle::PM_FocusFrameVMargin:
-    case QStyle::PM_MenuHMargin:
-    case QStyle::PM_MenuVMargin:
-      return 3;
-    case QStyle::PM_MenuBarVMargin:
-      return 2;
-    case QStyle::PM_MenuBarHMargin:
-      return 6;
-    case QStyle::PM_IndicatorWidth:
-    case QStyle::PM_IndicatorHeight:
-    case QStyle::PM_ExclusiveIndicatorWidth:
-    case QStyle::PM_ExclusiveIndicatorHeight:
-      return 14;
-    case QStyle::PM_CheckBoxLabelSpacing:
-    case QStyle::PM_RadioButtonLabelSpacing:
-    case QStyle::PM_LayoutHorizontalSpacing:
-    case QStyle::PM_LayoutVerticalSpacing:
-    case QStyle::PM_HeaderMargin:
-      return 8;
-    case QStyle::PM_LayoutLeftMargin:
-    case QStyle::PM_LayoutTopMargin:
-    case QStyle::PM_LayoutRightMargin:
-    case QStyle::PM_LayoutBottomMargin:
-      return 12;
-    case QStyle::PM_ScrollBarExtent:
-      return 10;
-    case QStyle::PM_ScrollBarSliderMin:
-      return 24;
-    case QStyle::PM_SliderThickness:
-    case QStyle::PM_SmallIconSize:
-    case QStyle::PM_ButtonIconSize:
-    case QStyle::PM_ListViewIconSize:
-    case QStyle::PM_TabBarIconSize:
-    case QStyle::PM_LineEditIconSize:
-    case QStyle::PM_TreeViewIndentation:
-      return 16;
-    case QStyle::PM_SliderControlThickness:
-    case QStyle::PM_SliderLength:
-      return 12;
-    case QStyle::PM_ToolBarIconSize:
-      return 24;
-    case QStyle::PM_ToolBarFrameWidth:
-    case QStyle::PM_TabBarTabOverlap:
-    case QStyle::PM_TabBarBaseHeight:
-    case QStyle::PM_TabBarBaseOverlap:
-    case QStyle::PM_TabBarTabShiftVertical:
-    case QStyle::PM_ScrollView_ScrollBarSpacing:
-      return 0;
-    case QStyle::PM_TabBarTabHSpace:
-      return 24;
-    default:
-      return std::nullopt;
-  }
+  if (metric == QStyle::PM_DefaultFrameWidth) return frameWidth(widget);
+  // Views take it for the space beside what is in a cell.
+  if (metric == QStyle::PM_FocusFrameHMargin)
+    return qobject_cast<const QAbstractItemView*>(widget) ? 5 : 3;
+  for (const Metric& known : kMetrics)
+    if (known.metric == metric) return known.value;
+  return std::nullopt;
 }
 
 std::optional<int> styleHintValue(QStyle::StyleHint hint) {
