@@ -33,7 +33,7 @@ TYTooltipWindow& TYTooltipWindow::sharedWindow() {
   static QPointer<TYTooltipWindow> window;
   if (!window) {
     window = new TYTooltipWindow;
-    connect(qApp, &QCoreApplication::aboutToQuit, window, &QObject::deleteLater);
+    connect(qApp, &QCoreApplication::aboutToQuit, qApp, [] { delete window; });
   }
   return *window;
 }
