@@ -191,14 +191,18 @@ QString DocumentReport::json() const {
   QJsonArray components;
   for (const QuartzComponent* component : m_composition.componentsSortedByZLevel())
     components.append(componentJson(*component));
-  const QJsonObject o{{QStringLiteral("file"), m_file},
-                      {QStringLiteral("format"), m_composition.broadcastMode()},
-                      {QStringLiteral("width"), m_composition.width()},
-                      {QStringLiteral("height"), m_composition.height()},
-                      {QStringLiteral("duration"), m_composition.duration()},
-                      {QStringLiteral("stopFrames"), stops},
-                      {QStringLiteral("components"), components},
-                      {QStringLiteral("findings"), QJsonArray::fromStringList(m_warnings)}};
+  QJsonObject o{{QStringLiteral("file"), m_file},
+                {QStringLiteral("format"), m_composition.broadcastMode()},
+                {QStringLiteral("width"), m_composition.width()},
+                {QStringLiteral("height"), m_composition.height()},
+                {QStringLiteral("duration"), m_composition.duration()},
+                {QStringLiteral("stopFrames"), stops},
+                {QStringLiteral("components"), components},
+                {QStringLiteral("findings"), QJsonArray::fromStringList(m_warnings)}};
+  if (m_composition.posterFrameMode() == 0)
+    o.insert(QStringLiteral("poster"), m_composition.posterFrameTimepoint());
+  if (m_composition.backgroundMode() != model::BackgroundMode::None)
+    o.insert(QStringLiteral("background"), backgroundText(m_composition));
   return QString::fromUtf8(QJsonDocument(o).toJson(QJsonDocument::Indented)).trimmed();
 }
 

@@ -21,6 +21,8 @@ foundation::Result<foundation::Findings> checkDocument(const QString& path) {
   const auto document = DocumentLoader::load(path);
   if (!document) return tl::unexpected(document.error().error);
   foundation::Findings findings = model::compositionFindings(document->composition());
+  for (const QString& warning : document->warnings())
+    findings.append({QStringLiteral("store"), QStringLiteral("document"), warning});
   const QTemporaryDir folder;
   const QString exported = folder.filePath(QStringLiteral("Composition.qtz"));
   if (const auto done = document->exportTo(exported, false); !done)

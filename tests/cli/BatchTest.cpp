@@ -64,6 +64,11 @@ export $title.qtz
   EXPECT_TRUE(exists("Bar.qtz"));
 }
 
+TEST_F(Batch, LinesMayEndAsElsewhere) {
+  EXPECT_EQ(run("new a.composition --mode \\\r\n \"HD 720p50\"\r\nset . duration=3\r\n").status, 0);
+  EXPECT_TRUE(info("a.composition").contains("HD 720p50, 1280 x 720\nduration  3 s\n"));
+}
+
 TEST_F(Batch, AnErrorNamesItsLineAndNothingIsSavedThatWasNot) {
   write("deep.tessary", "stop 0.5\n\nadd \\\n  Rectangel\n");
   write("loop.tessary", "include loop.tessary\n");

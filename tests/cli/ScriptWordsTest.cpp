@@ -41,7 +41,11 @@ TEST(ScriptWords, AreQuotedNamedAndCommentedAsInAShell) {
       {"a \\", "nothing follows the last \\"},
       {"$ 5", "a name must follow $; \\$ is the character itself"},
       {"$wy", "there is no name 'wy'; did you mean way?"}};
-  for (const auto& [line, expected] : cases) EXPECT_EQ(read(line), q(expected)) << line;
+  for (const auto& [line, expected] : cases) {
+    EXPECT_EQ(read(line), q(expected)) << line;
+    for (qsizetype length = 0; line[length] != 0; ++length)
+      (void)read(QByteArray(line, length).constData());
+  }
 }
 
 TEST(TimeText, TakesSecondsAndTimeCodes) {

@@ -35,7 +35,8 @@ Done BatchScript::runFile(const QString& path) {
 Done BatchScript::run(const QString& text, const QString& name, const QString& folder) {
   if (++m_depth > deepestInclude)
     return misused(QStringLiteral("files include one another too deeply"));
-  const QStringList lines = text.split(u'\n');
+  const QStringList lines =
+      QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")).split(u'\n');
   for (qsizetype i = 0; i < lines.size(); ++i) {
     const qsizetype first = i;
     QString line = lines[i];

@@ -43,7 +43,9 @@ class EditSession {
   [[nodiscard]] Done save();
 
   /// What its user should know: it is printed by the end, and the status says so.
-  void addFinding(const QString& finding) { m_findings.append(finding); }
+  void addFinding(const QString& finding) {
+    if (!m_findings.contains(finding)) m_findings.append(finding);
+  }
   [[nodiscard]] bool hasFindings() const { return !m_findings.isEmpty(); }
   void printFindings();
 

@@ -19,6 +19,7 @@ EditCommand::Done run(EditCall& call) {
   const model::CommandReport report = (DocumentCommands(*open.document).*command)();
   Console::print(report.title);
   if (!report.text.isEmpty()) Console::print(report.text);
+  for (const QString& warning : open.document->saveWarnings()) call.session.addFinding(warning);
   return {};
 }
 
@@ -27,8 +28,8 @@ EditCommand::Done run(EditCall& call) {
 QList<EditCommand> maintenanceCommands() {
   const QString usage = QStringLiteral("DOC");
   return {{QStringLiteral("embed"), usage,
-           QStringLiteral("Copies the files that a document uses into it."), 0, 0,
-           run<&DocumentCommands::embedResources>},
+           QStringLiteral("Copies the files that a document uses into it, and saves it at once."),
+           0, 0, run<&DocumentCommands::embedResources>},
           {QStringLiteral("relative"), usage,
            QStringLiteral("Makes the paths of the files that a document uses relative to it."), 0,
            0, run<&DocumentCommands::makePathsRelative>},
