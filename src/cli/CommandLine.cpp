@@ -37,7 +37,7 @@ Make and edit documents:
   batch [FILE | -]         these commands from a script
 
 Options:
-  --help               this text; with a command, all about that command
+  --help               this text; with a command, all about that command (also: help COMMAND)
   --version            the program's version
 
 A lower third, made, animated and played:
@@ -66,6 +66,9 @@ ExitStatus runCommand(const QStringList& arguments) {
   const QStringList rest = arguments.mid(1);
   if (command == QLatin1String("--help") || command == QLatin1String("-h") ||
       command == QLatin1String("help")) {
+    const QString subject = rest.value(0);
+    if (!subject.isEmpty() && !subject.startsWith(u'-') && subject != QLatin1String("help"))
+      return runCommand({subject, QStringLiteral("--help")});
     Console::print(QString::fromUtf8(overview));
     return ExitStatus::Ok;
   }

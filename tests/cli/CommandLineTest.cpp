@@ -43,7 +43,12 @@ class CommandLine : public testing::Test {
 
 TEST_F(CommandLine, HelpAndVersionOfEveryCommand) {
   EXPECT_EQ(tessary({QStringLiteral("--version")}).status, 0);
-  for (const char* command : {"", "info", "check", "render", "export", "patches"}) {
+  EXPECT_EQ(tessary({QStringLiteral("help"), QStringLiteral("key")}).out,
+            tessary({QStringLiteral("key"), QStringLiteral("--help")}).out);
+  EXPECT_EQ(tessary({QStringLiteral("help"), QStringLiteral("fly")}).status, 2);
+  for (const char* command :
+       {"", "info", "check", "render", "export", "patches", "new", "add", "set", "key", "stop",
+        "guide", "remove", "order", "embed", "relative", "upgrade", "thumbnail", "batch"}) {
     QStringList arguments{QString::fromLatin1(command), QStringLiteral("--help")};
     arguments.removeAll(QString());
     const Outcome help = tessary(arguments);
