@@ -6,6 +6,7 @@
 #include <QSet>
 #include <QString>
 #include <QVariant>
+#include <QVariantHash>
 #include <functional>
 #include <optional>
 
@@ -29,6 +30,7 @@ struct FrameArguments {
   QSet<char16_t> pressedKeys;  ///< UTF-16 code units of keys that are down
   /// The wall clock; composition time never depends on it.
   QDateTime wallClock = QDateTime::fromMSecsSinceEpoch(978307200000, Qt::UTC);
+  QVariantHash playout;  ///< what a playout system says of the clip on air, by its parameter names
 };
 
 /// The surface that a patch draws to, in pixels; always 2 units wide.

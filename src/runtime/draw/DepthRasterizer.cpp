@@ -28,7 +28,7 @@ DepthRasterizer::DepthRasterizer(const DrawList& list, const Viewport& viewport)
     else if (const auto* mesh = std::get_if<MeshItem>(&item))
       m_steps.emplace_back(Surface::of(*mesh, viewport));
   }
-  m_touched &= viewport.clip & viewport.rect();
+  m_touched &= viewport.area();
 }
 
 void DepthRasterizer::paint(const PixelRows& target) const {

@@ -33,7 +33,7 @@ void ListPainter::paint(const DrawList& list, const Viewport& viewport) {
 
 void ListPainter::paintInOrder(const DrawList& list, const Viewport& viewport) {
   Viewport inside = viewport;
-  inside.clip &= viewport.rect();
+  inside.clip = viewport.area();
   if (inside.clip.isEmpty()) return;
   m_painter.setClipRect(inside.clip);
   for (const DrawItem& item : list.items) {

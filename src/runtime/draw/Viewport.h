@@ -13,11 +13,15 @@ struct Viewport {
   QSize size;     ///< of the destination
   QPoint origin;  ///< its upper left corner in the picture
   QRect clip;     ///< nothing outside is touched; within the picture
+  /// Whether what lies beyond the destination is drawn too, as far as the clip lets it.
+  bool drawsBeyond = false;
 
   [[nodiscard]] static Viewport whole(const QSize& size) {
     return {size, QPoint(), QRect(QPoint(), size)};
   }
   [[nodiscard]] QRect rect() const { return {origin, size}; }
+  /// What may be drawn on.
+  [[nodiscard]] QRect area() const { return drawsBeyond ? clip : clip & rect(); }
 };
 
 /// A point as the eye sees it: the pixel is (x / w, y / w); w is the distance from the eye divided
