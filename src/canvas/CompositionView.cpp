@@ -1,0 +1,506 @@
+#include "canvas/CompositionView.h"
+
+#include <QDragEnterEvent>
+#include <QGestureEvent>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QNativeGestureEvent>
+#include <QPainter>
+#include <QWheelEvent>
+#include <cmath>
+
+#include "canvas/CanvasHost.h"
+#include "canvas/CanvasRuler.h"
+#include "canvas/ComponentDrop.h"
+#include "canvas/ComponentWalk.h"
+#include "canvas/CompositionStage.h"
+#include "canvas/CompositionViewAccessible.h"
+#include "canvas/GesturePicker.h"
+#include "canvas/GuideGesture.h"
+#include "canvas/InPlaceTextEditor.h"
+#include "canvas/PanGesture.h"
+#include "canvas/TYZoomScrollView.h"
+#include "canvas/TimecodePlate.h"
+#include "canvas/ToolbarComponents.h"
+#include "model/Composition.h"
+#include "model/PlayoutArguments.h"
+#include "widgets/TYStyleKit.h"
+
+namespace canvas {
+
+using model::QuartzComponent;
+
+namespace {
+
+constexpr int refreshInterval = 1000;   // milliseconds, while the picture stands
+constexpr int timecodeDuration = 1500;  // milliseconds after the last change of time
+
+CanvasHost& nobody() {
+  static CanvasHost host;
+  return host;
+}
+
+}  // namespace
+
+CompositionView::CompositionView(model::StandardComponents standardComponents, QWidget* parent)
+    : QWidget(parent), m_standardComponents(std::move(standardComponents)), m_host(&nobody()) {
+  setMouseTracking(true);
+  setFocusPolicy(Qt::StrongFocus);
+  setAcceptDrops(true);
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  grabGesture(Qt::PinchGesture);
+  setAccessibleName(tr("Canvas"));
+  CompositionViewAccessible::install();
+  m_displayTimer.setSingleShot(true);
+  m_refreshTimer.setSingleShot(true);
+  m_timecodeTimer.setSingleShot(true);
+  m_refreshTimer.setInterval(refreshInterval);
+  m_timecodeTimer.setInterval(timecodeDuration);
+  connect(&m_displayTimer, &QTimer::timeout, this, &CompositionView::displayIfNeeded);
+  connect(&m_refreshTimer, &QTimer::timeout, this, &CompositionView::setNeedsDisplay);
+  connect(&m_timecodeTimer, &QTimer::timeout, this, &CompositionView::hideTimecode);
+  connect(&widgets::TYStyleKit::shared(), &widgets::TYStyleKit::themeChanged, this, [this] {
+    if (m_scene) m_scene->dropGround();
+    update();
+  });
+}
+
+CompositionView::~CompositionView() {
+  cleanUp();
+}
+
+void CompositionView::setComposition(model::Composition* composition,
+                                     CompositionLayer::Clocks clocks) {
+  m_gestures.cancel();
+  if (m_textEditor) m_textEditor->drop();
+  m_displayTimer.stop();
+  m_refreshTimer.stop();
+  m_timecodeTimer.stop();
+  m_observer.reset();
+  m_nudging.reset();
+  m_stage.reset();
+  m_scene.reset();
+  m_composition = composition;
+  if (composition) {
+    m_scene = std::make_unique<CanvasScene>(*composition, std::move(clocks));
+    m_stage = std::make_unique<Stage>(*this);
+    m_nudging = std::make_unique<Nudging>(*composition);
+    observeComposition();
+  }
+  updateBoundsForZoom();
+  updateActionButtons();
+  update();
+}
+
+void CompositionView::observeComposition() {
+  CanvasObserver::Callbacks callbacks;
+  callbacks.componentChanged = [this](const QuartzComponent& component) {
+    m_scene->componentsLayer().setNeedsDisplay(component);
+    m_displayTimer.start(0);
+  };
+  callbacks.componentsChanged = [this] { m_displayTimer.start(0); };
+  callbacks.zoomChanged = [this] {
+    const QPointF middle = m_geometry.picturePoint(QRectF(visiblePart()).center());
+    updateBoundsForZoom();
+    const QPointF moved = m_geometry.viewPoint(middle) - QRectF(visiblePart()).center();
+    if (m_scrollView) m_scrollView->scrollBy(moved);
+  };
+  callbacks.timeChanged = [this] {
+    setNeedsDisplay();
+    setShowTimecode(true);
+  };
+  callbacks.playModeChanged = [this] { setNeedsDisplay(); };
+  callbacks.selectionChanged = [this] {
+    m_displayTimer.start(0);
+    updateActionButtons();
+    tellHint();
+  };
+  callbacks.overlaysChanged = [this] { update(); };
+  m_observer = std::make_unique<CanvasObserver>(*m_composition, std::move(callbacks));
+}
+
+// What is shown
+
+void CompositionView::setNeedsDisplay() {
+  if (!m_scene) return;
+  m_scene->componentsLayer().setNeedsDisplay();
+  m_displayTimer.start(0);
+}
+
+void CompositionView::displayIfNeeded() {
+  m_displayTimer.stop();
+  if (!m_scene || !isVisible()) return;
+  const QRegion changed = m_scene->display(m_geometry, visiblePart(), devicePixelRatioF());
+  if (!changed.isEmpty()) update(changed);
+  if (m_scene->backgroundChanged()) update();
+  if (m_textEditor) m_textEditor->place(m_geometry);
+  setRulerOffsets();
+  scheduleRefresh();
+}
+
+void CompositionView::scheduleRefresh() {
+  // Clocks and the like go on while nobody does anything.
+  if (m_composition && !m_composition->playMode()) m_refreshTimer.start();
+}
+
+QRect CompositionView::visiblePart() const {
+  if (!parentWidget()) return rect();
+  return rect() & QRect(-pos(), parentWidget()->size());
+}
+
+void CompositionView::paintEvent(QPaintEvent* event) {
+  QPainter painter(this);
+  if (!m_scene) {
+    painter.fillRect(event->rect(), widgets::TYStyleKit::colour(widgets::Token::CanvasSurround));
+    return;
+  }
+  if (!m_scene->isDisplayed(m_geometry, visiblePart(), devicePixelRatioF())) displayIfNeeded();
+  m_scene->paint(painter);
+}
+
+void CompositionView::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  setNeedsDisplay();
+}
+
+void CompositionView::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange && m_scene) {
+    m_scene->dropGround();
+    update();
+  }
+}
+
+void CompositionView::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  m_geometry = CanvasGeometry(m_geometry.picture(), size(), m_geometry.zoomFactor());
+  setRulerOffsets();
+  m_displayTimer.start(0);
+}
+
+void CompositionView::moveEvent(QMoveEvent* event) {
+  QWidget::moveEvent(event);
+  if (m_scene) update(visiblePart());
+}
+
+void CompositionView::setShowTimecode(bool shows) {
+  if (!m_scene) return;
+  QString& shown = m_scene->transient().timecode;
+  QRegion touched = m_scene->timecodePlace();
+  shown.clear();
+  if (shows) {
+    shown = TimecodePlate::textFor(*m_composition);
+    m_timecodeTimer.start();
+  } else {
+    m_timecodeTimer.stop();
+  }
+  touched += m_scene->timecodePlace();
+  update(touched);
+}
+
+void CompositionView::tellHint() {
+  if (!m_composition || selectedComponents().isEmpty())
+    m_host->showHint({});
+  else
+    m_host->showHint(
+        tr("Drag to move, Shift keeps the direction, Ctrl ignores guides. Arrow keys nudge."));
+}
+
+// Geometry
+
+void CompositionView::updateBoundsForZoom() {
+  const QSizeF picture = m_composition ? m_composition->size() : QSizeF();
+  const QSizeF content = m_scrollView ? m_scrollView->viewport()->size() : size();
+  const double ruler = m_scrollView ? RulerPainter::thickness : 0;
+  const float zoom = CanvasGeometry::zoomFactor(m_composition ? m_composition->zoomMode() : 100,
+                                                content, picture, {ruler, ruler});
+  m_geometry = CanvasGeometry(picture, size(), zoom);
+  if (m_scrollView) m_scrollView->updateDocumentView();
+  m_geometry = CanvasGeometry(picture, size(), zoom);
+  setRulerOffsets();
+  setNeedsDisplay();
+  update();
+}
+
+void CompositionView::setRulerOffsets() {
+  if (m_scrollView) m_scrollView->updateRulers();
+}
+
+RulerUnit CompositionView::rulerUnit() const {
+  return RulerUnit::forZoomMode(m_composition ? m_composition->zoomMode() : 100, zoomFactor());
+}
+
+QRectF CompositionView::selectionExtent() const {
+  QRectF extent;
+  for (const QuartzComponent* component : selectedComponents()) extent |= component->drawingFrame();
+  return extent;
+}
+
+void CompositionView::zoomIn() {
+  m_zoomInput.step(1, visiblePart().center());
+}
+
+void CompositionView::zoomOut() {
+  m_zoomInput.step(-1, visiblePart().center());
+}
+
+void CompositionView::wheelEvent(QWheelEvent* event) {
+  if (event->modifiers().testFlag(Qt::ControlModifier))
+    m_zoomInput.turnWheel(*event);
+  else
+    event->ignore();
+}
+
+// Selection
+
+QList<QuartzComponent*> CompositionView::selectedComponents() const {
+  return m_composition ? m_composition->selectedComponents() : QList<QuartzComponent*>();
+}
+
+void CompositionView::moveSelectedComponentsByDelta(double deltaX, double deltaY) {
+  if (m_nudging) m_nudging->moveSelection(deltaX, deltaY);
+}
+
+void CompositionView::togglePlay() {
+  if (m_composition) m_composition->setPlayMode(!m_composition->playMode());
+}
+
+InPlaceTextEditor* CompositionView::textEditor() const {
+  return m_textEditor;
+}
+
+bool CompositionView::editText(QuartzComponent& component) {
+  model::Attribute* text = InPlaceTextEditor::textOf(component);
+  if (!text) return false;
+  if (m_textEditor) m_textEditor->keep();
+  m_textEditor = new InPlaceTextEditor(component, *text, this);
+  m_textEditor->place(m_geometry);
+  m_textEditor->show();
+  m_textEditor->setFocus();
+  return true;
+}
+
+// Components from files
+
+QVariantHash CompositionView::argumentsAtTime(double time, bool playing) {
+  return model::PlayoutArguments::argumentsAtTime(time, playing);
+}
+
+bool CompositionView::addComponentsFromPaths(const QStringList& paths, bool commandKeyPressed) {
+  if (!m_composition) return false;
+  return ComponentDrop(*m_composition, m_standardComponents, *m_host)
+      .addComponentsFromPaths(paths, commandKeyPressed);
+}
+
+bool CompositionView::addToolbarComponent(const QString& identifier, int subcomponent) {
+  const QString name = ToolbarComponents::shared().componentFor(identifier, subcomponent);
+  const auto path = m_standardComponents.pathOf(name);
+  return path && addComponentsFromPaths({*path}, false);
+}
+
+void CompositionView::setDropTarget(bool isTarget) {
+  if (!m_scene) return;
+  m_scene->transient().isDropTarget = isTarget;
+  update();
+}
+
+void CompositionView::dragEnterEvent(QDragEnterEvent* event) {
+  if (!m_composition || !ComponentDrop::canTake(*event->mimeData())) return;
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  setDropTarget(true);
+}
+
+void CompositionView::dragLeaveEvent(QDragLeaveEvent*) {
+  setDropTarget(false);
+}
+
+void CompositionView::dropEvent(QDropEvent* event) {
+  setDropTarget(false);
+  if (!m_composition) return;
+  const bool commandKey = event->modifiers().testFlag(Qt::ControlModifier);
+  ComponentDrop drop(*m_composition, m_standardComponents, *m_host);
+  if (!drop.take(*event->mimeData(), commandKey)) return;
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  setFocus(Qt::OtherFocusReason);
+}
+
+// Mouse
+
+Pointer CompositionView::pointerAt(const QPointF& viewPoint,
+                                   Qt::KeyboardModifiers modifiers) const {
+  return {m_geometry.picturePoint(viewPoint), viewPoint, viewPoint + pos(), modifiers,
+          QRectF(visiblePart()).contains(viewPoint)};
+}
+
+void CompositionView::mousePressEvent(QMouseEvent* event) {
+  if (!m_composition || m_gestures.isActive()) return;
+  if (m_textEditor) m_textEditor->keep();
+  m_nudging->finish();
+  const Pointer pointer = pointerAt(event->position(), event->modifiers());
+  const bool pans = event->button() == Qt::MiddleButton ||
+                    (event->button() == Qt::LeftButton && m_space != Space::Up);
+  if (pans) {
+    if (m_space == Space::Down) m_space = Space::Panned;
+    m_gestures.begin(std::make_unique<PanGesture>(*m_stage, pointer), event->button());
+  } else if (event->button() == Qt::LeftButton) {
+    m_gestures.begin(GesturePicker(*m_composition, m_geometry).press(*m_stage, pointer),
+                     event->button());
+  } else {
+    event->ignore();
+  }
+}
+
+void CompositionView::mouseMoveEvent(QMouseEvent* event) {
+  if (!m_composition) return;
+  const Pointer pointer = pointerAt(event->position(), event->modifiers());
+  tellPointer(event->position());
+  if (m_gestures.isActive())
+    m_gestures.update(pointer);
+  else
+    updateCursor(pointer);
+}
+
+void CompositionView::mouseReleaseEvent(QMouseEvent* event) {
+  if (!m_composition || event->button() != m_gestures.button()) return;
+  const Pointer pointer = pointerAt(event->position(), event->modifiers());
+  m_gestures.finish(pointer);
+  updateCursor(pointer);
+}
+
+void CompositionView::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (!m_composition || event->button() != Qt::LeftButton) return;
+  const Pointer pointer = pointerAt(event->position(), event->modifiers());
+  QuartzComponent* component = GesturePicker(*m_composition, m_geometry).componentAt(pointer);
+  if (!component || event->modifiers() != Qt::NoModifier || !editText(*component))
+    mousePressEvent(event);
+}
+
+void CompositionView::updateCursor(const Pointer& pointer) {
+  if (m_space != Space::Up)
+    setCursor(Qt::OpenHandCursor);
+  else
+    setCursor(GesturePicker(*m_composition, m_geometry).cursorAt(pointer));
+}
+
+void CompositionView::leaveEvent(QEvent* event) {
+  QWidget::leaveEvent(event);
+  tellPointer(std::nullopt);
+}
+
+void CompositionView::tellPointer(const std::optional<QPointF>& viewPoint) {
+  std::optional<double> across;
+  std::optional<double> down;
+  if (viewPoint) {
+    across = viewPoint->x() + x();
+    down = viewPoint->y() + y();
+    m_host->pointerMoved(m_geometry.picturePoint(*viewPoint));
+  } else {
+    m_host->pointerMoved(std::nullopt);
+  }
+  if (!m_scrollView) return;
+  m_scrollView->horizontalRuler().setPointer(across);
+  m_scrollView->verticalRuler().setPointer(down);
+}
+
+// Guides out of the rulers
+
+void CompositionView::pullGuide(Qt::Orientation orientation) {
+  if (!m_composition) return;
+  m_gestures.begin(std::make_unique<GuideGesture>(*m_stage, orientation), Qt::LeftButton);
+}
+
+void CompositionView::addGuideFromRuler(Qt::Orientation ruler, const QPointF& globalPoint) {
+  cancelGesture();
+  if (!m_composition) return;
+  const QPointF point = m_geometry.picturePoint(mapFromGlobal(globalPoint));
+  const bool isHorizontal = ruler == Qt::Vertical;
+  m_composition->addRulerAtPosition(isHorizontal ? point.y() : point.x(), isHorizontal);
+}
+
+void CompositionView::continueGesture(const QPointF& globalPoint, Qt::KeyboardModifiers modifiers) {
+  const QPointF point = mapFromGlobal(globalPoint);
+  if (m_gestures.isActive()) m_gestures.update(pointerAt(point, modifiers));
+}
+
+void CompositionView::endGesture(const QPointF& globalPoint, Qt::KeyboardModifiers modifiers) {
+  if (!m_gestures.isActive()) return;
+  m_gestures.finish(pointerAt(mapFromGlobal(globalPoint), modifiers));
+  unsetCursor();
+}
+
+void CompositionView::cancelGesture() {
+  m_gestures.cancel();
+  unsetCursor();
+}
+
+// Keyboard
+
+bool CompositionView::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    // Space plays when it is let go, unless it was held to drag the view.
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (key->key() == Qt::Key_Space && key->modifiers() == Qt::NoModifier) event->accept();
+    if (key->key() == Qt::Key_Escape && m_gestures.isActive()) event->accept();
+    return true;
+  }
+  if (event->type() == QEvent::NativeGesture) {
+    m_zoomInput.pinch(*static_cast<QNativeGestureEvent*>(event));
+    return true;
+  }
+  if (event->type() == QEvent::Gesture && m_zoomInput.pinch(*static_cast<QGestureEvent*>(event)))
+    return true;
+  return QWidget::event(event);
+}
+
+bool CompositionView::pressSpace(const QKeyEvent& event) {
+  if (event.key() != Qt::Key_Space || event.modifiers() != Qt::NoModifier) return false;
+  if (!event.isAutoRepeat() && m_space == Space::Up) {
+    m_space = Space::Down;
+    if (!m_gestures.isActive()) setCursor(Qt::OpenHandCursor);
+  }
+  return true;
+}
+
+void CompositionView::keyPressEvent(QKeyEvent* event) {
+  m_gestures.updateModifiers(event->modifiers());
+  if (event->key() == Qt::Key_Escape && m_gestures.isActive()) {
+    cancelGesture();
+  } else if (!m_composition || m_gestures.isActive() ||
+             (!pressSpace(*event) && !m_nudging->press(*event))) {
+    QWidget::keyPressEvent(event);
+  }
+}
+
+void CompositionView::keyReleaseEvent(QKeyEvent* event) {
+  m_gestures.updateModifiers(event->modifiers());
+  if (m_nudging) m_nudging->release(*event);
+  if (event->key() == Qt::Key_Space && !event->isAutoRepeat()) {
+    if (std::exchange(m_space, Space::Up) == Space::Down) togglePlay();
+    if (!m_gestures.isActive()) unsetCursor();
+    return;
+  }
+  QWidget::keyReleaseEvent(event);
+}
+
+void CompositionView::focusInEvent(QFocusEvent* event) {
+  QWidget::focusInEvent(event);
+  const bool forwards = event->reason() == Qt::TabFocusReason;
+  if (m_composition && (forwards || event->reason() == Qt::BacktabFocusReason) &&
+      selectedComponents().isEmpty())
+    walkSelection(*m_composition, forwards);
+}
+
+void CompositionView::focusOutEvent(QFocusEvent* event) {
+  QWidget::focusOutEvent(event);
+  m_space = Space::Up;
+  if (m_nudging) m_nudging->finish();
+}
+
+bool CompositionView::focusNextPrevChild(bool next) {
+  const bool walks = hasFocus() && m_composition && !m_gestures.isActive();
+  return (walks && walkSelection(*m_composition, next)) || QWidget::focusNextPrevChild(next);
+}
+
+}  // namespace canvas

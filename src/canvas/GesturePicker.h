@@ -1,0 +1,43 @@
+#pragma once
+
+#include <memory>
+
+#include "canvas/CanvasGeometry.h"
+#include "canvas/CanvasStage.h"
+#include "canvas/Gesture.h"
+
+namespace model {
+class QuartzComponent;
+class Ruler;
+}  // namespace model
+
+namespace canvas {
+
+/// Finds what lies under the pointer and what pressing there begins.
+class GesturePicker {
+ public:
+  GesturePicker(const model::Composition& composition, const CanvasGeometry& geometry)
+      : m_composition(composition), m_geometry(geometry) {}
+
+  /// The topmost component there, or none.
+  [[nodiscard]] model::QuartzComponent* componentAt(const Pointer& pointer) const;
+  /// The component's handle there. Zoomed out, the handles of a selected component are painted
+  /// larger than they are; they can be grabbed where they are seen.
+  [[nodiscard]] int handleAt(const model::QuartzComponent& component, const Pointer& pointer) const;
+  /// A guide there, if guides are shown.
+  [[nodiscard]] model::Ruler* guideAt(const Pointer& pointer) const;
+  [[nodiscard]] Qt::CursorShape cursorAt(const Pointer& pointer) const;
+
+  /// Changes the selection as pressing there does. Returns what begins; none where pressing did all
+  /// that there is to do.
+  [[nodiscard]] std::unique_ptr<Gesture> press(CanvasStage& stage, const Pointer& pointer) const;
+
+ private:
+  [[nodiscard]] model::QuartzComponent* targetOf(model::QuartzComponent& hit,
+                                                 const Pointer& pointer) const;
+
+  const model::Composition& m_composition;
+  CanvasGeometry m_geometry;
+};
+
+}  // namespace canvas

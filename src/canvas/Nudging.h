@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QPointF>
+#include <optional>
+
+#include "canvas/DragStep.h"
+
+class QKeyEvent;
+
+namespace model {
+class Composition;
+}
+
+namespace canvas {
+
+/// Moves the selection by the arrow keys: by a pixel of the picture, with Shift by ten. A key that
+/// is held makes one undo step.
+class Nudging {
+ public:
+  static constexpr double near = 1;
+  static constexpr double far = 10;
+
+  explicit Nudging(model::Composition& composition) : m_composition(composition) {}
+
+  /// What the key moves by (y up); nothing for other keys.
+  [[nodiscard]] static std::optional<QPointF> deltaOf(const QKeyEvent& event);
+  /// True when the key moved something.
+  bool press(const QKeyEvent& event);
+  void release(const QKeyEvent& event);
+  /// Ends a step that is open, for whatever comes next.
+  void finish() { m_step.finish(); }
+
+  /// One step.
+  void moveSelection(double deltaX, double deltaY);
+
+ private:
+  model::Composition& m_composition;
+  DragStep m_step;
+};
+
+}  // namespace canvas
