@@ -43,7 +43,7 @@ tl::expected<void, LoadFailure> runScript(const CommandOptions& options, EditSes
   QFile input;
   if (!input.open(stdin, QIODevice::ReadOnly))
     return failed(ExitStatus::InputUnreadable, input.errorString(), QStringLiteral("-"));
-  return script.run(QString::fromUtf8(input.readAll()), QStringLiteral("-"), QDir::currentPath());
+  return script.run(input, QStringLiteral("-"), QDir::currentPath());
 }
 
 }  // namespace

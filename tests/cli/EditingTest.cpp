@@ -153,6 +153,9 @@ lines"
     opacity                   number    = 1
     visibleInCompositionEditor  boolean   = true
 )");
+  const Outcome odd = call("set a.composition Name \"Font_Name=No Such Font 40\"");
+  EXPECT_EQ(odd.status, 1);
+  EXPECT_EQ(odd.error, q("tessary: note: Name: there is no font 'No Such Font' on this machine\n"));
   // Numbers are counted before any is gone.
   expectDone("remove a.composition #1 Name");
   EXPECT_TRUE(info().contains(q("components, lowest first (1)\n  Bar")));
@@ -186,6 +189,7 @@ TEST_F(Editing, WhatIsWrongIsToldAndLeavesTheDocumentAlone) {
       {"set a.composition Nam x=1", 2, "there is no component 'Nam'; did you mean Name?"},
       {"set a.composition #4 x=1", 2, "there is no component #4; the document has 3"},
       {"set a.composition #1 x=left", 2, "'x' takes a number, not 'left'"},
+      {"set a.composition #1 rotation=1e39", 2, "'rotation' is too large"},
       {"set a.composition #1 width=-1", 2, "'width' must not be negative"},
       {"set a.composition #1 opacity=2", 2, "'opacity' must lie between 0 and 1"},
       {"set a.composition #1 Color=red", 2, "'Color' takes a colour such as #1A58C4"},

@@ -54,12 +54,11 @@ tl::expected<Source, LoadFailure> sourceOf(const QString& name, const QString& f
   return Source{*component, {{QStringLiteral("Image"), *picture}}};
 }
 
-EditCommand::Done apply(model::QuartzComponent& component, const QStringList& words,
-                        const QString& folder) {
-  ComponentSettings settings(component, folder);
+EditCommand::Done apply(model::QuartzComponent& component, const EditCall& call) {
+  ComponentSettings settings(component, call.folder);
   bool hasX = false;
   bool hasY = false;
-  for (const QString& word : words) {
+  for (const QString& word : call.words.mid(1)) {
     const auto assignment = Assignment::read(word);
     if (!assignment) return tl::unexpected(assignment.error());
     if (auto applied = settings.apply(*assignment); !applied) return applied;
@@ -70,6 +69,7 @@ EditCommand::Done apply(model::QuartzComponent& component, const QStringList& wo
   const model::Composition& composition = *component.composition();
   if (!hasX) component.setOriginX((composition.width() - component.width()) / 2);
   if (!hasY) component.setOriginY((composition.height() - component.height()) / 2);
+  for (const QString& note : settings.notes()) call.session.addFinding(note);
   return settings.check();
 }
 
@@ -84,7 +84,7 @@ EditCommand::Done run(EditCall& call) {
   if (!component) return failed(ExitStatus::InputUnreadable, warnings.join(u' '), source->path);
   if (!source->values.isEmpty()) component->setTitle(QFileInfo(call.words[0]).completeBaseName());
   if (call.options.isSet(titleOption)) component->setTitle(call.options.text(titleOption));
-  auto applied = apply(*component, call.words.mid(1), call.folder);
+  auto applied = apply(*component, call);
   for (const QString& warning : warnings)
     call.session.addFinding(component->title() + QStringLiteral(": ") + warning);
   return applied;

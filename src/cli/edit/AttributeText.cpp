@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <cmath>
 
 #include "cli/InputValues.h"
 #include "model/RichFontValue.h"
@@ -22,6 +23,7 @@ using RichFont = std::shared_ptr<const RichFontValue>;
 namespace {
 
 constexpr qint64 largestText = 16 * 1024 * 1024;
+constexpr double largestNumber = 1 << 24;  ///< up to it single precision keeps whole pixels
 
 /// Values that composition files know are read as a playout system's are.
 std::optional<PortType> portType(AttributeType type) {
@@ -81,9 +83,10 @@ tl::expected<QImage, LoadFailure> AttributeText::picture(const QString& text) co
 }
 
 tl::expected<double, LoadFailure> AttributeText::number(const QString& key, const QString& text) {
-  return portValue(key, PortType::Number, text, {}).map([](const runtime::Value& value) {
-    return value.toNumber();
-  });
+  const auto value = portValue(key, PortType::Number, text, {});
+  if (!value) return tl::unexpected(value.error());
+  if (std::abs(value->toNumber()) <= largestNumber) return value->toNumber();
+  return misused(QStringLiteral("'%1' is too large: %2").arg(key, text));
 }
 
 tl::expected<bool, LoadFailure> AttributeText::flag(const QString& key, const QString& text) {

@@ -25,6 +25,7 @@ class AttributeText {
   [[nodiscard]] tl::expected<QString, LoadFailure> filePath(const QString& text) const;
   /// The picture in the file that "@FILE" or a name means.
   [[nodiscard]] tl::expected<QImage, LoadFailure> picture(const QString& text) const;
+  /// Of pixels and degrees.
   [[nodiscard]] static tl::expected<double, LoadFailure> number(const QString& key,
                                                                 const QString& text);
   [[nodiscard]] static tl::expected<bool, LoadFailure> flag(const QString& key,

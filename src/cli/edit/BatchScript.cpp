@@ -27,12 +27,17 @@ Done BatchScript::runFile(const QString& path) {
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly))
     return failed(ExitStatus::InputUnreadable, file.errorString(), path);
-  if (file.size() > largestScript)
-    return failed(ExitStatus::InputUnreadable, QStringLiteral("is too large for a script"), path);
-  return run(QString::fromUtf8(file.readAll()), path, QFileInfo(path).absolutePath());
+  return run(file, path, QFileInfo(path).absolutePath());
 }
 
-Done BatchScript::run(const QString& text, const QString& name, const QString& folder) {
+Done BatchScript::run(QIODevice& device, const QString& name, const QString& folder) {
+  const QByteArray bytes = device.read(largestScript + 1);  // devices and pipes may never end
+  if (bytes.size() > largestScript)
+    return failed(ExitStatus::InputUnreadable, QStringLiteral("is too large for a script"), name);
+  return runText(QString::fromUtf8(bytes), name, folder);
+}
+
+Done BatchScript::runText(const QString& text, const QString& name, const QString& folder) {
   if (++m_depth > deepestInclude)
     return misused(QStringLiteral("files include one another too deeply"));
   const QStringList lines =

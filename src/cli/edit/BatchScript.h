@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QIODevice>
+
 #include "cli/edit/EditSession.h"
 #include "cli/edit/ScriptWords.h"
 
@@ -18,10 +20,12 @@ class BatchScript {
   [[nodiscard]] EditCommand::Done runFile(const QString& path);
   /// Runs a script that came from elsewhere; `name` is what errors call it, and relative names of
   /// files begin at the folder.
-  [[nodiscard]] EditCommand::Done run(const QString& text, const QString& name,
+  [[nodiscard]] EditCommand::Done run(QIODevice& device, const QString& name,
                                       const QString& folder);
 
  private:
+  [[nodiscard]] EditCommand::Done runText(const QString& text, const QString& name,
+                                          const QString& folder);
   [[nodiscard]] EditCommand::Done runLine(const QString& line, const QString& folder);
   [[nodiscard]] EditCommand::Done runWords(QStringList words, const QString& folder);
   [[nodiscard]] EditCommand::Done let(const QStringList& words);

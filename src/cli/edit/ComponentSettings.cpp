@@ -2,6 +2,7 @@
 
 #include "cli/edit/ComponentTarget.h"
 #include "cli/edit/TimeText.h"
+#include "runtime/text/FontResolver.h"
 
 namespace cli {
 
@@ -153,6 +154,10 @@ Done ComponentSettings::input(const Assignment& assignment) {
   if (attribute.animateable()) return animated(assignment.key);
   auto value = m_text.value(attribute, assignment.value);
   if (!value) return tl::unexpected(value.error());
+  if (const auto* font = value->as<model::FontValue>();
+      font && !runtime::FontResolver::contains(font->name))
+    m_notes.append(QStringLiteral("%1: there is no font '%2' on this machine")
+                       .arg(m_component.title(), font->name));
   attribute.setCurrentValue(std::move(*value));
   return {};
 }

@@ -18,6 +18,8 @@ class ComponentSettings {
   [[nodiscard]] Done apply(const Assignment& assignment);
   /// What all assignments together must keep to.
   [[nodiscard]] Done check() const;
+  /// What was done and may still not be meant.
+  [[nodiscard]] const QStringList& notes() const { return m_notes; }
   /// What can be set beside the inputs, for help texts.
   [[nodiscard]] static QString help();
 
@@ -32,6 +34,7 @@ class ComponentSettings {
 
   model::QuartzComponent& m_component;
   AttributeText m_text;
+  QStringList m_notes;
 };
 
 }  // namespace cli

@@ -28,7 +28,9 @@ EditCommand::Done run(EditCall& call) {
   const auto component = ComponentTarget::component(composition, call.words[0]);
   if (!component) return tl::unexpected(component.error());
   ComponentSettings settings(**component, call.folder);
-  return apply(settings, words).and_then([&] { return settings.check(); });
+  auto done = apply(settings, words).and_then([&] { return settings.check(); });
+  for (const QString& note : settings.notes()) call.session.addFinding(note);
+  return done;
 }
 
 }  // namespace

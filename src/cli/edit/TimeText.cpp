@@ -10,6 +10,11 @@ namespace cli {
 using foundation::Timecode;
 using foundation::TimecodeRate;
 
+namespace {
+constexpr double longestTime =
+    999'999;  ///< eleven days; single precision still tells seconds apart
+}
+
 std::optional<double> secondsFromText(const QString& text, double framesPerSecond) {
   bool isNumber = false;
   double seconds = text.toDouble(&isNumber);
@@ -23,7 +28,7 @@ std::optional<double> secondsFromText(const QString& text, double framesPerSecon
     if (!code) return {};
     seconds = code->seconds();
   }
-  return std::isfinite(seconds) && seconds >= 0 ? std::optional(seconds) : std::nullopt;
+  return seconds >= 0 && seconds <= longestTime ? std::optional(seconds) : std::nullopt;
 }
 
 std::optional<double> secondsFromText(const QString& text, const model::Composition& composition) {
