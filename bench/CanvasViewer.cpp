@@ -1,5 +1,7 @@
 // Shows a graphic in the canvas, for looking at it: canvas_viewer [light] [TITLE…] selects the
-// components of these titles. With "shot=FILE" it writes a picture of the window and ends.
+// components of these titles; "turn" turns them, "edit" edits their text. "zoom=PERCENT", "chess",
+// "broken" and "empty" change what is seen. With "shot=FILE" it writes a picture of the window and
+// ends.
 #include <QApplication>
 #include <QTimer>
 
@@ -50,6 +52,9 @@ int main(int argc, char** argv) {
   scroll.resize(size[0].toInt(), size[1].toInt());
   scroll.show();
   view->setFocus();
+  if (titles.contains(QLatin1String("edit"))) view->editText(*demo.graphic->firstSelected());
+  if (titles.contains(QLatin1String("empty")))
+    demo.graphic->removeComponents(demo.graphic->componentArray());
   if (!shot.isEmpty())
     QTimer::singleShot(700, &app, [&] {
       scroll.grab().save(shot);

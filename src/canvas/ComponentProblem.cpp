@@ -33,4 +33,8 @@ QString tooSlowProblem(double seconds) {
   return translated("takes too long: %1 s a frame").arg(seconds, 0, 'f', 1);
 }
 
+QString tooMuchProblem(double coverage) {
+  return translated("draws too much: it fills the canvas %1 times").arg(qRound(coverage));
+}
+
 }  // namespace canvas

@@ -14,5 +14,7 @@ namespace canvas {
 /// its name.
 [[nodiscard]] QString componentProblem(const model::QuartzComponent& component);
 [[nodiscard]] QString tooSlowProblem(double seconds);
+/// By how often it fills the canvas.
+[[nodiscard]] QString tooMuchProblem(double coverage);
 
 }  // namespace canvas

@@ -76,7 +76,7 @@ QRegion CompositionLayer::display(const PictureTarget& target) {
   if (target != m_target) {
     m_target = target;
     m_image = QImage(target.pixels, QImage::Format_ARGB32_Premultiplied);
-    for (Entry& entry : m_entries) entry.touched = touchedBy(entry.list);
+    for (Entry& entry : m_entries) entry.touched = reachOf(entry.list).touched;
     changed = QRect(QPoint(), target.pixels);
   }
   m_time = displayTime();
@@ -91,7 +91,7 @@ QRegion CompositionLayer::display(const PictureTarget& target) {
       evaluate(entry, component);
       if (entry.list != before) {
         changed += entry.touched;
-        entry.touched = touchedBy(entry.list);
+        entry.touched = reachOf(entry.list).touched;
         changed += entry.touched;
       }
     }
@@ -138,10 +138,16 @@ void CompositionLayer::evaluate(Entry& entry, QuartzComponent& component) {
   entry.dirty = false;
   if (component.visible() && component.visibleInCompositionEditor()) askComponent(entry, component);
   const double seconds = m_clocks.seconds() - begin;
-  if (seconds <= longestFrame) return;
+  if (seconds > m_limits.seconds) giveUp(entry, tooSlowProblem(seconds));
+  const double canvas = 1.0 * m_target.pixels.width() * m_target.pixels.height();
+  const double filled = reachOf(entry.list).filled;
+  if (filled > m_limits.coverage * canvas) giveUp(entry, tooMuchProblem(filled / canvas));
+}
+
+void CompositionLayer::giveUp(Entry& entry, const QString& problem) const {
   entry.tooSlow = true;
   entry.list = {};
-  entry.problem = tooSlowProblem(seconds);
+  entry.problem = problem;
 }
 
 void CompositionLayer::askComponent(Entry& entry, QuartzComponent& component) {
@@ -157,11 +163,15 @@ void CompositionLayer::askComponent(Entry& entry, QuartzComponent& component) {
   entry.list = component.renderForView(m_composition.size().toSize(), m_time, arguments);
 }
 
-QRect CompositionLayer::touchedBy(const DrawList& list) const {
+CompositionLayer::Reach CompositionLayer::reachOf(const DrawList& list) const {
   const Viewport viewport = viewportOf(m_target, QRect(QPoint(), m_target.pixels));
-  QRect touched;
-  for (const runtime::DrawItem& item : list.items) touched |= touchedPixels(item, viewport);
-  return touched;
+  Reach reach;
+  for (const runtime::DrawItem& item : list.items) {
+    const QRect touched = touchedPixels(item, viewport);
+    reach.touched |= touched;
+    reach.filled += 1.0 * touched.width() * touched.height();
+  }
+  return reach;
 }
 
 void CompositionLayer::noteBroken(const Entry& entry, const QuartzComponent& component) {

@@ -27,12 +27,17 @@ class CompositionLayer {
     std::function<QDateTime()> wall = [] { return QDateTime::currentDateTime(); };
     std::function<double()> seconds;  ///< since any moment; none: the machine's
   };
-  /// A component that needs longer than this for a frame is marked, and left alone until it
-  /// changes, so that the canvas stays usable.
-  static constexpr double longestFrame = 2;  // seconds
+  /// A component that exceeds one of these is marked and left alone until it changes, so that the
+  /// canvas stays usable.
+  struct Limits {
+    double seconds = 2;     ///< to say what it draws
+    double coverage = 500;  ///< how often what it draws would fill the canvas
+  };
 
   explicit CompositionLayer(model::Composition& composition) : CompositionLayer(composition, {}) {}
   CompositionLayer(model::Composition& composition, Clocks clocks);
+
+  void setLimits(const Limits& limits) { m_limits = limits; }
 
   /// Every component may look different.
   void setNeedsDisplay() { m_allDirty = true; }
@@ -66,13 +71,20 @@ class CompositionLayer {
   void evaluate(Entry& entry, model::QuartzComponent& component);
   void askComponent(Entry& entry, model::QuartzComponent& component);
   [[nodiscard]] double displayTime();
-  [[nodiscard]] QRect touchedBy(const runtime::DrawList& list) const;
+  /// What drawing it takes: the device pixels that it reaches, and how many it fills altogether.
+  struct Reach {
+    QRect touched;
+    double filled = 0;
+  };
+  [[nodiscard]] Reach reachOf(const runtime::DrawList& list) const;
+  void giveUp(Entry& entry, const QString& problem) const;
   void draw(const QRegion& region);
   void drawBand(QImage& pixels, const QRect& band) const;
   void noteBroken(const Entry& entry, const model::QuartzComponent& component);
 
   model::Composition& m_composition;
   Clocks m_clocks;
+  Limits m_limits;
   PictureTarget m_target;
   QImage m_image;
   std::vector<Entry> m_entries;  ///< lowest first

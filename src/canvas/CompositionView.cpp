@@ -77,14 +77,14 @@ void CompositionView::setComposition(model::Composition* composition,
   m_refreshTimer.stop();
   m_timecodeTimer.stop();
   m_observer.reset();
-  m_nudging.reset();
+  m_keyboard.reset();
   m_stage.reset();
   m_scene.reset();
   m_composition = composition;
   if (composition) {
     m_scene = std::make_unique<CanvasScene>(*composition, std::move(clocks));
     m_stage = std::make_unique<Stage>(*this);
-    m_nudging = std::make_unique<Nudging>(*composition);
+    m_keyboard = std::make_unique<CanvasKeyboard>(*composition);
     observeComposition();
   }
   updateBoundsForZoom();
@@ -258,7 +258,7 @@ QList<QuartzComponent*> CompositionView::selectedComponents() const {
 }
 
 void CompositionView::moveSelectedComponentsByDelta(double deltaX, double deltaY) {
-  if (m_nudging) m_nudging->moveSelection(deltaX, deltaY);
+  if (m_keyboard) m_keyboard->nudging().moveSelection(deltaX, deltaY);
 }
 
 void CompositionView::togglePlay() {
@@ -337,12 +337,12 @@ Pointer CompositionView::pointerAt(const QPointF& viewPoint,
 void CompositionView::mousePressEvent(QMouseEvent* event) {
   if (!m_composition || m_gestures.isActive()) return;
   if (m_textEditor) m_textEditor->keep();
-  m_nudging->finish();
+  m_keyboard->nudging().finish();
   const Pointer pointer = pointerAt(event->position(), event->modifiers());
   const bool pans = event->button() == Qt::MiddleButton ||
-                    (event->button() == Qt::LeftButton && m_space != Space::Up);
+                    (event->button() == Qt::LeftButton && m_keyboard->holdsSpace());
   if (pans) {
-    if (m_space == Space::Down) m_space = Space::Panned;
+    m_keyboard->useSpace();
     m_gestures.begin(std::make_unique<PanGesture>(*m_stage, pointer), event->button());
   } else if (event->button() == Qt::LeftButton) {
     m_gestures.begin(GesturePicker(*m_composition, m_geometry).press(*m_stage, pointer),
@@ -378,7 +378,7 @@ void CompositionView::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void CompositionView::updateCursor(const Pointer& pointer) {
-  if (m_space != Space::Up)
+  if (m_keyboard->holdsSpace())
     setCursor(Qt::OpenHandCursor);
   else
     setCursor(GesturePicker(*m_composition, m_geometry).cursorAt(pointer));
@@ -439,10 +439,9 @@ void CompositionView::cancelGesture() {
 
 bool CompositionView::event(QEvent* event) {
   if (event->type() == QEvent::ShortcutOverride) {
-    // Space plays when it is let go, unless it was held to drag the view.
     const auto* key = static_cast<QKeyEvent*>(event);
-    if (key->key() == Qt::Key_Space && key->modifiers() == Qt::NoModifier) event->accept();
-    if (key->key() == Qt::Key_Escape && m_gestures.isActive()) event->accept();
+    const bool cancels = key->key() == Qt::Key_Escape && m_gestures.isActive();
+    if (cancels || (m_keyboard && m_keyboard->claims(*key))) event->accept();
     return true;
   }
   if (event->type() == QEvent::NativeGesture) {
@@ -454,34 +453,23 @@ bool CompositionView::event(QEvent* event) {
   return QWidget::event(event);
 }
 
-bool CompositionView::pressSpace(const QKeyEvent& event) {
-  if (event.key() != Qt::Key_Space || event.modifiers() != Qt::NoModifier) return false;
-  if (!event.isAutoRepeat() && m_space == Space::Up) {
-    m_space = Space::Down;
-    if (!m_gestures.isActive()) setCursor(Qt::OpenHandCursor);
-  }
-  return true;
-}
-
 void CompositionView::keyPressEvent(QKeyEvent* event) {
   m_gestures.updateModifiers(event->modifiers());
   if (event->key() == Qt::Key_Escape && m_gestures.isActive()) {
     cancelGesture();
-  } else if (!m_composition || m_gestures.isActive() ||
-             (!pressSpace(*event) && !m_nudging->press(*event))) {
+  } else if (!m_keyboard || m_gestures.isActive() || !m_keyboard->press(*event)) {
     QWidget::keyPressEvent(event);
+  } else if (m_keyboard->holdsSpace()) {
+    setCursor(Qt::OpenHandCursor);
   }
 }
 
 void CompositionView::keyReleaseEvent(QKeyEvent* event) {
   m_gestures.updateModifiers(event->modifiers());
-  if (m_nudging) m_nudging->release(*event);
-  if (event->key() == Qt::Key_Space && !event->isAutoRepeat()) {
-    if (std::exchange(m_space, Space::Up) == Space::Down) togglePlay();
-    if (!m_gestures.isActive()) unsetCursor();
-    return;
-  }
-  QWidget::keyReleaseEvent(event);
+  if (!m_keyboard || !m_keyboard->release(*event))
+    QWidget::keyReleaseEvent(event);
+  else if (!m_gestures.isActive())
+    unsetCursor();
 }
 
 void CompositionView::focusInEvent(QFocusEvent* event) {
@@ -494,8 +482,7 @@ void CompositionView::focusInEvent(QFocusEvent* event) {
 
 void CompositionView::focusOutEvent(QFocusEvent* event) {
   QWidget::focusOutEvent(event);
-  m_space = Space::Up;
-  if (m_nudging) m_nudging->finish();
+  if (m_keyboard) m_keyboard->letGo();
 }
 
 bool CompositionView::focusNextPrevChild(bool next) {

@@ -4,10 +4,10 @@
 #include <QTimer>
 #include <QWidget>
 
+#include "canvas/CanvasKeyboard.h"
 #include "canvas/CanvasObserver.h"
 #include "canvas/CanvasScene.h"
 #include "canvas/GestureRunner.h"
-#include "canvas/Nudging.h"
 #include "canvas/RulerScale.h"
 #include "canvas/ZoomInput.h"
 #include "model/StandardComponents.h"
@@ -132,7 +132,6 @@ class CompositionView : public QWidget {
   void tellPointer(const std::optional<QPointF>& viewPoint);
   void tellHint();
   void setDropTarget(bool isTarget);
-  bool pressSpace(const QKeyEvent& event);
 
   model::StandardComponents m_standardComponents;
   model::Composition* m_composition = nullptr;
@@ -141,7 +140,7 @@ class CompositionView : public QWidget {
   CanvasGeometry m_geometry;
   std::unique_ptr<CanvasScene> m_scene;
   std::unique_ptr<CanvasObserver> m_observer;
-  std::unique_ptr<Nudging> m_nudging;
+  std::unique_ptr<CanvasKeyboard> m_keyboard;
   std::unique_ptr<Stage> m_stage;
   GestureRunner m_gestures;  // ends before what it works on
   QPointer<InPlaceTextEditor> m_textEditor;
@@ -149,8 +148,6 @@ class CompositionView : public QWidget {
   QTimer m_displayTimer;
   QTimer m_refreshTimer;
   QTimer m_timecodeTimer;
-  enum class Space { Up, Down, Panned };
-  Space m_space = Space::Up;
 };
 
 }  // namespace canvas

@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <algorithm>
+#include <cmath>
 
 #include "model/QuartzComponent.h"
 #include "store/ObjectContext.h"
@@ -16,6 +17,7 @@ namespace {
 
 constexpr double smallestFont = 11;  // points of the screen
 constexpr double largestFont = 72;
+constexpr int margin = 2;  // points around the text
 constexpr int leastWidth = 120;
 constexpr int leastHeight = 28;
 
@@ -50,16 +52,26 @@ InPlaceTextEditor::InPlaceTextEditor(QuartzComponent& component, Attribute& text
   setAccessibleName(tr("Text of %1").arg(component.title()));
   setLineWrapMode(QPlainTextEdit::WidgetWidth);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setTabChangesFocus(true);
+  document()->setDocumentMargin(margin);
+  connect(this, &QPlainTextEdit::textChanged, this, &InPlaceTextEditor::fitHeight);
   setPlainText(text.currentValue().toString());
   selectAll();
 }
 
 void InPlaceTextEditor::place(const CanvasGeometry& geometry) {
   setFont(fontOf(m_component, geometry.zoomFactor(), parentWidget()->font()));
-  const QRect frame = geometry.viewRect(m_component.drawingFrame()).toAlignedRect();
-  setGeometry(frame.x(), frame.y(), std::max(frame.width(), leastWidth),
-              std::max(frame.height(), leastHeight));
+  m_place = geometry.viewRect(m_component.drawingFrame()).toAlignedRect();
+  fitHeight();
+}
+
+void InPlaceTextEditor::fitHeight() {
+  // Text that needs more room than the component has grows over what is below it.
+  const double lines = std::max(1.0, document()->size().height());
+  const double needed = lines * QFontMetricsF(font()).lineSpacing() + 2.0 * (margin + frameWidth());
+  setGeometry(m_place.x(), m_place.y(), std::max(m_place.width(), leastWidth),
+              std::max({m_place.height(), leastHeight, static_cast<int>(std::ceil(needed))}));
 }
 
 void InPlaceTextEditor::keep() {

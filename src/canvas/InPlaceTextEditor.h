@@ -33,7 +33,9 @@ class InPlaceTextEditor : public QPlainTextEdit {
 
  private:
   void close();
+  void fitHeight();
 
+  QRect m_place;  ///< of the component
   model::QuartzComponent& m_component;
   model::Attribute& m_text;
   bool m_closed = false;

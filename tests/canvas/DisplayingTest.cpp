@@ -162,6 +162,15 @@ TEST_F(Displaying, AComponentThatTakesTooLongIsMarkedAndLeftAloneUntilItChanges)
   EXPECT_TRUE(layer.brokenMarks().isEmpty());
 }
 
+TEST_F(Displaying, AComponentThatDrawsTooMuchIsMarked) {
+  CompositionLayer layer(*graphic);
+  layer.setLimits({2, 0.005});
+  (void)layer.display({{192, 108}, {0, 0, 192, 108}});
+  ASSERT_EQ(layer.brokenMarks().size(), 1);  // B is much smaller
+  EXPECT_EQ(layer.brokenMarks()[0].frame, a->drawingFrame());
+  EXPECT_TRUE(layer.brokenMarks()[0].reason.startsWith(QStringLiteral("draws too much")));
+}
+
 TEST_F(Displaying, TheTimeCodeStandsForAMomentAfterTheTimeChanged) {
   EXPECT_FALSE(view.showTimecode());
   graphic->setEditorTimepoint(1.5);

@@ -115,6 +115,25 @@ TEST_F(Moving, ArrowKeysNudge) {
   EXPECT_EQ(a->originX(), 94);
 }
 
+TEST_F(Moving, TheCanvasClaimsItsKeysBeforeShortcutsOfTheWindow) {
+  const auto claimed = [this](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QKeyEvent event(QEvent::ShortcutOverride, key, modifiers);
+    event.ignore();
+    QApplication::sendEvent(&view, &event);
+    return event.isAccepted();
+  };
+  EXPECT_TRUE(claimed(Qt::Key_Space));
+  EXPECT_FALSE(claimed(Qt::Key_Left));
+  a->setSelected(true);
+  EXPECT_TRUE(claimed(Qt::Key_Left));
+  EXPECT_TRUE(claimed(Qt::Key_Left, Qt::ShiftModifier));
+  EXPECT_FALSE(claimed(Qt::Key_Left, Qt::ControlModifier));
+  EXPECT_FALSE(claimed(Qt::Key_Escape));
+  press({150, 150});
+  EXPECT_TRUE(claimed(Qt::Key_Escape));
+  release({150, 150});
+}
+
 TEST_F(Moving, WhatIsDeletedMeanwhileIsLeftAlone) {
   QuartzComponent* b = add(QStringLiteral("B"), {400, 100, 100, 100});
   graphic->selectAllComponents();
