@@ -9,8 +9,6 @@
 #include <QWheelEvent>
 #include <cmath>
 
-#include "canvas/CanvasHost.h"
-#include "canvas/CanvasRuler.h"
 #include "canvas/ComponentDrop.h"
 #include "canvas/ComponentWalk.h"
 #include "canvas/CompositionStage.h"
@@ -19,6 +17,7 @@
 #include "canvas/GuideGesture.h"
 #include "canvas/InPlaceTextEditor.h"
 #include "canvas/PanGesture.h"
+#include "canvas/RulerPainter.h"
 #include "canvas/TYZoomScrollView.h"
 #include "canvas/TimecodePlate.h"
 #include "canvas/ToolbarComponents.h"
@@ -35,15 +34,10 @@ namespace {
 constexpr int refreshInterval = 1000;   // milliseconds, while the picture stands
 constexpr int timecodeDuration = 1500;  // milliseconds after the last change of time
 
-CanvasHost& nobody() {
-  static CanvasHost host;
-  return host;
-}
-
 }  // namespace
 
 CompositionView::CompositionView(model::StandardComponents standardComponents, QWidget* parent)
-    : QWidget(parent), m_standardComponents(std::move(standardComponents)), m_host(&nobody()) {
+    : QWidget(parent), m_standardComponents(std::move(standardComponents)) {
   setMouseTracking(true);
   setFocusPolicy(Qt::StrongFocus);
   setAcceptDrops(true);
@@ -113,7 +107,7 @@ void CompositionView::observeComposition() {
   callbacks.selectionChanged = [this] {
     m_displayTimer.start(0);
     updateActionButtons();
-    tellHint();
+    m_reporter.tellSelection();
   };
   callbacks.overlaysChanged = [this] { update(); };
   m_observer = std::make_unique<CanvasObserver>(*m_composition, std::move(callbacks));
@@ -127,10 +121,11 @@ void CompositionView::setNeedsDisplay() {
   m_displayTimer.start(0);
 }
 
-void CompositionView::displayIfNeeded() {
+void CompositionView::display(const QRegion& beingPainted) {
   m_displayTimer.stop();
   if (!m_scene || !isVisible()) return;
-  const QRegion changed = m_scene->display(m_geometry, visiblePart(), devicePixelRatioF());
+  const QRegion changed =
+      m_scene->display(m_geometry, visiblePart(), devicePixelRatioF()) - beingPainted;
   if (!changed.isEmpty()) update(changed);
   if (m_scene->backgroundChanged()) update();
   if (m_textEditor) m_textEditor->place(m_geometry);
@@ -154,7 +149,8 @@ void CompositionView::paintEvent(QPaintEvent* event) {
     painter.fillRect(event->rect(), widgets::TYStyleKit::colour(widgets::Token::CanvasSurround));
     return;
   }
-  if (!m_scene->isDisplayed(m_geometry, visiblePart(), devicePixelRatioF())) displayIfNeeded();
+  if (!m_scene->isDisplayed(m_geometry, visiblePart(), devicePixelRatioF()))
+    display(event->region());
   m_scene->paint(painter);
 }
 
@@ -196,14 +192,6 @@ void CompositionView::setShowTimecode(bool shows) {
   }
   touched += m_scene->timecodePlace();
   update(touched);
-}
-
-void CompositionView::tellHint() {
-  if (!m_composition || selectedComponents().isEmpty())
-    m_host->showHint({});
-  else
-    m_host->showHint(
-        tr("Drag to move, Shift keeps the direction, Ctrl ignores guides. Arrow keys nudge."));
 }
 
 // Geometry
@@ -288,7 +276,7 @@ QVariantHash CompositionView::argumentsAtTime(double time, bool playing) {
 
 bool CompositionView::addComponentsFromPaths(const QStringList& paths, bool commandKeyPressed) {
   if (!m_composition) return false;
-  return ComponentDrop(*m_composition, m_standardComponents, *m_host)
+  return ComponentDrop(*m_composition, m_standardComponents, m_reporter.host())
       .addComponentsFromPaths(paths, commandKeyPressed);
 }
 
@@ -319,7 +307,7 @@ void CompositionView::dropEvent(QDropEvent* event) {
   setDropTarget(false);
   if (!m_composition) return;
   const bool commandKey = event->modifiers().testFlag(Qt::ControlModifier);
-  ComponentDrop drop(*m_composition, m_standardComponents, *m_host);
+  ComponentDrop drop(*m_composition, m_standardComponents, m_reporter.host());
   if (!drop.take(*event->mimeData(), commandKey)) return;
   event->setDropAction(Qt::CopyAction);
   event->accept();
@@ -355,7 +343,7 @@ void CompositionView::mousePressEvent(QMouseEvent* event) {
 void CompositionView::mouseMoveEvent(QMouseEvent* event) {
   if (!m_composition) return;
   const Pointer pointer = pointerAt(event->position(), event->modifiers());
-  tellPointer(event->position());
+  m_reporter.tellPointer(event->position());
   if (m_gestures.isActive())
     m_gestures.update(pointer);
   else
@@ -386,22 +374,7 @@ void CompositionView::updateCursor(const Pointer& pointer) {
 
 void CompositionView::leaveEvent(QEvent* event) {
   QWidget::leaveEvent(event);
-  tellPointer(std::nullopt);
-}
-
-void CompositionView::tellPointer(const std::optional<QPointF>& viewPoint) {
-  std::optional<double> across;
-  std::optional<double> down;
-  if (viewPoint) {
-    across = viewPoint->x() + x();
-    down = viewPoint->y() + y();
-    m_host->pointerMoved(m_geometry.picturePoint(*viewPoint));
-  } else {
-    m_host->pointerMoved(std::nullopt);
-  }
-  if (!m_scrollView) return;
-  m_scrollView->horizontalRuler().setPointer(across);
-  m_scrollView->verticalRuler().setPointer(down);
+  m_reporter.tellPointer(std::nullopt);
 }
 
 // Guides out of the rulers
@@ -457,6 +430,8 @@ void CompositionView::keyPressEvent(QKeyEvent* event) {
   m_gestures.updateModifiers(event->modifiers());
   if (event->key() == Qt::Key_Escape && m_gestures.isActive()) {
     cancelGesture();
+  } else if (event->key() == Qt::Key_F2 && selectedComponents().size() == 1) {
+    editText(*selectedComponents().first());
   } else if (!m_keyboard || m_gestures.isActive() || !m_keyboard->press(*event)) {
     QWidget::keyPressEvent(event);
   } else if (m_keyboard->holdsSpace()) {

@@ -6,6 +6,7 @@
 
 #include "canvas/CanvasKeyboard.h"
 #include "canvas/CanvasObserver.h"
+#include "canvas/CanvasReporter.h"
 #include "canvas/CanvasScene.h"
 #include "canvas/GestureRunner.h"
 #include "canvas/RulerScale.h"
@@ -14,7 +15,6 @@
 
 namespace canvas {
 
-class CanvasHost;
 class InPlaceTextEditor;
 class TYZoomScrollView;
 
@@ -35,7 +35,7 @@ class CompositionView : public QWidget {
   /// Ends every observation and whatever is going on.
   void cleanUp() { setComposition(nullptr); }
   /// The host must outlive the view.
-  void setHost(CanvasHost& host) { m_host = &host; }
+  void setHost(CanvasHost& host) { m_reporter.setHost(host); }
   void setScrollView(TYZoomScrollView* scrollView) { m_scrollView = scrollView; }
   [[nodiscard]] TYZoomScrollView* scrollView() const { return m_scrollView; }
 
@@ -92,7 +92,7 @@ class CompositionView : public QWidget {
   [[nodiscard]] bool isInGesture() const { return m_gestures.isActive(); }
 
   /// Brings the picture up to date now, instead of when events are through.
-  void displayIfNeeded();
+  void displayIfNeeded() { display({}); }
   /// None without a composition.
   [[nodiscard]] CanvasScene* scene() const { return m_scene.get(); }
 
@@ -123,19 +123,19 @@ class CompositionView : public QWidget {
 
  private:
   class Stage;
+  /// Asks for painting of what changed, less what is about to be painted anyway.
+  void display(const QRegion& beingPainted);
   void observeComposition();
   void setNeedsDisplay();
   void scheduleRefresh();
   [[nodiscard]] QRect visiblePart() const;
   [[nodiscard]] Pointer pointerAt(const QPointF& viewPoint, Qt::KeyboardModifiers modifiers) const;
   void updateCursor(const Pointer& pointer);
-  void tellPointer(const std::optional<QPointF>& viewPoint);
-  void tellHint();
   void setDropTarget(bool isTarget);
 
   model::StandardComponents m_standardComponents;
   model::Composition* m_composition = nullptr;
-  CanvasHost* m_host;
+  CanvasReporter m_reporter{*this};
   TYZoomScrollView* m_scrollView = nullptr;
   CanvasGeometry m_geometry;
   std::unique_ptr<CanvasScene> m_scene;

@@ -79,6 +79,21 @@ TEST_F(Displaying, OnlyWhatChangesIsAskedAndPainted) {
   EXPECT_EQ(layer.evaluations(), asked + 2);
 }
 
+TEST_F(Displaying, AnotherZoomPaintsTheViewOnce) {
+  class Events : public QObject {
+   public:
+    int paints = 0;
+    bool eventFilter(QObject*, QEvent* event) override {
+      paints += event->type() == QEvent::Paint ? 1 : 0;
+      return false;
+    }
+  } events;
+  view.installEventFilter(&events);
+  graphic->setZoomMode(50);
+  showChanges();
+  EXPECT_EQ(events.paints, 1);
+}
+
 TEST_F(Displaying, AnIdleCanvasAsksOnceASecondAndPaintsNothing) {
   const CompositionLayer& layer = view.scene()->componentsLayer();
   const qint64 asked = layer.evaluations();

@@ -1,4 +1,5 @@
 #include "CanvasFixture.h"
+#include "canvas/CanvasHost.h"
 #include "canvas/CanvasRuler.h"
 #include "canvas/TYZoomScrollView.h"
 
@@ -84,6 +85,34 @@ TEST_F(RulersOfTheCanvas, ReadingsBeginAtThePictureAndTheSelectionIsMarked) {
   scroll.documentView()->displayIfNeeded();
   EXPECT_EQ(across.extent, (RulerPainter::Extent{100, 400}));
   EXPECT_EQ(up.extent, (RulerPainter::Extent{200, 250}));
+}
+
+TEST_F(RulersOfTheCanvas, ThePointerIsMarkedAndTold) {
+  class Host : public CanvasHost {
+   public:
+    void pointerMoved(const std::optional<QPointF>& point) override { pointer = point; }
+    void showHint(const QString& text) override { hint = text; }
+    std::optional<QPointF> pointer;
+    QString hint;
+  } host;
+  CompositionView& shown = *scroll.documentView();
+  shown.setHost(host);
+  const QPointF at = shown.geometryOfPicture().viewPoint({600, 300});
+  QMouseEvent move(QEvent::MouseMove, at, shown.mapToGlobal(at), Qt::NoButton, Qt::NoButton,
+                   Qt::NoModifier);
+  QApplication::sendEvent(&shown, &move);
+  EXPECT_EQ(host.pointer, QPointF(600, 300));
+  EXPECT_EQ(scroll.horizontalRuler().painter().pointer,
+            scroll.horizontalRuler().painter().positionOf(600));
+  QEvent leave(QEvent::Leave);
+  QApplication::sendEvent(&shown, &leave);
+  EXPECT_FALSE(host.pointer.has_value());
+  EXPECT_FALSE(scroll.verticalRuler().painter().pointer.has_value());
+  add(QStringLiteral("A"), {0, 0, 10, 10})->setSelected(true);
+  EXPECT_FALSE(host.hint.isEmpty());
+  graphic->clearSelection();
+  EXPECT_TRUE(host.hint.isEmpty());
+  shown.cleanUp();
 }
 
 TEST_F(RulersOfTheCanvas, OnlyADoubleClickSetsAGuideAcross) {

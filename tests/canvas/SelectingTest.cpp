@@ -149,7 +149,9 @@ TEST_F(Selecting, ADoubleClickEditsTextInPlace) {
   EXPECT_EQ(current(), QStringLiteral("Good\nday"));
   EXPECT_EQ(undoName(), QStringLiteral("Edit Headline"));
 
-  editor = begin();
+  key(Qt::Key_F2);
+  editor = view.textEditor();
+  ASSERT_NE(editor, nullptr);
   QTest::keyClicks(editor, QStringLiteral("no"));
   QTest::keyClick(editor, Qt::Key_Escape);
   EXPECT_EQ(current(), QStringLiteral("Good\nday"));
