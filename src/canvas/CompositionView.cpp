@@ -344,6 +344,8 @@ void CompositionView::mouseMoveEvent(QMouseEvent* event) {
   if (!m_composition) return;
   const Pointer pointer = pointerAt(event->position(), event->modifiers());
   m_reporter.tellPointer(event->position());
+  if (m_gestures.isActive() && !event->buttons().testFlag(m_gestures.button()))
+    m_gestures.finish(pointer);  // released where nobody told the view
   if (m_gestures.isActive())
     m_gestures.update(pointer);
   else
@@ -381,6 +383,7 @@ void CompositionView::leaveEvent(QEvent* event) {
 
 void CompositionView::pullGuide(Qt::Orientation orientation) {
   if (!m_composition) return;
+  setFocus(Qt::MouseFocusReason);  // for Escape
   m_gestures.begin(std::make_unique<GuideGesture>(*m_stage, orientation), Qt::LeftButton);
 }
 
@@ -417,6 +420,8 @@ bool CompositionView::event(QEvent* event) {
     if (cancels || (m_keyboard && m_keyboard->claims(*key))) event->accept();
     return true;
   }
+  // Nobody would tell the view when the button is released.
+  if (event->type() == QEvent::Hide) cancelGesture();
   if (event->type() == QEvent::NativeGesture) {
     m_zoomInput.pinch(*static_cast<QNativeGestureEvent*>(event));
     return true;

@@ -1,9 +1,12 @@
 #include "canvas/DrawingAreaLayer.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QPainter>
 
 #include "canvas/ChessBoard.h"
 #include "model/Composition.h"
+#include "runtime/movie/MovieReader.h"
 #include "widgets/DevicePixels.h"
 #include "widgets/TYStyleKit.h"
 
@@ -34,13 +37,24 @@ void paintShadow(QPainter& painter, const QRectF& frame) {
   painter.restore();
 }
 
+/// Of the background movie, whose path may be relative to the document's; null without one.
+QImage firstPicture(const model::Composition& composition) {
+  const QString& movie = composition.backgroundMovie();
+  if (movie.isEmpty()) return {};
+  const QDir folder = QFileInfo(composition.fileURL().toLocalFile()).absoluteDir();
+  const auto reader = runtime::movie::MovieReader::open(folder.absoluteFilePath(movie));
+  if (!reader) return {};
+  const auto picture = (*reader)->pictureAt(0);
+  return picture ? picture->image : QImage();
+}
+
 }  // namespace
 
 DrawingAreaLayer::DrawingAreaLayer(model::Composition& composition, std::function<void()> changed)
     : m_composition(composition), m_changed(std::move(changed)) {
   updateBackground();
   for (const char16_t* key :
-       {u"backgroundMode", u"solidColorBackgroundMode", u"imageBackgroundMode"})
+       {u"backgroundMode", u"solidColorBackgroundMode", u"imageBackgroundMode", u"backgroundMovie"})
     m_observations.push_back(
         composition.observe(QString::fromUtf16(key), [this](const store::Change&) {
           updateBackground();
@@ -52,7 +66,9 @@ void DrawingAreaLayer::updateBackground() {
   switch (m_composition.backgroundMode()) {
     case model::BackgroundMode::Image:
       m_contents = Contents::Image;
-      m_image = m_composition.backgroundImage();
+      m_image = firstPicture(m_composition);
+      if (m_image.isNull()) m_image = m_composition.backgroundImage();
+      if (m_image.isNull()) m_contents = Contents::ChessBoard;  // nothing will be there on air
       return;
     case model::BackgroundMode::SolidColor:
       m_contents = Contents::Color;

@@ -15,7 +15,7 @@ class Composition;
 namespace canvas {
 
 /// The lowest layer of the canvas: what is around the picture, the picture's shadow and edge, and
-/// its background.
+/// its background. A background movie is shown by its first picture.
 class DrawingAreaLayer {
  public:
   /// Calls back whenever the background looks different.

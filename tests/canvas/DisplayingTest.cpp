@@ -1,5 +1,5 @@
 #include "CanvasFixture.h"
-#include "foundation/UserDefaults.h"
+#include "support/TestMovie.h"
 
 namespace canvas {
 
@@ -129,6 +129,25 @@ TEST_F(Displaying, ComponentsStandOverTheBackgroundInTheirOrder) {
   graphic.context->undo();
   showChanges();
   EXPECT_EQ(shownAt({110, 110}), QColor(255, 0, 0));
+}
+
+TEST_F(Displaying, AMovieBehindIsShownByItsFirstPicture) {
+  const QString movie = files.path(QStringLiteral("behind.mov"));
+  const runtime::movie::MovieFormat format{.container = *runtime::movie::containerOf(movie),
+                                           .codec = runtime::movie::MovieCodec::QuickTimeRle,
+                                           .size = {64, 36},
+                                           .threads = 1};
+  ASSERT_TRUE(support::writeMovie(movie, format, 3, [](int frame) {
+    QImage image(64, 36, QImage::Format_ARGB32);
+    image.fill(frame == 0 ? QColor(200, 30, 90) : QColor(Qt::green));
+    return image;
+  }));
+  graphic->setBackgroundMode(model::BackgroundMode::Image);
+  graphic->setBackgroundMovie(movie);
+  EXPECT_EQ(shownAt({1000, 1000}), QColor(200, 30, 90));
+  // Without it there is nothing, as on air.
+  graphic->setBackgroundMovie(QStringLiteral("none.mov"));
+  EXPECT_GT(shownAt({1000, 1000}).lightness(), 180);
 }
 
 TEST_F(Displaying, ComponentsThatCannotBeDrawnSayWhy) {

@@ -115,6 +115,24 @@ TEST_F(Moving, ArrowKeysNudge) {
   EXPECT_EQ(a->originX(), 94);
 }
 
+TEST_F(Moving, EndsWhereTheReleaseIsNotTold) {
+  press({150, 150});
+  move({160, 150});
+  view.hide();
+  EXPECT_EQ(a->originX(), 100);
+  EXPECT_FALSE(graphic.context->isInStep());
+  view.show();
+  press({150, 150});
+  move({160, 150});
+  const QPointF inView = view.geometryOfPicture().viewPoint({170, 150});
+  QMouseEvent unpressed(QEvent::MouseMove, inView, view.mapToGlobal(inView), Qt::NoButton,
+                        Qt::NoButton, Qt::NoModifier);
+  QApplication::sendEvent(&view, &unpressed);
+  EXPECT_EQ(a->originX(), 120);
+  EXPECT_FALSE(graphic.context->isInStep());
+  EXPECT_EQ(graphic.context->history().count(), 1);
+}
+
 TEST_F(Moving, TheCanvasClaimsItsKeysBeforeShortcutsOfTheWindow) {
   const auto claimed = [this](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     QKeyEvent event(QEvent::ShortcutOverride, key, modifiers);
