@@ -4,8 +4,6 @@
 #include <QFileInfo>
 #include <QLocale>
 
-#include "document/PackageLayout.h"
-
 namespace document {
 
 using foundation::FileLock;
@@ -20,8 +18,7 @@ QString nameOf(const QString& documentPath) {
 }  // namespace
 
 QString DocumentLock::pathFor(const QString& documentPath) {
-  // One document has one lock, by whatever name it was opened.
-  const QFileInfo info(PackageLayout::resolved(documentPath));
+  const QFileInfo info(QDir::cleanPath(documentPath));
   return QStringLiteral("%1/.%2.lock").arg(info.absolutePath(), info.fileName());
 }
 

@@ -61,16 +61,14 @@ Result<void> putInPlace(const QString& staged, const QString& path) {
   const bool isThere = QFileInfo::exists(path);
   if (renameFolder(staged, path, isThere ? Exchange::Yes : Exchange::No))
     return foundation::syncFolder(QFileInfo(path).absolutePath());
-  const bool cannotExchange = errno == EINVAL || errno == EXDEV;  // the latter: layered ones
-  if (isThere && cannotExchange && QFileInfo(path).isDir()) return moveEntries(staged, path);
+  if (isThere && errno == EINVAL && QFileInfo(path).isDir()) return moveEntries(staged, path);
   return tl::unexpected(systemError(QStringLiteral("cannot be written"), path));
 }
 
 }  // namespace
 
 Result<void> PackageFolder::replace(const QString& path, const Filler& fill) {
-  // Where a link leads the package lies; the link stays.
-  const QFileInfo target(PackageLayout::resolved(path));
+  const QFileInfo target(path);
   if (target.exists() && (!target.isDir() || !PackageLayout::isReplaceable(path)))
     return failure(QStringLiteral("is no composition document, so it is not replaced by one"),
                    path);

@@ -19,7 +19,7 @@ constexpr std::array<ColumnName, LibraryModel::ColumnCount> columns{{
     {u"name", QT_TRANSLATE_NOOP("library::LibraryModel", "Name")},
     {u"resolution", QT_TRANSLATE_NOOP("library::LibraryModel", "Resolution")},
     {u"sizeOfFile", QT_TRANSLATE_NOOP("library::LibraryModel", "Size")},
-    {u"dateModified", QT_TRANSLATE_NOOP("library::LibraryModel", "Date Modified")},
+    {u"dateModified", QT_TRANSLATE_NOOP("library::LibraryModel", "Date")},
     {u"dateCreated", QT_TRANSLATE_NOOP("library::LibraryModel", "Date Created")},
     {u"dateAdded", QT_TRANSLATE_NOOP("library::LibraryModel", "Date Added")},
     {u"lastOpened", QT_TRANSLATE_NOOP("library::LibraryModel", "Last Opened")},
@@ -28,7 +28,10 @@ constexpr std::array<ColumnName, LibraryModel::ColumnCount> columns{{
 }};
 
 QString dateText(const QDateTime& date) {
-  return date.isValid() ? QLocale().toString(date.date(), QLocale::ShortFormat) : QString();
+  if (!date.isValid()) return {};
+  const bool isThisYear = date.date().year() == QDate::currentDate().year();
+  return QLocale().toString(date.date(),
+                            isThisYear ? QStringLiteral("d MMM") : QStringLiteral("MMM yyyy"));
 }
 
 }  // namespace

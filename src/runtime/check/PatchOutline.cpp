@@ -28,7 +28,9 @@ std::unique_ptr<PatchOutline> PatchOutline::of(const QuartzPatch& patch, const Q
 }
 
 const PatchOutline* PatchOutline::node(const QString& key) const {
-  return m_nodesByKey.value(key, nullptr);
+  for (const auto& node : nodes)
+    if (node->patch.key() == key) return node.get();
+  return nullptr;
 }
 
 QSet<QString> PatchOutline::connectedInputs() const {
@@ -76,10 +78,8 @@ void PatchOutline::takeContent(VirtualPatches& virtualPatches) {
   bool draws = false;
   for (const auto& child : patch.nodes()) {
     nodes.push_back(of(*child, path + QLatin1Char('/') + child->key(), virtualPatches));
-    const PatchOutline& node = *nodes.back();
-    if (!m_nodesByKey.contains(child->key())) m_nodesByKey.insert(child->key(), &node);
-    draws |= node.isConsumer;
-    holdsUnknown |= node.holdsUnknown;
+    draws |= nodes.back()->isConsumer;
+    holdsUnknown |= nodes.back()->holdsUnknown;
   }
   isConsumer |= draws && patchClass && !patchClass->drawsOffscreen;
 }

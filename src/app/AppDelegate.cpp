@@ -1,0 +1,226 @@
+#include "app/AppDelegate.h"
+
+#include <QApplication>
+#include <QLocale>
+#include <QMessageBox>
+#include <QStandardPaths>
+#include <chrono>
+
+#include "app/PackageDialog.h"
+#include "app/TYPreferencesController.h"
+#include "app/TYWindowController.h"
+#include "document/ApplicationDefaults.h"
+#include "widgets/TYAlert.h"
+#include "widgets/TYStyleKit.h"
+
+namespace app {
+
+using document::CompositionDocument;
+using document::CompositionDocumentsController;
+using widgets::TYAlert;
+
+namespace {
+
+constexpr std::chrono::minutes autosaveInterval(2);
+
+}  // namespace
+
+AppDelegate::AppDelegate(foundation::UserDefaults& userDefaults,
+                         document::RecoveryStore recoveryStore)
+    : m_defaults(userDefaults),
+      m_recent(userDefaults),
+      m_controller(userDefaults, model::StandardComponents::located(), std::move(recoveryStore)) {
+  document::registerApplicationDefaults(m_defaults);
+  using Appearance = widgets::TYStyleKit::Appearance;
+  widgets::TYStyleKit::shared().setAppearance(
+      static_cast<Appearance>(m_defaults.value(QStringLiteral("appearance")).toInt()));
+  m_controller.setHooks(
+      {.showWindows = [this](CompositionDocument& document) { showDocument(document); },
+       .willClose = {},
+       .runSlideshow = {},
+       .warn =
+           [this](const QString& sentence) {
+             if (TYWindowController* window = anyWindow())
+               window->showWarnings(tr("Changes are not safe"), {sentence});
+           }});
+  m_autosave.setInterval(autosaveInterval);
+  connect(&m_autosave, &QTimer::timeout, this, [this] { m_controller.autosave(); });
+  m_autosave.start();
+  QApplication::setQuitOnLastWindowClosed(true);
+}
+
+AppDelegate::~AppDelegate() {
+  qDeleteAll(m_windows);
+}
+
+void AppDelegate::start(const QStringList& paths) {
+  const QList<document::RecoveryEntry> left = m_controller.recoverable();
+  openDocuments(paths);
+  if (m_controller.documents().isEmpty()) m_controller.newDocument();
+  if (!left.isEmpty()) offerRecovery(left);
+}
+
+void AppDelegate::openDocuments(const QStringList& paths) {
+  for (const QString& path : paths) openDocument(path);
+  if (paths.isEmpty() && anyWindow()) {
+    anyWindow()->raise();
+    anyWindow()->activateWindow();
+  }
+}
+
+TYWindowController* AppDelegate::windowOf(const CompositionDocument& document) const {
+  return m_windows.value(&document);
+}
+
+TYWindowController* AppDelegate::anyWindow() const {
+  if (auto* active = qobject_cast<TYWindowController*>(QApplication::activeWindow())) return active;
+  return m_windows.isEmpty() ? nullptr : *m_windows.begin();
+}
+
+void AppDelegate::chooseDocuments() {
+  auto* dialog = new PackageDialog(anyWindow(), PackageDialog::Purpose::Open, tr("Open"),
+                                   m_defaults.value(QStringLiteral("documentsFolder")).toString());
+  connect(dialog, &PackageDialog::pathChosen, this,
+          [this](const QString& path) { openDocument(path); });
+  dialog->open();
+}
+
+void AppDelegate::openDocument(const QString& path) {
+  const auto opened = m_controller.openDocument(path);
+  if (!opened) {
+    askAboutTaken(path, opened.error());
+    return;
+  }
+  tellOpened(**opened, {});
+}
+
+void AppDelegate::tellOpened(const CompositionDocument& document, const QStringList& warnings) {
+  if (!document.fileURL().isEmpty()) m_recent.add(document.fileURL().toLocalFile());
+  TYWindowController* window = windowOf(document);
+  QStringList all = document.warnings() + warnings;
+  if (!document.composition())
+    all.prepend(tr("The document holds no composition, or several; nothing can be shown."));
+  if (window && !all.isEmpty())
+    window->showWarnings(tr("\"%1\" was opened, but").arg(document.displayName()), all);
+  // An untouched empty document makes room, as people expect.
+  for (CompositionDocument* other : m_controller.documents())
+    if (other != &document && other->fileURL().isEmpty() && !other->isDocumentEdited() &&
+        !other->context().canRedo() && windowOf(*other))
+      windowOf(*other)->close();
+}
+
+void AppDelegate::askAboutTaken(const QString& path, const foundation::Error& error) {
+  const document::DocumentLock::Attempt attempt = document::DocumentLock::take(path);
+  if (attempt.state != document::DocumentLock::State::Taken) {
+    if (TYWindowController* window = anyWindow())
+      window->showError(tr("The document could not be opened"), error);
+    else
+      QMessageBox::warning(nullptr, tr("The document could not be opened"), error.text());
+    return;
+  }
+  if (!anyWindow()) m_controller.newDocument();
+  TYAlert::begin(anyWindow(),
+                 {.title = tr("The document is in use"),
+                  .text = attempt.sentence,
+                  .kind = TYAlert::Kind::Warning,
+                  .list = {},
+                  .defaultButton = tr("Open to Look"),
+                  .alternateButton = tr("Cancel"),
+                  .otherButton = tr("Take Over"),
+                  .preferencesKey = {}},
+                 [this, path](TYAlert::Answer answer) {
+                   using WhenTaken = CompositionDocumentsController::WhenTaken;
+                   if (answer == TYAlert::Answer::Alternate) return;
+                   const auto opened = m_controller.openDocument(
+                       path,
+                       answer == TYAlert::Answer::Other ? WhenTaken::TakeOver : WhenTaken::LookAt);
+                   if (opened) tellOpened(**opened, {});
+                 });
+}
+
+void AppDelegate::documentWasSaved(const CompositionDocument& document) {
+  m_recent.add(document.fileURL().toLocalFile());
+}
+
+void AppDelegate::closeDocument(CompositionDocument& document) {
+  if (TYWindowController* window = m_windows.take(&document)) delete window;
+  m_controller.closeDocument(document);
+}
+
+void AppDelegate::showDocument(CompositionDocument& document) {
+  TYWindowController*& window = m_windows[&document];
+  if (!window) window = new TYWindowController(document, *this);
+  window->show();
+  window->raise();
+  window->activateWindow();
+}
+
+void AppDelegate::showPreferences() {
+  if (!m_preferences) m_preferences = std::make_unique<TYPreferencesController>(m_defaults);
+  m_preferences->show();
+  m_preferences->raise();
+}
+
+void AppDelegate::showAbout() {
+  QMessageBox::about(anyWindow(), tr("About Tessary"),
+                     tr("<b>Tessary %1</b><p>Editor for broadcast graphics templates.</p>")
+                         .arg(QApplication::applicationVersion()));
+}
+
+void AppDelegate::quit() {
+  const QList<CompositionDocument*> unsaved = m_controller.unsavedDocuments();
+  if (unsaved.isEmpty()) {
+    for (CompositionDocument* document : m_controller.documents())
+      if (TYWindowController* window = windowOf(*document)) window->close();
+    return;
+  }
+  TYWindowController* window = windowOf(*unsaved.first());
+  if (!window) return;
+  window->mayClose([this, &document = *unsaved.first()](bool may) {
+    if (!may) return;
+    // Asked once; the next unsaved one follows.
+    QMetaObject::invokeMethod(
+        this,
+        [this, &document] {
+          closeDocument(document);
+          if (m_controller.documents().isEmpty())
+            QApplication::quit();
+          else
+            quit();
+        },
+        Qt::QueuedConnection);
+  });
+}
+
+void AppDelegate::offerRecovery(const QList<document::RecoveryEntry>& entries) {
+  QStringList names;
+  for (const document::RecoveryEntry& entry : entries)
+    names.append(tr("%1, changed %2")
+                     .arg(entry.document.displayName,
+                          QLocale().toString(entry.lastChange, QLocale::ShortFormat)));
+  TYAlert::begin(anyWindow(),
+                 {.title = tr("Some changes were not saved"),
+                  .text = tr("The program ended before these documents were saved."),
+                  .kind = TYAlert::Kind::Warning,
+                  .list = names,
+                  .defaultButton = tr("Recover"),
+                  .alternateButton = tr("Later"),
+                  .otherButton = tr("Discard"),
+                  .preferencesKey = {}},
+                 [this, entries](TYAlert::Answer answer) {
+                   for (const document::RecoveryEntry& entry : entries) {
+                     if (answer == TYAlert::Answer::Other)
+                       static_cast<void>(m_controller.discard(entry));
+                     if (answer != TYAlert::Answer::Default) continue;
+                     QStringList warnings;
+                     const auto recovered = m_controller.recoverDocument(entry, warnings);
+                     if (recovered)
+                       tellOpened(**recovered, warnings);
+                     else if (TYWindowController* window = anyWindow())
+                       window->showError(tr("A document could not be recovered"),
+                                         recovered.error());
+                   }
+                 });
+}
+
+}  // namespace app

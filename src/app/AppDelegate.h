@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QHash>
+#include <QObject>
+#include <QTimer>
+#include <memory>
+
+#include "app/ProgramServices.h"
+#include "app/RecentDocuments.h"
+#include "document/CompositionDocumentsController.h"
+
+namespace app {
+
+class TYPreferencesController;
+class TYWindowController;
+
+/// The program: the open documents and their windows. Has to live as long as the application.
+class AppDelegate : public QObject, private ProgramServices {
+  Q_OBJECT
+
+ public:
+  explicit AppDelegate(foundation::UserDefaults& userDefaults,
+                       document::RecoveryStore recoveryStore = document::RecoveryStore());
+  ~AppDelegate() override;
+
+  /// Opens these, what an earlier run left behind, or an empty document when there is nothing.
+  void start(const QStringList& paths);
+  void openDocuments(const QStringList& paths);
+  [[nodiscard]] document::CompositionDocumentsController& controller() { return m_controller; }
+  /// None for a document without a window.
+  [[nodiscard]] TYWindowController* windowOf(const document::CompositionDocument& document) const;
+
+ private:
+  [[nodiscard]] foundation::UserDefaults& defaults() override { return m_defaults; }
+  void newDocument(const QString& format) override { m_controller.newDocument(format); }
+  void chooseDocuments() override;
+  void openDocument(const QString& path) override;
+  [[nodiscard]] QStringList recentDocuments() const override { return m_recent.paths(); }
+  void clearRecentDocuments() override { m_recent.clear(); }
+  void documentWasSaved(const document::CompositionDocument& document) override;
+  void closeDocument(document::CompositionDocument& document) override;
+  [[nodiscard]] QList<document::CompositionDocument*> documents() const override {
+    return m_controller.documents();
+  }
+  void showDocument(document::CompositionDocument& document) override;
+  void showPreferences() override;
+  void showAbout() override;
+  void quit() override;
+
+  void offerRecovery(const QList<document::RecoveryEntry>& entries);
+  void askAboutTaken(const QString& path, const foundation::Error& error);
+  void tellOpened(const document::CompositionDocument& document, const QStringList& warnings);
+  [[nodiscard]] TYWindowController* anyWindow() const;
+
+  foundation::UserDefaults& m_defaults;
+  RecentDocuments m_recent;
+  document::CompositionDocumentsController m_controller;
+  QHash<const document::CompositionDocument*, TYWindowController*> m_windows;
+  std::unique_ptr<TYPreferencesController> m_preferences;
+  QTimer m_autosave;
+};
+
+}  // namespace app

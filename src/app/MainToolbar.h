@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QWidget>
+
+#include "canvas/ToolbarComponents.h"
+
+class QComboBox;
+class QHBoxLayout;
+
+namespace widgets {
+class TYSegmentedControl;
+}
+
+namespace app {
+
+class TYWindowController;
+
+/// The row of tools above the canvas: components to add, alignment, stacking, the size of the
+/// picture on the screen, stop frame, poster frame, preview.
+class MainToolbar : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit MainToolbar(TYWindowController& window);
+
+  void showZoomMode(qint32 zoomMode);
+  void setAlignEnabled(bool canAlign, bool canDistribute);
+
+ private:
+  void addComponents(QHBoxLayout& row);
+  void addComponent(QHBoxLayout& row, const canvas::ToolbarComponents::Entry& component);
+  void addAlignment(QHBoxLayout& row);
+  void addZoom(QHBoxLayout& row);
+  void addAction(QHBoxLayout& row, const QString& identifier, const QString& glyph,
+                 const QString& label);
+
+  TYWindowController& m_window;
+  widgets::TYSegmentedControl* m_align = nullptr;
+  widgets::TYSegmentedControl* m_distribute = nullptr;
+  QComboBox* m_zoom = nullptr;
+};
+
+}  // namespace app

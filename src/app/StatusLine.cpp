@@ -1,0 +1,80 @@
+#include "app/StatusLine.h"
+
+#include <QHBoxLayout>
+#include <cmath>
+
+#include "foundation/Timecode.h"
+#include "model/Composition.h"
+#include "widgets/TokenLabel.h"
+
+namespace app {
+
+namespace {
+
+constexpr int lineHeight = 24;
+constexpr int margin = 12;
+constexpr int gap = 20;
+
+QLabel* addLabel(QHBoxLayout& row) {
+  auto* label = new widgets::TokenLabel({}, widgets::TextStyle::Small, widgets::Token::Text2);
+  row.addWidget(label);
+  return label;
+}
+
+foundation::TimecodeRate rateOf(const model::Composition& composition) {
+  const double frames = composition.videoResolution().framesPerSecond();
+  const int whole = std::max(1, static_cast<int>(std::ceil(frames)));
+  return std::abs(frames - whole) < 1e-3 ? foundation::TimecodeRate::whole(whole)
+                                         : foundation::TimecodeRate::slowed(whole);
+}
+
+}  // namespace
+
+StatusLine::StatusLine(QWidget* parent) : QWidget(parent) {
+  setFixedHeight(lineHeight);
+  setAccessibleName(tr("Status"));
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(margin, 0, margin, 0);
+  row->setSpacing(gap);
+  m_selection = addLabel(*row);
+  m_zoom = addLabel(*row);
+  m_pointer = addLabel(*row);
+  m_hint = addLabel(*row);
+  row->addStretch(1);
+  m_format = addLabel(*row);
+  m_duration = addLabel(*row);
+}
+
+void StatusLine::showComposition(const model::Composition* composition, double zoomFactor) {
+  if (!composition) {
+    m_selection->setText(tr("The document holds no composition"));
+    return;
+  }
+  const qsizetype all = composition->components().size();
+  const qsizetype selected = composition->selectedComponents().size();
+  m_selection->setText(all == 0        ? tr("No components")
+                       : selected == 0 ? all == 1 ? tr("1 component") : tr("%1 components").arg(all)
+                                       : tr("%1 of %2 selected").arg(selected).arg(all));
+  m_zoom->setText(tr("Zoom %1 %").arg(qRound(zoomFactor * 100)));
+  const double rate = composition->videoResolution().framesPerSecond();
+  m_format->setText(tr("%1 × %2, %3 fps")
+                        .arg(composition->width())
+                        .arg(composition->height())
+                        .arg(std::round(rate * 100) / 100));
+  m_duration->setText(
+      tr("Duration %1")
+          .arg(foundation::Timecode::fromSeconds(composition->duration(), rateOf(*composition))
+                   .toString()));
+}
+
+void StatusLine::showHint(const QString& hint) {
+  m_hint->setText(hint);
+}
+
+void StatusLine::showPointer(const std::optional<QPointF>& pixel) {
+  m_pointer->setText(
+      pixel ? tr("Pointer %1, %2").arg(std::lround(pixel->x())).arg(std::lround(pixel->y()))
+            : QString());
+}
+
+}  // namespace app

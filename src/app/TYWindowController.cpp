@@ -1,0 +1,350 @@
+#include "app/TYWindowController.h"
+
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QFileInfo>
+#include <QMenuBar>
+#include <QScreen>
+#include <QStatusBar>
+#include <QVBoxLayout>
+
+#include "app/DocumentSaving.h"
+#include "app/HistoryPanel.h"
+#include "app/MainToolbar.h"
+#include "app/ProgramServices.h"
+#include "app/StatusLine.h"
+#include "app/WindowMenus.h"
+#include "canvas/CompositionView.h"
+#include "canvas/TYZoomScrollView.h"
+#include "document/DocumentCommands.h"
+#include "foundation/UserDefaults.h"
+#include "inspector/GeometryPane.h"
+#include "library/TYLibraryController.h"
+#include "model/Composition.h"
+#include "widgets/TYAlert.h"
+#include "widgets/TYEmptyPanel.h"
+
+namespace app {
+
+using document::CompositionDocument;
+using widgets::TYAlert;
+
+namespace {
+
+constexpr QSize smallestWindow(1180, 720);
+constexpr int layoutVersion = 1;
+const QString windowStateKey = QStringLiteral("windowState");
+
+QList<library::TYLibraryController::Place> fixedPlaces(
+    const model::StandardComponents& components) {
+  const QString resources = QFileInfo(components.folder()).path();
+  return {{TYWindowController::tr("Components"), QStringLiteral("Components"), components.folder()},
+          {TYWindowController::tr("Examples"), QStringLiteral("Examples"),
+           resources + QStringLiteral("/examples/harbour")}};
+}
+
+}  // namespace
+
+TYWindowController::TYWindowController(CompositionDocument& document, ProgramServices& services)
+    : m_document(document),
+      m_services(services),
+      m_saving(std::make_unique<DocumentSaving>(*this)) {
+  setMinimumSize(smallestWindow);
+  setDockOptions(AnimatedDocks | AllowNestedDocks | AllowTabbedDocks);
+  setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
+  setCorner(Qt::BottomLeftCorner, Qt::BottomDockWidgetArea);
+  makePanels();
+  makeMenus();
+  m_replacement = m_document.observeReplacement([this](const auto&) {
+    m_subscriptions.clear();
+    m_view->cleanUp();
+    m_geometry->setComposition(nullptr);
+    m_history->setContext(nullptr);
+    m_alignment.setComposition(nullptr);
+    // The new contents are there when the document is through with reading them.
+    QMetaObject::invokeMethod(this, &TYWindowController::takeComposition, Qt::QueuedConnection);
+  });
+  takeComposition();
+  restoreLayout();
+}
+
+TYWindowController::~TYWindowController() {
+  m_subscriptions.clear();
+  m_view->cleanUp();
+  m_geometry->setComposition(nullptr);
+  m_history->setContext(nullptr);
+}
+
+void TYWindowController::makePanels() {
+  auto* middle = new QWidget;
+  auto* column = new QVBoxLayout(middle);
+  column->setContentsMargins(0, 0, 0, 0);
+  m_scrollView = new canvas::TYZoomScrollView;
+  m_view = new canvas::CompositionView(m_document.standardComponents());
+  m_view->setHost(*this);
+  m_scrollView->setDocumentView(m_view);
+  column->addWidget(m_scrollView);
+  setCentralWidget(middle);
+
+  m_library = new library::TYLibraryController(m_services.defaults(),
+                                               fixedPlaces(m_document.standardComponents()));
+  connect(m_library, &library::TYLibraryController::openRequested, this,
+          [this](const QString& path) { m_services.openDocument(path); });
+  connect(m_library, &library::TYLibraryController::addRequested, this,
+          [this](const QString& path) { m_view->addComponentsFromPaths({path}, false); });
+  makeDock(QStringLiteral("library"), tr("Library"), m_library, Qt::LeftDockWidgetArea);
+
+  auto* timeline = new widgets::TYEmptyPanel(
+      {}, tr("No timeline yet"), tr("Stop frames and playback are in the Playback menu."));
+  makeDock(QStringLiteral("timeline"), tr("Timeline"), timeline, Qt::BottomDockWidgetArea);
+
+  m_geometry = new inspector::GeometryPane;
+  QDockWidget* inspectorDock =
+      makeDock(QStringLiteral("inspector"), tr("Inspector"), m_geometry, Qt::RightDockWidgetArea);
+  m_history = new HistoryPanel;
+  QDockWidget* historyDock =
+      makeDock(QStringLiteral("history"), tr("History"), m_history, Qt::RightDockWidgetArea);
+  tabifyDockWidget(inspectorDock, historyDock);
+  inspectorDock->raise();
+
+  m_status = new StatusLine;
+  connect(m_view, &canvas::CompositionView::actionButtonsChanged, this,
+          [this] { setNeedsUpdate(); });
+}
+
+QDockWidget* TYWindowController::makeDock(const QString& name, const QString& title,
+                                          QWidget* content, Qt::DockWidgetArea area) {
+  auto* dock = new QDockWidget(title, this);
+  dock->setObjectName(name);
+  dock->setWidget(content);
+  addDockWidget(area, dock);
+  return dock;
+}
+
+void TYWindowController::makeMenus() {
+  // On platforms with one menu bar for all windows this one would hide the others'.
+  auto* bar = new QMenuBar;
+  bar->setNativeMenuBar(false);
+  addWindowMenus(*this, *bar);
+  m_toolbar = new MainToolbar(*this);
+  auto* top = new QWidget;
+  auto* column = new QVBoxLayout(top);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  // The menu bar's place takes any widget; the tools belong right below it.
+  column->addWidget(bar);
+  column->addWidget(m_toolbar);
+  setMenuWidget(top);
+  auto* bottom = new QWidget;
+  auto* row = new QVBoxLayout(bottom);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(m_status);
+  static_cast<QVBoxLayout*>(centralWidget()->layout())->setSpacing(0);
+  auto* statusBar = new QStatusBar;
+  statusBar->setSizeGripEnabled(false);
+  statusBar->setContentsMargins(0, 0, 0, 0);
+  statusBar->addPermanentWidget(bottom, 1);
+  setStatusBar(statusBar);
+}
+
+void TYWindowController::restoreLayout() {
+  const QVariant kept = m_services.defaults().value(windowStateKey);
+  const QVariantMap state = kept.toMap();
+  const QSize screenSize = screen()->availableSize();
+  resize(smallestWindow.expandedTo(screenSize * 3 / 4));
+  const bool narrow = screenSize.width() < 1440;
+  resizeDocks(findChildren<QDockWidget*>({QStringLiteral("library")}), {narrow ? 212 : 452},
+              Qt::Horizontal);
+  resizeDocks(findChildren<QDockWidget*>({QStringLiteral("inspector")}), {narrow ? 304 : 340},
+              Qt::Horizontal);
+  resizeDocks(findChildren<QDockWidget*>({QStringLiteral("timeline")}), {narrow ? 230 : 284},
+              Qt::Vertical);
+  if (!kept.isValid()) {
+    // No window was closed before: the first one fills the screen.
+    setWindowState(Qt::WindowMaximized);
+    return;
+  }
+  restoreGeometry(state.value(QStringLiteral("geometry")).toByteArray());
+  restoreState(state.value(QStringLiteral("layout")).toByteArray(), layoutVersion);
+}
+
+void TYWindowController::saveWindowState() {
+  m_services.defaults().setValue(QVariantMap{{QStringLiteral("geometry"), saveGeometry()},
+                                             {QStringLiteral("layout"), saveState(layoutVersion)}},
+                                 windowStateKey);
+}
+
+void TYWindowController::takeComposition() {
+  model::Composition* composition = m_document.composition();
+  m_view->setComposition(composition);
+  m_geometry->setComposition(composition);
+  m_history->setContext(&m_document.context());
+  m_alignment.setComposition(composition);
+  m_subscriptions.clear();
+  m_subscriptions.push_back(
+      m_document.context().observeChanges([this](const store::ChangeSet&) { setNeedsUpdate(); }));
+  if (composition)
+    for (const char* key : {"selectedComponents", "zoomMode", "playMode", "editorTimepoint"})
+      m_subscriptions.push_back(composition->observe(
+          QString::fromLatin1(key), [this](const store::Change&) { setNeedsUpdate(); }));
+  update();
+}
+
+void TYWindowController::setNeedsUpdate() {
+  if (std::exchange(m_updateIsDue, true)) return;
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        m_updateIsDue = false;
+        update();
+      },
+      Qt::QueuedConnection);
+}
+
+void TYWindowController::update() {
+  setWindowTitle(windowTitleForDocumentDisplayName(m_document.displayName()) +
+                 QStringLiteral("[*]"));
+  setWindowModified(m_document.isDocumentEdited());
+  setWindowFilePath(m_document.fileURL().toLocalFile());
+  const QUndoStack& history = m_document.context().history();
+  const auto name = [](const QString& verb, const QString& what) {
+    return what.isEmpty() ? verb : verb + u' ' + what;
+  };
+  m_actions.action(QStringLiteral("undo"))->setText(name(tr("&Undo"), history.undoText()));
+  m_actions.action(QStringLiteral("redo"))->setText(name(tr("&Redo"), history.redoText()));
+  const bool plays = composition() && composition()->playMode();
+  m_actions.action(QStringLiteral("play"))->setText(plays ? tr("&Stop") : tr("&Play"));
+  m_actions.update();
+  m_toolbar->setAlignEnabled(m_view->canAlign(), m_view->canDistribute());
+  if (composition()) m_toolbar->showZoomMode(composition()->zoomMode());
+  m_status->showComposition(composition(), static_cast<double>(m_view->zoomFactor()));
+}
+
+QString TYWindowController::windowTitleForDocumentDisplayName(const QString& name) const {
+  return composition() ? QStringLiteral("%1 - %2").arg(name, composition()->broadcastMode()) : name;
+}
+
+void TYWindowController::mayClose(std::function<void(bool)> answered) {
+  m_document.prepareToClose();
+  if (!m_document.isDocumentEdited()) {
+    answered(true);
+    return;
+  }
+  show();
+  raise();
+  TYAlert::begin(this,
+                 {.title = tr("Save the changes of \"%1\"?").arg(m_document.displayName()),
+                  .text = tr("Without saving they are lost."),
+                  .kind = TYAlert::Kind::Warning,
+                  .list = {},
+                  .defaultButton = tr("Save"),
+                  .alternateButton = tr("Cancel"),
+                  .otherButton = tr("Don't Save"),
+                  .preferencesKey = {}},
+                 [this, answered](TYAlert::Answer answer) {
+                   if (answer == TYAlert::Answer::Default) m_saving->save(answered);
+                   if (answer == TYAlert::Answer::Other) answered(true);
+                   if (answer == TYAlert::Answer::Alternate) answered(false);
+                 });
+}
+
+void TYWindowController::closeEvent(QCloseEvent* event) {
+  if (m_mayClose) {
+    saveWindowState();
+    event->accept();
+    // The window and its document go when this event is through.
+    QMetaObject::invokeMethod(
+        qApp,
+        [&services = m_services, &document = m_document] { services.closeDocument(document); },
+        Qt::QueuedConnection);
+    return;
+  }
+  event->ignore();
+  mayClose([this](bool may) {
+    if (!may) return;
+    m_mayClose = true;
+    QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+  });
+}
+
+void TYWindowController::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+    m_library->refresh();
+    setNeedsUpdate();
+  }
+}
+
+void TYWindowController::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier) {
+    document::DocumentCommands(m_document).play();
+    return;
+  }
+  QMainWindow::keyPressEvent(event);
+}
+
+void TYWindowController::showReport(const model::CommandReport& report) {
+  TYAlert::begin(this,
+                 {.title = report.title,
+                  .text = report.text,
+                  .kind = TYAlert::Kind::Information,
+                  .list = {},
+                  .defaultButton = QStringLiteral("Ok"),
+                  .alternateButton = {},
+                  .otherButton = {},
+                  .preferencesKey = report.preferenceKey},
+                 {}, m_services.defaults());
+  setNeedsUpdate();
+}
+
+void TYWindowController::showError(const QString& title, const foundation::Error& error) {
+  TYAlert::begin(this, {.title = title,
+                        .text = error.text(),
+                        .kind = TYAlert::Kind::Error,
+                        .list = {},
+                        .defaultButton = QStringLiteral("Ok"),
+                        .alternateButton = {},
+                        .otherButton = {},
+                        .preferencesKey = {}});
+}
+
+void TYWindowController::showWarnings(const QString& title, const QStringList& warnings) {
+  TYAlert::begin(this, {.title = title,
+                        .text = {},
+                        .kind = TYAlert::Kind::Warning,
+                        .list = warnings,
+                        .defaultButton = QStringLiteral("Ok"),
+                        .alternateButton = {},
+                        .otherButton = {},
+                        .preferencesKey = {}});
+}
+
+void TYWindowController::addStandardComponent(const QString& name) {
+  if (!composition()) return;
+  const auto path = m_document.standardComponents().pathOf(name);
+  if (!path) {
+    showError(tr("The component could not be added"),
+              {QStringLiteral("holds no component %1").arg(name),
+               m_document.standardComponents().folder(),
+               {}});
+    return;
+  }
+  QStringList warnings;
+  composition()->addComponenWithQuartzCompositionFile(*path, {}, warnings);
+  if (!warnings.isEmpty()) showWarnings(tr("The component was not added as it is"), warnings);
+  m_view->setFocus();
+}
+
+void TYWindowController::showHint(const QString& hint) {
+  m_status->showHint(hint);
+}
+
+void TYWindowController::pointerMoved(const std::optional<QPointF>& pixel) {
+  m_status->showPointer(pixel);
+}
+
+bool TYWindowController::importPSDFile(const QString&, const QString&) {
+  return false;
+}
+
+}  // namespace app

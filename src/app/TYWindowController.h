@@ -1,0 +1,100 @@
+#pragma once
+
+#include <QMainWindow>
+#include <memory>
+
+#include "app/ActionTable.h"
+#include "canvas/CanvasHost.h"
+#include "canvas/TYAlignmentController.h"
+#include "document/CompositionDocument.h"
+
+namespace canvas {
+class CompositionView;
+class TYZoomScrollView;
+}  // namespace canvas
+namespace inspector {
+class GeometryPane;
+}
+namespace library {
+class TYLibraryController;
+}
+
+namespace app {
+
+class DocumentSaving;
+class HistoryPanel;
+
+class MainToolbar;
+class ProgramServices;
+class StatusLine;
+
+/// The window of a document: toolbar, canvas, and around it the library, the timeline, the
+/// inspector and the history as docks. Closing it closes the document, after asking about unsaved
+/// changes.
+class TYWindowController : public QMainWindow, private canvas::CanvasHost {
+  Q_OBJECT
+
+ public:
+  TYWindowController(document::CompositionDocument& document, ProgramServices& services);
+  ~TYWindowController() override;
+
+  [[nodiscard]] document::CompositionDocument& document() const { return m_document; }
+  /// None when the document holds none.
+  [[nodiscard]] model::Composition* composition() const { return m_document.composition(); }
+  [[nodiscard]] ProgramServices& services() const { return m_services; }
+  [[nodiscard]] ActionTable& actions() { return m_actions; }
+  [[nodiscard]] canvas::CompositionView& view() const { return *m_view; }
+  [[nodiscard]] canvas::TYAlignmentController& alignment() { return m_alignment; }
+  [[nodiscard]] DocumentSaving& saving() const { return *m_saving; }
+
+  [[nodiscard]] QString windowTitleForDocumentDisplayName(const QString& name) const;
+  /// Asks about unsaved changes, then calls back: true when the window may go.
+  void mayClose(std::function<void(bool)> answered);
+  /// Shows what a command has to tell, as a sheet.
+  void showReport(const model::CommandReport& report) override;
+  void showError(const QString& title, const foundation::Error& error);
+  void showWarnings(const QString& title, const QStringList& warnings);
+
+  /// Adds a standard component in the middle of the picture.
+  void addStandardComponent(const QString& name);
+  /// Brings title, commands and the line at the foot up to date; cheap, at most once an event.
+  void setNeedsUpdate();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void showHint(const QString& hint) override;
+  void pointerMoved(const std::optional<QPointF>& pixel) override;
+  bool importPSDFile(const QString& path, const QString& qtzFile) override;
+
+  void makePanels();
+  QDockWidget* makeDock(const QString& name, const QString& title, QWidget* content,
+                        Qt::DockWidgetArea area);
+  void makeMenus();
+  void restoreLayout();
+  void saveWindowState();
+  void takeComposition();
+  void update();
+
+  document::CompositionDocument& m_document;
+  ProgramServices& m_services;
+  ActionTable m_actions;
+  canvas::TYAlignmentController m_alignment;
+  std::unique_ptr<DocumentSaving> m_saving;
+  canvas::CompositionView* m_view;
+  canvas::TYZoomScrollView* m_scrollView;
+  inspector::GeometryPane* m_geometry;
+  library::TYLibraryController* m_library;
+  HistoryPanel* m_history;
+  MainToolbar* m_toolbar;
+  StatusLine* m_status;
+  bool m_updateIsDue = false;
+  bool m_mayClose = false;
+  std::vector<store::Subscription> m_subscriptions;
+  store::Subscription m_replacement;
+};
+
+}  // namespace app

@@ -1,0 +1,227 @@
+#include "app/WindowMenus.h"
+
+#include <QDockWidget>
+
+#include "app/MenuMaker.h"
+#include "app/ProgramServices.h"
+#include "canvas/CompositionView.h"
+#include "canvas/ZoomSteps.h"
+#include "document/DocumentCommands.h"
+
+namespace app {
+
+using document::DocumentCommands;
+using model::Composition;
+
+void MenuMaker::addForSelection(const QString& id, const QString& text,
+                                const QList<QKeySequence>& keys, void (Composition::*operation)()) {
+  add({.identifier = id,
+       .text = text,
+       .shortcuts = keys,
+       .run = [&window = m_window, operation] { (window.composition()->*operation)(); },
+       .canRun = hasSelection(),
+       .needs = selectFirst()});
+}
+
+void MenuMaker::addComponent() {
+  begin(tr("&Component"));
+  TYWindowController& window = m_window;
+  addForSelection(QStringLiteral("sizeToFit"), tr("Size to &Fit"),
+                  {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F)},
+                  &Composition::sizeToFitSelection);
+  separate();
+  addForSelection(QStringLiteral("soloComponents"), tr("&Solo"),
+                  {QKeySequence(Qt::CTRL | Qt::Key_H)}, &Composition::soloSelectedComponents);
+  add({.identifier = QStringLiteral("showAllComponents"),
+       .text = tr("Show &All"),
+       .shortcuts = {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_H)},
+       .run = [&window] { window.composition()->showAllComponents(); },
+       .canRun = hasComposition()});
+}
+
+void MenuMaker::addArrange() {
+  begin(tr("&Arrange"));
+  TYWindowController& window = m_window;
+  addForSelection(QStringLiteral("bringToFront"), tr("Bring to Fron&t"),
+                  {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_BracketRight)},
+                  &Composition::bringSelectionToFront);
+  addForSelection(QStringLiteral("sendForward"), tr("Bring &Forward"),
+                  {QKeySequence(Qt::CTRL | Qt::Key_BracketRight)}, &Composition::sendForward);
+  addForSelection(QStringLiteral("sendBackward"), tr("Send &Backward"),
+                  {QKeySequence(Qt::CTRL | Qt::Key_BracketLeft)}, &Composition::sendBackward);
+  addForSelection(QStringLiteral("sendToBack"), tr("Send to Bac&k"),
+                  {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_BracketLeft)},
+                  &Composition::sendSelectionToBack);
+  add({.identifier = QStringLiteral("swapSelected"),
+       .text = tr("&Swap Selected"),
+       .run =
+           [&window] {
+             if (const auto report = window.composition()->swapSelected())
+               window.showReport(*report);
+           },
+       .canRun = hasComposition()});
+  separate();
+  addAlign(QStringLiteral("Align"),
+           {QStringLiteral("Left"), QStringLiteral("HCenter"), QStringLiteral("Right"),
+            QStringLiteral("Top"), QStringLiteral("VCenter"), QStringLiteral("Bottom")},
+           {tr("Align &Left Edges"), tr("Align Horizontal &Centers"), tr("Align &Right Edges"),
+            tr("Align &Top Edges"), tr("Align &Vertical Centers"), tr("Align &Bottom Edges")},
+           0, 2);
+  separate();
+  addAlign(QStringLiteral("Distribute"),
+           {QStringLiteral("Top"), QStringLiteral("VCenter"), QStringLiteral("Bottom"),
+            QStringLiteral("Left"), QStringLiteral("HCenter"), QStringLiteral("Right")},
+           {tr("Distribute Top Edges"), tr("Distribute Vertical Centers"),
+            tr("Distribute Bottom Edges"), tr("Distribute Left Edges"),
+            tr("Distribute Horizontal Centers"), tr("Distribute Right Edges")},
+           6, 3);
+}
+
+void MenuMaker::addAlign(const QString& kind, const QStringList& sides, const QStringList& texts,
+                         int firstTag, qsizetype needed) {
+  for (qsizetype i = 0; i < sides.size(); ++i)
+    add({.identifier = kind + sides.at(i),
+         .text = texts.at(i),
+         .run = [&window = m_window,
+                 tag = firstTag + static_cast<int>(i)] { window.alignment().executeMenu(tag); },
+         .canRun = hasSelection(needed),
+         .needs = needed == 2 ? tr("Select two or more components.")
+                              : tr("Select three or more components.")});
+}
+
+void MenuMaker::addView() {
+  begin(tr("&View"));
+  TYWindowController& window = m_window;
+  add({.identifier = QStringLiteral("zoomIn"),
+       .text = tr("Zoom &In"),
+       .shortcuts = {QKeySequence::ZoomIn, QKeySequence(Qt::CTRL | Qt::Key_Equal)},
+       .run = [&window] { window.view().zoomIn(); },
+       .canRun = hasComposition()});
+  add({.identifier = QStringLiteral("zoomOut"),
+       .text = tr("Zoom &Out"),
+       .shortcuts = {QKeySequence::ZoomOut},
+       .run = [&window] { window.view().zoomOut(); },
+       .canRun = hasComposition()});
+  QList<qint32> modes = canvas::ZoomSteps::menuModes();
+  modes.prepend(canvas::ZoomSteps::fit);
+  for (const qint32 mode : modes)
+    add({.identifier = QStringLiteral("zoom %1").arg(mode),
+         .text = mode == 0 ? tr("&Fit") : QStringLiteral("%1 %").arg(mode),
+         .shortcuts = mode == 0     ? QList<QKeySequence>{QKeySequence(Qt::CTRL | Qt::Key_0)}
+                      : mode == 100 ? QList<QKeySequence>{QKeySequence(Qt::CTRL | Qt::Key_1)}
+                                    : QList<QKeySequence>(),
+         .run = [&window, mode] { window.composition()->setZoomMode(mode); },
+         .canRun = hasComposition(),
+         .isChecked =
+             [&window, mode] {
+               return window.composition() && window.composition()->zoomMode() == mode;
+             }});
+  separate();
+  add({.identifier = QStringLiteral("showsRulers"),
+       .text = tr("&Guides"),
+       .shortcuts = {QKeySequence(Qt::CTRL | Qt::Key_R)},
+       .run =
+           [&window] {
+             const store::UndoStep step(window.document().context(), tr("Guides"));
+             window.composition()->setShowsRulers(!window.composition()->showsRulers());
+           },
+       .canRun = hasComposition(),
+       .isChecked =
+           [&window] { return window.composition() && window.composition()->showsRulers(); }});
+  add({.identifier = QStringLiteral("showsSafeZones"),
+       .text = tr("&Safe Areas"),
+       .run =
+           [&window] {
+             const store::UndoStep step(window.document().context(), tr("Safe Areas"));
+             window.composition()->setShowsSafeZones(!window.composition()->showsSafeZones());
+           },
+       .canRun = hasComposition(),
+       .isChecked =
+           [&window] { return window.composition() && window.composition()->showsSafeZones(); }});
+  separate();
+  for (QDockWidget* dock : window.findChildren<QDockWidget*>())
+    m_menu->addAction(dock->toggleViewAction());
+  separate();
+  add({.identifier = QStringLiteral("fullScreen"),
+       .text = tr("F&ull Screen"),
+       .shortcuts = {QKeySequence(Qt::Key_F11)},
+       .run = [&window] { window.setWindowState(window.windowState() ^ Qt::WindowFullScreen); },
+       .isChecked = [&window] { return window.isFullScreen(); }});
+}
+
+void MenuMaker::addPlayback() {
+  begin(tr("&Playback"));
+  const auto command = [this](const char* id, const QString& text, const QKeySequence& key,
+                              void (DocumentCommands::*operation)()) {
+    add({.identifier = QString::fromLatin1(id),
+         .text = text,
+         .shortcuts = key.isEmpty() ? QList<QKeySequence>() : QList<QKeySequence>{key},
+         .run =
+             [&window = m_window, operation] {
+               DocumentCommands commands(window.document());
+               (commands.*operation)();
+             },
+         .canRun = [has = hasComposition()] { return has() && !editsText(); }});
+  };
+  command("play", tr("&Play"), {}, &DocumentCommands::play);
+  separate();
+  command("jumpToBeginning", tr("Go to &Beginning"), QKeySequence(Qt::Key_Home),
+          &DocumentCommands::jumpToBeginning);
+  command("jumpToEnd", tr("Go to &End"), QKeySequence(Qt::Key_End), &DocumentCommands::jumpToEnd);
+  command("jumpToNextFrame", tr("&Next Frame"), QKeySequence(Qt::Key_Period),
+          &DocumentCommands::jumpToNextFrame);
+  command("jumpToPreviousFrame", tr("&Previous Frame"), QKeySequence(Qt::Key_Comma),
+          &DocumentCommands::jumpToPreviousFrame);
+  command("jumpToNextKeyframe", tr("Next &Key Frame"), QKeySequence(Qt::SHIFT | Qt::Key_Period),
+          &DocumentCommands::jumpToNextKeyframe);
+  command("jumpToPreviousKeyframe", tr("Previous Ke&y Frame"),
+          QKeySequence(Qt::SHIFT | Qt::Key_Comma), &DocumentCommands::jumpToPreviousKeyframe);
+  separate();
+  command("toggleStopframe", tr("&Stop Frame"), QKeySequence(Qt::Key_M),
+          &DocumentCommands::toggleStopframe);
+  command("togglePosterframe", tr("P&oster Frame"), {}, &DocumentCommands::togglePosterframe);
+}
+
+void MenuMaker::addWindow() {
+  begin(tr("&Window"));
+  TYWindowController& window = m_window;
+  add({.identifier = QStringLiteral("minimize"), .text = tr("&Minimize"), .run = [&window] {
+         window.showMinimized();
+       }});
+  m_menu->addSeparator();
+  QMenu* menu = m_menu;
+  QObject::connect(menu, &QMenu::aboutToShow, &window, [menu, &window] {
+    for (QAction* action : menu->actions())
+      if (action->data().toBool()) delete action;
+    for (document::CompositionDocument* document : window.services().documents()) {
+      QAction* action = menu->addAction(document->displayName());
+      action->setData(true);
+      action->setCheckable(true);
+      action->setChecked(document == &window.document());
+      QObject::connect(action, &QAction::triggered, &window,
+                       [&window, document] { window.services().showDocument(*document); });
+    }
+  });
+}
+
+void MenuMaker::addHelp() {
+  begin(tr("&Help"));
+  TYWindowController& window = m_window;
+  add({.identifier = QStringLiteral("aboutPanel"), .text = tr("&About"), .run = [&window] {
+         window.services().showAbout();
+       }});
+}
+
+void addWindowMenus(TYWindowController& window, QMenuBar& bar) {
+  MenuMaker maker(window, bar);
+  maker.addFile();
+  maker.addEdit();
+  maker.addComponent();
+  maker.addArrange();
+  maker.addView();
+  maker.addPlayback();
+  maker.addWindow();
+  maker.addHelp();
+}
+
+}  // namespace app

@@ -1,0 +1,13 @@
+#pragma once
+
+class QMenuBar;
+
+namespace app {
+
+class TYWindowController;
+
+/// Fills the menu bar of a document window: File, Edit, Component, Arrange, View, Playback, Window,
+/// Help.
+void addWindowMenus(TYWindowController& window, QMenuBar& bar);
+
+}  // namespace app

@@ -1,0 +1,215 @@
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolButton>
+
+#include "app/AppDelegate.h"
+#include "app/DocumentSaving.h"
+#include "app/SingleInstance.h"
+#include "app/TYWindowController.h"
+#include "canvas/CompositionView.h"
+#include "model/Composition.h"
+#include "widgets/TYAlert.h"
+#include "widgets/TYNumberField.h"
+
+namespace app {
+
+namespace {
+
+using document::CompositionDocument;
+using testing::SizeIs;
+
+/// The editor with an empty document, and hands that work on its window.
+class EditorWindowTest : public testing::Test {
+ protected:
+  EditorWindowTest() {
+    delegate = std::make_unique<AppDelegate>(
+        defaults, document::RecoveryStore(folder.filePath(QStringLiteral("state"))));
+    delegate->start({});
+    settle();
+  }
+  ~EditorWindowTest() override { QApplication::clipboard()->clear(); }
+
+  static void settle() {
+    for (int i = 0; i < 5; ++i) QApplication::processEvents();
+  }
+  [[nodiscard]] TYWindowController& window() const {
+    return *delegate->windowOf(*delegate->controller().documents().last());
+  }
+  [[nodiscard]] model::Composition& composition() const { return *window().composition(); }
+  void trigger(const char* identifier) {
+    settle();
+    QAction* action = window().actions().action(QString::fromLatin1(identifier));
+    ASSERT_TRUE(action) << identifier;
+    ASSERT_TRUE(action->isEnabled()) << identifier;
+    action->trigger();
+    settle();
+  }
+  [[nodiscard]] bool isEnabled(const char* identifier) const {
+    settle();
+    return window().actions().action(QString::fromLatin1(identifier))->isEnabled();
+  }
+  void clickTool(const QString& name) {
+    for (QToolButton* button : window().findChildren<QToolButton*>())
+      if (button->accessibleName() == name) QTest::mouseClick(button, Qt::LeftButton);
+    settle();
+  }
+  void clickButton(const QString& text) {
+    settle();
+    for (QPushButton* button : window().findChildren<QPushButton*>())
+      if (button->isVisible() && button->text().remove(u'&') == text) {
+        QTest::mouseClick(button, Qt::LeftButton);
+        break;
+      }
+    settle();
+  }
+  void drag(const QPointF& from, const QPointF& to) {
+    canvas::CompositionView& view = window().view();
+    const auto send = [&](QEvent::Type type, const QPointF& pixel, Qt::MouseButton button) {
+      const QPointF point = view.geometryOfPicture().viewPoint(pixel);
+      QMouseEvent event(type, point, view.mapToGlobal(point), button,
+                        type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton,
+                        Qt::NoModifier);
+      QApplication::sendEvent(&view, &event);
+    };
+    send(QEvent::MouseButtonPress, from, Qt::LeftButton);
+    send(QEvent::MouseMove, (from + to) / 2, Qt::NoButton);
+    send(QEvent::MouseMove, to, Qt::NoButton);
+    send(QEvent::MouseButtonRelease, to, Qt::LeftButton);
+    settle();
+  }
+  [[nodiscard]] QString path(const char* name) const {
+    return folder.filePath(QString::fromLatin1(name));
+  }
+
+  QTemporaryDir folder;
+  foundation::UserDefaults defaults{folder.filePath(QStringLiteral("defaults.conf"))};
+  std::unique_ptr<AppDelegate> delegate;
+};
+
+}  // namespace
+
+TEST_F(EditorWindowTest, StartsWithAnEmptyDocumentWhoseCommandsKnowWhatTheyCanDo) {
+  EXPECT_EQ(window().windowTitle(), QStringLiteral("Untitled - 1080i25 RGBA[*]"));
+  EXPECT_FALSE(window().isWindowModified());
+  for (const char* identifier :
+       {"undo", "redo", "cut", "delete", "sendForward", "AlignLeft", "revert"})
+    EXPECT_FALSE(isEnabled(identifier)) << identifier;
+  for (const char* identifier :
+       {"save", "play", "jumpToEnd", "selectAll", "zoomIn", "embedResources"})
+    EXPECT_TRUE(isEnabled(identifier)) << identifier;
+  EXPECT_EQ(window().actions().action(QStringLiteral("AlignLeft"))->toolTip(),
+            QStringLiteral("Select two or more components."));
+}
+
+TEST_F(EditorWindowTest, TheFirstMinutesWork) {
+  clickTool(QStringLiteral("Text"));
+  ASSERT_THAT(composition().componentArray(), SizeIs(1));
+  model::QuartzComponent& text = *composition().componentArray().first();
+  EXPECT_TRUE(text.selected());
+  EXPECT_TRUE(window().isWindowModified());
+  const double x = text.originX();
+  // Beside the middle, where a text as flat as this has its handles.
+  const QPointF grip(text.originX() + text.width() / 4, text.centerV());
+  drag(grip, grip + QPointF(137, 61));
+  EXPECT_NEAR(text.originX(), x + 137, 1.5);
+  EXPECT_EQ(window().actions().action(QStringLiteral("undo"))->text(),
+            QStringLiteral("&Undo Move Text"));
+  window().view().setFocus();
+  QTest::keyClick(&window().view(), Qt::Key_Right, Qt::ShiftModifier);
+  EXPECT_NEAR(text.originX(), x + 147, 1.5);
+
+  trigger("duplicate");
+  trigger("duplicate");
+  ASSERT_THAT(composition().componentArray(), SizeIs(3));
+  trigger("selectAll");
+  trigger("AlignLeft");
+  for (const auto* component : composition().componentArray())
+    EXPECT_EQ(component->originX(), text.originX());
+  trigger("sendToBack");
+
+  while (window().document().context().canUndo()) trigger("undo");
+  EXPECT_THAT(composition().componentArray(), SizeIs(0));
+  EXPECT_FALSE(window().isWindowModified());
+  while (window().document().context().canRedo()) trigger("redo");
+  EXPECT_THAT(composition().componentArray(), SizeIs(3));
+}
+
+TEST_F(EditorWindowTest, GeometryFieldsEditTheSelectionInOneStep) {
+  clickTool(QStringLiteral("Text"));
+  trigger("duplicate");
+  trigger("selectAll");
+  widgets::TYNumberField* field = nullptr;
+  for (auto* candidate : window().findChildren<widgets::TYNumberField*>())
+    if (candidate->accessibleName() == QStringLiteral("X")) field = candidate;
+  ASSERT_TRUE(field);
+  EXPECT_TRUE(field->isMixed());
+  field->setFocus();
+  field->selectAll();
+  QTest::keyClicks(field, QStringLiteral("1920/2-40"));
+  QTest::keyClick(field, Qt::Key_Return);
+  settle();
+  for (const auto* component : composition().componentArray()) EXPECT_EQ(component->originX(), 920);
+  EXPECT_EQ(window().document().context().history().undoText(), QStringLiteral("Move"));
+  window().document().context().undo();
+  EXPECT_NE(composition().componentArray().first()->originX(), 920);
+}
+
+TEST_F(EditorWindowTest, ClosingAsksAndSavingRemembersWhere) {
+  const QString package = path("strap.composition");
+  clickTool(QStringLiteral("Text"));
+  ASSERT_TRUE(
+      window().document().saveToURL(QUrl::fromLocalFile(package), document::SaveOperation::SaveAs));
+  trigger("duplicate");
+  window().close();
+  clickButton(QStringLiteral("Cancel"));
+  ASSERT_THAT(delegate->controller().documents(), SizeIs(1)) << "cancelled";
+  window().close();
+  clickButton(QStringLiteral("Save"));
+  settle();
+  EXPECT_THAT(delegate->controller().documents(), SizeIs(0));
+
+  delegate->openDocuments({package});
+  settle();
+  EXPECT_THAT(composition().componentArray(), SizeIs(2));
+  EXPECT_EQ(window().windowTitle(), QStringLiteral("strap - 1080i25 RGBA[*]"));
+  EXPECT_EQ(RecentDocuments(defaults).paths(), QStringList{package});
+}
+
+TEST_F(EditorWindowTest, RevertShowsWhatWasSaved) {
+  const QString package = path("strap.composition");
+  ASSERT_TRUE(
+      window().document().saveToURL(QUrl::fromLocalFile(package), document::SaveOperation::SaveAs));
+  clickTool(QStringLiteral("Text"));
+  trigger("revert");
+  clickButton(QStringLiteral("Revert"));
+  EXPECT_THAT(composition().componentArray(), SizeIs(0));
+  EXPECT_FALSE(window().isWindowModified());
+  clickTool(QStringLiteral("Text"));
+  EXPECT_THAT(composition().componentArray(), SizeIs(1));
+  EXPECT_TRUE(isEnabled("undo"));
+}
+
+TEST(SingleInstance, ASecondStartHandsItsFilesOver) {
+  const QString name = QStringLiteral("tessary-test-%1").arg(QCoreApplication::applicationPid());
+  SingleInstance first(name);
+  EXPECT_FALSE(first.handOver({}));
+  ASSERT_TRUE(first.listen());
+  QStringList received;
+  QObject::connect(&first, &SingleInstance::filesRequested, &first,
+                   [&](const QStringList& paths) { received = paths; });
+  bool taken = false;
+  std::unique_ptr<QThread> second(QThread::create(
+      [&] { taken = SingleInstance(name).handOver({QStringLiteral("/a b.composition")}); }));
+  second->start();
+  while (!second->wait(10)) QApplication::processEvents();
+  EXPECT_TRUE(taken);
+  EXPECT_EQ(received, QStringList{QStringLiteral("/a b.composition")});
+}
+
+}  // namespace app
