@@ -11,12 +11,14 @@
 #include "app/DocumentSaving.h"
 #include "app/HistoryPanel.h"
 #include "app/MainToolbar.h"
+#include "app/PSDImportSheet.h"
 #include "app/ProgramServices.h"
 #include "app/StatusLine.h"
 #include "app/WindowMenus.h"
 #include "canvas/CompositionView.h"
 #include "canvas/TYZoomScrollView.h"
 #include "document/DocumentCommands.h"
+#include "foundation/Log.h"
 #include "foundation/UserDefaults.h"
 #include "inspector/GeometryPane.h"
 #include "library/TYLibraryController.h"
@@ -343,8 +345,24 @@ void TYWindowController::pointerMoved(const std::optional<QPointF>& pixel) {
   m_status->showPointer(pixel);
 }
 
-bool TYWindowController::importPSDFile(const QString&, const QString&) {
-  return false;
+bool TYWindowController::importPSDFile(const QString& path, const QString& qtzFile) {
+  // Origins then count as those of components do: from the lower left corner.
+  auto importer = document::PSDLayerImporter::layerImporterWithPath(path, false);
+  if (!importer || !composition()) {
+    foundation::logError(QStringLiteral("Unable to create PSD Importer"));
+    return false;
+  }
+  if ((*importer)->layers().empty()) {
+    showWarnings(tr("\"%1\" could not be imported").arg((*importer)->filename()),
+                 (*importer)->warnings());
+    return false;
+  }
+  auto* sheet = new PSDImportSheet(this, *composition(), std::move(*importer), qtzFile);
+  connect(sheet, &PSDImportSheet::imported, this, [this](const QStringList& warnings) {
+    if (!warnings.isEmpty()) showWarnings(tr("Not everything was imported"), warnings);
+  });
+  sheet->present();
+  return true;
 }
 
 }  // namespace app

@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
@@ -193,6 +194,24 @@ TEST_F(EditorWindowTest, RevertShowsWhatWasSaved) {
   clickTool(QStringLiteral("Text"));
   EXPECT_THAT(composition().componentArray(), SizeIs(1));
   EXPECT_TRUE(isEnabled("undo"));
+}
+
+TEST_F(EditorWindowTest, LayeredImagesBecomeComponentsOrOneImage) {
+  const QString file = QStringLiteral(TESSARY_SOURCE_DIR "/tests/document/files/gimp-layers.psd");
+  window().view().addComponentsFromPaths({file}, false);
+  clickButton(QStringLiteral("Import"));
+  const auto layers = composition().componentsSortedByZLevel();
+  ASSERT_GT(layers.size(), 1);
+  EXPECT_EQ(window().document().context().history().undoText(), QStringLiteral("Import Layers"));
+  trigger("undo");
+  EXPECT_THAT(composition().componentArray(), SizeIs(0));
+
+  window().view().addComponentsFromPaths({file}, false);
+  settle();
+  for (auto* choice : window().findChildren<QRadioButton*>())
+    if (choice->isVisible() && !choice->isChecked()) choice->click();
+  clickButton(QStringLiteral("Import"));
+  EXPECT_THAT(composition().componentArray(), SizeIs(1));
 }
 
 TEST(SingleInstance, ASecondStartHandsItsFilesOver) {
