@@ -101,7 +101,7 @@ void CompositionDocument::prepareToClose() {
 
 Result<void> CompositionDocument::writeSafelyToURL(const QUrl& url, SaveOperation operation) {
   m_saveWarnings.clear();
-  if (operation == SaveOperation::SaveAs && isAt(url)) return {};
+  if (writesNothing(url, operation)) return {};
   if (auto written = PersistentPackageDocument::writeSafelyToURL(url, operation); !written) {
     logError(
         QStringLiteral("Could not write document with error is %1").arg(written.error().text()));

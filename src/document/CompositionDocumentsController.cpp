@@ -1,7 +1,5 @@
 #include "document/CompositionDocumentsController.h"
 
-#include <QFileInfo>
-
 #include "foundation/Log.h"
 
 namespace document {
@@ -67,7 +65,7 @@ Result<CompositionDocument*> CompositionDocumentsController::openDocument(const 
   const auto package = PackageLayout::around(path);
   if (!package) return tl::unexpected(package.error());
   for (const Open& open : m_documents)
-    if (QFileInfo(open.document->fileURL().toLocalFile()) == QFileInfo(package->folder())) {
+    if (PackageLayout::isSamePlace(open.document->fileURL().toLocalFile(), package->folder())) {
       show(*open.document);
       return open.document.get();
     }

@@ -4,6 +4,8 @@
 #include <QFileInfo>
 #include <QLocale>
 
+#include "document/PackageLayout.h"
+
 namespace document {
 
 using foundation::FileLock;
@@ -18,7 +20,8 @@ QString nameOf(const QString& documentPath) {
 }  // namespace
 
 QString DocumentLock::pathFor(const QString& documentPath) {
-  const QFileInfo info(QDir::cleanPath(documentPath));
+  // One document has one lock, by whatever name it was opened.
+  const QFileInfo info(PackageLayout::resolved(documentPath));
   return QStringLiteral("%1/.%2.lock").arg(info.absolutePath(), info.fileName());
 }
 

@@ -49,6 +49,7 @@ void DocumentSession::contextWasReplaced(const QByteArray& storeBytes) {
 Result<QStringList> DocumentSession::recover(const RecoveryEntry& entry) {
   auto recovered = m_document.recover(m_store, entry);
   if (!recovered) return tl::unexpected(recovered.error());
+  takeLockAlong();
   const QStringList warnings = recovered->warnings;
   m_journal = std::make_unique<RecoveryJournal>(m_document.context(), m_store,
                                                 std::move(*recovered), host());
@@ -67,8 +68,7 @@ void DocumentSession::close() {
 
 Result<void> DocumentSession::mayBeSavedTo(const QString& path, SaveOperation operation) {
   m_targetLock.reset();
-  const bool isSamePlace = !m_document.fileURL().isEmpty() &&
-                           DocumentLock::pathFor(name().path) == DocumentLock::pathFor(path);
+  const bool isSamePlace = PackageLayout::isSamePlace(name().path, path);
   if (isSamePlace && m_lock) {
     if (m_lock->isStillHeld()) return {};
     return foundation::failure(
@@ -91,8 +91,13 @@ void DocumentSession::wasSaved() {
   if (m_journal) m_journal->endSave(name());
 }
 
+void DocumentSession::takeLockAlong() {
+  // Without it, every save asks whether somebody else has the document.
+  if (m_lock && m_lock->moveTo(name().path).state != DocumentLock::State::Held) m_lock.reset();
+}
+
 void DocumentSession::wasMoved() {
-  if (m_lock) static_cast<void>(m_lock->moveTo(name().path));
+  takeLockAlong();
   if (!m_journal) return;
   if (const auto moved = m_journal->documentMoved(name()); !moved && m_warn)
     m_warn(moved.error().text());

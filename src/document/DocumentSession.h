@@ -50,6 +50,8 @@ class DocumentSession : public StoreObserver {
  private:
   [[nodiscard]] DocumentName name() const;
   [[nodiscard]] RecoveryJournal::Host host();
+  /// To where the document is now.
+  void takeLockAlong();
 
   PersistentPackageDocument& m_document;
   RecoveryStore m_store;

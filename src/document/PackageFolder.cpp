@@ -61,14 +61,16 @@ Result<void> putInPlace(const QString& staged, const QString& path) {
   const bool isThere = QFileInfo::exists(path);
   if (renameFolder(staged, path, isThere ? Exchange::Yes : Exchange::No))
     return foundation::syncFolder(QFileInfo(path).absolutePath());
-  if (isThere && errno == EINVAL && QFileInfo(path).isDir()) return moveEntries(staged, path);
+  const bool cannotExchange = errno == EINVAL || errno == EXDEV;  // the latter: layered ones
+  if (isThere && cannotExchange && QFileInfo(path).isDir()) return moveEntries(staged, path);
   return tl::unexpected(systemError(QStringLiteral("cannot be written"), path));
 }
 
 }  // namespace
 
 Result<void> PackageFolder::replace(const QString& path, const Filler& fill) {
-  const QFileInfo target(path);
+  // Where a link leads the package lies; the link stays.
+  const QFileInfo target(PackageLayout::resolved(path));
   if (target.exists() && (!target.isDir() || !PackageLayout::isReplaceable(path)))
     return failure(QStringLiteral("is no composition document, so it is not replaced by one"),
                    path);

@@ -35,6 +35,17 @@ Result<PackageLayout> PackageLayout::around(const QString& path) {
   return failure(QStringLiteral("is not in a composition document"), path);
 }
 
+QString PackageLayout::resolved(const QString& path) {
+  const QFileInfo info(QDir::cleanPath(path));
+  if (info.exists()) return info.canonicalFilePath();
+  const QString around = QFileInfo(info.absolutePath()).canonicalFilePath();
+  return around.isEmpty() ? info.absoluteFilePath() : QDir(around).filePath(info.fileName());
+}
+
+bool PackageLayout::isSamePlace(const QString& path, const QString& other) {
+  return !path.isEmpty() && !other.isEmpty() && resolved(path) == resolved(other);
+}
+
 bool PackageLayout::isReplaceable(const QString& folder) {
   return QFileInfo::exists(PackageLayout(folder).store()) || QDir(folder).isEmpty();
 }

@@ -17,6 +17,10 @@ class PackageLayout {
   [[nodiscard]] static foundation::Result<PackageLayout> around(const QString& path);
   /// By the name alone.
   [[nodiscard]] static bool isPackageName(const QString& path);
+  /// Where the path leads when links are followed; it need not exist.
+  [[nodiscard]] static QString resolved(const QString& path);
+  /// Whether both lead to one package, which need not exist. No path leads nowhere.
+  [[nodiscard]] static bool isSamePlace(const QString& path, const QString& other);
   [[nodiscard]] static QString extension() { return QStringLiteral("composition"); }
 
   [[nodiscard]] const QString& folder() const { return m_folder; }

@@ -71,7 +71,13 @@ bool PersistentPackageDocument::storeChangedOnDisk() const {
 }
 
 bool PersistentPackageDocument::isAt(const QUrl& url) const {
-  return !m_fileURL.isEmpty() && QFileInfo(folderOf(m_fileURL)) == QFileInfo(folderOf(url));
+  return PackageLayout::isSamePlace(folderOf(m_fileURL), folderOf(url)) &&
+         QFileInfo(folderOf(url)).isDir();
+}
+
+bool PersistentPackageDocument::writesNothing(const QUrl& url, SaveOperation operation) const {
+  return operation == SaveOperation::SaveAs && isAt(url) &&
+         QFileInfo::exists(PackageLayout(folderOf(url)).store());
 }
 
 Result<void> PersistentPackageDocument::readFromURL(const QUrl& url) {
@@ -169,10 +175,10 @@ Result<void> PersistentPackageDocument::writeSafelyToURL(const QUrl& url, SaveOp
 }
 
 Result<void> PersistentPackageDocument::saveToURL(const QUrl& url, SaveOperation operation) {
-  // Onto itself, saving as another document writes nothing, so what is unsaved stays so.
-  const bool writesNothing = operation == SaveOperation::SaveAs && isAt(url);
+  // What is unsaved stays so when nothing is written.
+  const bool isUnsavedStill = operation == SaveOperation::SaveTo || writesNothing(url, operation);
   if (auto written = writeSafelyToURL(url, operation); !written) return written;
-  if (operation == SaveOperation::SaveTo || writesNothing) return {};
+  if (isUnsavedStill) return {};
   if (operation == SaveOperation::SaveAs) {
     simpleSetFileURL(QUrl::fromLocalFile(QFileInfo(folderOf(url)).absoluteFilePath()));
     m_storeState = stateOf(PackageLayout(folderOf(url)).store());

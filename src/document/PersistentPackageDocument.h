@@ -77,8 +77,10 @@ class PersistentPackageDocument {
   virtual void contentsWereReplaced() {}
   /// To be called when the document was made new, after what it begins with was put in.
   void contextIsNew();
-  /// Whether the package lies there.
+  /// Whether the package lies there, and is there.
   [[nodiscard]] bool isAt(const QUrl& url) const;
+  /// Saving as another document onto itself writes nothing, unless it has been taken away there.
+  [[nodiscard]] bool writesNothing(const QUrl& url, SaveOperation operation) const;
   /// Without arguments: by nothing.
   void replaceContents(std::unique_ptr<store::XmlStore> store = nullptr,
                        std::unique_ptr<store::ObjectContext> context = nullptr);

@@ -163,6 +163,35 @@ TEST_F(CompositionDocumentTest, SaveAsReplacesADocumentAndNothingElse) {
   EXPECT_EQ(document.displayName(), QStringLiteral("a"));
 }
 
+TEST_F(CompositionDocumentTest, ADocumentThatWasTakenAwayCanBeSavedAs) {
+  saveAs(QStringLiteral("a.composition"));
+  for (const QString& name : {QStringLiteral("b.composition"), QStringLiteral("b.composition")}) {
+    ASSERT_TRUE(QDir(document.fileURL().toLocalFile()).removeRecursively());
+    addText(QStringLiteral("Harbour"));
+    saveAs(name);
+    EXPECT_TRUE(QFile::exists(path(name + QStringLiteral("/data.xml"))));
+    EXPECT_FALSE(document.isDocumentEdited());
+  }
+  ASSERT_TRUE(QFile::remove(path(QStringLiteral("b.composition/data.xml"))));
+  saveAs(QStringLiteral("b.composition"));
+  CompositionDocument again;
+  ASSERT_TRUE(again.readFromURL(document.fileURL()));
+  EXPECT_EQ(again.composition()->components().size(), 2);
+}
+
+TEST_F(CompositionDocumentTest, SavingAsThroughALinkReplacesWhatItLeadsTo) {
+  ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("shared")));
+  saveAs(QStringLiteral("shared/a.composition"));
+  const QString link = path(QStringLiteral("link.composition"));
+  ASSERT_TRUE(QFile::link(path(QStringLiteral("shared/a.composition")), link));
+  CompositionDocument other;
+  other.emptyDocumentWithResolution(model::VideoResolution(QStringLiteral("HD 720p50")));
+  ASSERT_TRUE(other.saveToURL(QUrl::fromLocalFile(link), SaveOperation::SaveAs));
+  EXPECT_TRUE(QFileInfo(link).isSymLink());
+  ASSERT_TRUE(document.revertToContentsOfURL(document.fileURL()));
+  EXPECT_EQ(document.composition()->width(), 1280);
+}
+
 TEST_F(CompositionDocumentTest, ACopyLeavesTheDocumentWhereItIs) {
   saveAs(QStringLiteral("a.composition"));
   addText(QStringLiteral("Harbour"));

@@ -84,6 +84,51 @@ TEST_F(DocumentSessionTest, KilledProgramsLeaveTheirChangesBehind) {
   EXPECT_THAT(hiddenFiles(), IsEmpty());
 }
 
+TEST_F(DocumentSessionTest, ChangesFindADocumentThatWasRenamed) {
+  saveAs(QStringLiteral("a.composition"));
+  saveAs(QStringLiteral("other.composition"));
+  addText(QStringLiteral("Harbour"));
+  ASSERT_TRUE(document.saveToURL(document.fileURL(), SaveOperation::Save));
+  inKilledProcess([&](CompositionDocumentsController& controller) {
+    auto opened = controller.openDocument(path(QStringLiteral("a.composition")));
+    (*opened)->composition()->setDuration(7);
+    QDir(folder.path()).rename(QStringLiteral("a.composition"), QStringLiteral("b.composition"));
+  });
+  const auto recoverIn = [&](CompositionDocumentsController& controller, QStringList& warnings) {
+    return controller.recoverDocument(controller.recoverable().value(0), warnings);
+  };
+  inKilledProcess([&](CompositionDocumentsController& controller) {
+    QStringList warnings;
+    if (const auto again = recoverIn(controller, warnings))
+      (*again)->composition()->addStopFrame(2);
+  });
+  const auto controller = program();
+  QStringList warnings;
+  const auto last = recoverIn(*controller, warnings);
+  ASSERT_TRUE(last) << last.error().text().toStdString();
+  EXPECT_THAT(warnings, IsEmpty());
+  EXPECT_EQ((*last)->displayName(), QStringLiteral("b"));
+  EXPECT_EQ((*last)->composition()->duration(), 7);
+  EXPECT_THAT((*last)->composition()->stopFrameTimepoints(), testing::ElementsAre(2));
+  EXPECT_FALSE(program()->openDocument(path(QStringLiteral("b.composition")))) << "it is held";
+  EXPECT_TRUE((*last)->saveToURL((*last)->fileURL(), SaveOperation::Save));
+  EXPECT_THAT(program()->recoverable(), IsEmpty());
+}
+
+TEST_F(DocumentSessionTest, ALinkDoesNotOpenADocumentASecondTime) {
+  ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("shared")));
+  saveAs(QStringLiteral("shared/a.composition"));
+  const QString link = path(QStringLiteral("link.composition"));
+  ASSERT_TRUE(QFile::link(path(QStringLiteral("shared/a.composition")), link));
+  const auto controller = program();
+  const auto opened = controller->openDocument(path(QStringLiteral("shared/a.composition")));
+  ASSERT_TRUE(opened);
+  EXPECT_FALSE(program()->openDocument(link));
+  const auto again = controller->openDocument(link);
+  ASSERT_TRUE(again);
+  EXPECT_EQ(*again, *opened);
+}
+
 TEST_F(DocumentSessionTest, WhatIsRecoveredAndKilledAgainIsNotLost) {
   inKilledProcess([&](CompositionDocumentsController& controller) {
     controller.newDocument().composition()->setDuration(3);

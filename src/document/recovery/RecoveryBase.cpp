@@ -1,6 +1,10 @@
 #include "document/recovery/RecoveryBase.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
+
+#include "document/PackageLayout.h"
 
 namespace document {
 
@@ -26,7 +30,9 @@ RecoveryBase::RecoveryBase(const QString& folder, const DocumentName& document, 
   }
   // The name that the journal knows is younger; the path is where the document was found.
   if (m_document.displayName.isEmpty()) m_document.displayName = reader.header().displayName;
-  if (m_document.path.isEmpty()) m_document.path = reader.header().documentPath;
+  if (!QFileInfo::exists(m_document.path) &&
+      (m_document.path.isEmpty() || QFileInfo::exists(reader.header().documentPath)))
+    m_document.path = reader.header().documentPath;
   m_changes = reader.header().changesBefore;
   readFrames(reader, depth);
   if (m_storeBytes.isEmpty() && depth == Depth::Replay) findStore(reader.header());
@@ -76,10 +82,24 @@ void RecoveryBase::findStore(const JournalHeader& header) {
     const QString path = RecoveryPlace::checkpointPathIn(m_folder, header.checkpoint);
     if (startAt(path, header.baseIdentity)) return;
     m_warnings.append(tr("The intermediate copy of the document is damaged."));
-  } else if (startAt(storePathOf(m_document.path), header.baseIdentity)) {
+  } else if (startAt(storePathOf(m_document.path), header.baseIdentity) ||
+             startWhereItWasRenamedTo(header.baseIdentity)) {
     return;
   }
   startWithPresentDocument();
+}
+
+bool RecoveryBase::startWhereItWasRenamedTo(const QByteArray& identity) {
+  const QFileInfo before(m_document.path);
+  if (m_document.path.isEmpty() || before.exists()) return false;
+  for (const QFileInfo& beside : QDir(before.absolutePath()).entryInfoList(QDir::Dirs)) {
+    if (!PackageLayout::isPackageName(beside.filePath()) ||
+        !startAt(storePathOf(beside.filePath()), identity))
+      continue;
+    m_document = {beside.filePath(), beside.completeBaseName()};
+    return true;
+  }
+  return false;
 }
 
 void RecoveryBase::startWithPresentDocument() {

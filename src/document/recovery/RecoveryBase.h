@@ -37,6 +37,8 @@ class RecoveryBase {
   void readFrames(JournalReader& reader, Depth depth);
   void findStore(const JournalHeader& header);
   [[nodiscard]] bool startAt(const QString& path, const QByteArray& identity);
+  /// With the package beside the document's old place that has this store: it was renamed.
+  [[nodiscard]] bool startWhereItWasRenamedTo(const QByteArray& identity);
   void startWithoutHeader();
   void startWithPresentDocument();
 

@@ -28,9 +28,7 @@ std::unique_ptr<PatchOutline> PatchOutline::of(const QuartzPatch& patch, const Q
 }
 
 const PatchOutline* PatchOutline::node(const QString& key) const {
-  for (const auto& node : nodes)
-    if (node->patch.key() == key) return node.get();
-  return nullptr;
+  return m_nodesByKey.value(key, nullptr);
 }
 
 QSet<QString> PatchOutline::connectedInputs() const {
@@ -78,8 +76,10 @@ void PatchOutline::takeContent(VirtualPatches& virtualPatches) {
   bool draws = false;
   for (const auto& child : patch.nodes()) {
     nodes.push_back(of(*child, path + QLatin1Char('/') + child->key(), virtualPatches));
-    draws |= nodes.back()->isConsumer;
-    holdsUnknown |= nodes.back()->holdsUnknown;
+    const PatchOutline& node = *nodes.back();
+    if (!m_nodesByKey.contains(child->key())) m_nodesByKey.insert(child->key(), &node);
+    draws |= node.isConsumer;
+    holdsUnknown |= node.holdsUnknown;
   }
   isConsumer |= draws && patchClass && !patchClass->drawsOffscreen;
 }

@@ -43,6 +43,8 @@ struct PatchOutline {
   void takeContent(VirtualPatches& virtualPatches);
   void takePublished();
   void takeSystemPorts();
+
+  QHash<QString, const PatchOutline*> m_nodesByKey;
 };
 
 /// The virtual patches embedded in a composition, outlined once each when first used.
