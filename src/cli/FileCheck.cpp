@@ -25,8 +25,11 @@ foundation::Result<foundation::Findings> checkDocument(const QString& path) {
     findings.append({QStringLiteral("store"), QStringLiteral("document"), warning});
   const QTemporaryDir folder;
   const QString exported = folder.filePath(QStringLiteral("Composition.qtz"));
-  if (const auto done = document->exportTo(exported, false); !done)
-    return tl::unexpected(done.error());
+  if (const auto done = document->exportTo(exported, false); !done) {
+    findings.append({QStringLiteral("not-exportable"), QStringLiteral("document"),
+                     QStringLiteral("cannot be exported: %1").arg(done.error().text())});
+    return findings;
+  }
   const auto inExport = checkComposition(exported);
   if (!inExport) return tl::unexpected(inExport.error());
   for (const foundation::Finding& finding : *inExport)

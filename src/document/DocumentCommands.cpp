@@ -109,6 +109,7 @@ CommandReport DocumentCommands::makePathsRelative() {
 }
 
 CommandReport DocumentCommands::embedResources() {
+  m_document.followPackage();
   if (m_document.fileURL().isEmpty()) return Maintenance::saveFirstForEmbedding();
   if (!m_document.composition()) return Maintenance::embedReport({});
   Maintenance maintenance(*m_document.composition(), m_document.standardComponents());

@@ -120,6 +120,11 @@ Result<void> PersistentPackageDocument::revertToContentsOfURL(const QUrl& url) {
   return readFromURL(url);
 }
 
+void PersistentPackageDocument::simpleSetFileURL(const QUrl& url) {
+  m_fileURL = url;
+  m_folder = url.isEmpty() ? FolderTracker() : FolderTracker(folderOf(url));
+}
+
 void PersistentPackageDocument::setFileURL(const QUrl& url) {
   simpleSetFileURL(url);
   if (m_storeObserver) m_storeObserver->wasMoved();
@@ -174,7 +179,16 @@ Result<void> PersistentPackageDocument::writeSafelyToURL(const QUrl& url, SaveOp
   return written;
 }
 
-Result<void> PersistentPackageDocument::saveToURL(const QUrl& url, SaveOperation operation) {
+void PersistentPackageDocument::followPackage() {
+  if (m_fileURL.isEmpty() || QFileInfo::exists(folderOf(m_fileURL))) return;
+  const QString now = m_folder.path();
+  if (PackageLayout::isPackageName(now)) setFileURL(QUrl::fromLocalFile(now));
+}
+
+Result<void> PersistentPackageDocument::saveToURL(const QUrl& target, SaveOperation operation) {
+  const bool isOwnPlace = target == m_fileURL;
+  followPackage();
+  const QUrl url = isOwnPlace && operation == SaveOperation::Save ? m_fileURL : target;
   // What is unsaved stays so when nothing is written.
   const bool isUnsavedStill = operation == SaveOperation::SaveTo || writesNothing(url, operation);
   if (auto written = writeSafelyToURL(url, operation); !written) return written;

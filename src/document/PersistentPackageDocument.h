@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 
+#include "document/FolderTracker.h"
 #include "document/PackageLayout.h"
 #include "document/SaveOperation.h"
 #include "document/StoreObserver.h"
@@ -47,8 +48,10 @@ class PersistentPackageDocument {
   [[nodiscard]] virtual foundation::Result<void> writeSafelyToURL(const QUrl& url,
                                                                   SaveOperation operation);
   /// The whole of a save: writes, and on success moves along and is unchanged from then on. A copy
-  /// changes nothing here.
+  /// changes nothing here. A package that somebody renamed or moved on its disk is followed first.
   [[nodiscard]] foundation::Result<void> saveToURL(const QUrl& url, SaveOperation operation);
+  /// Takes note of where the package is, when somebody renamed it or moved it on its disk.
+  void followPackage();
   /// The package was moved there.
   void setFileURL(const QUrl& url);
 
@@ -72,7 +75,7 @@ class PersistentPackageDocument {
   virtual void beforeLoad() {}
   virtual void afterLoad();
   /// Only takes note of the place.
-  virtual void simpleSetFileURL(const QUrl& url) { m_fileURL = url; }
+  virtual void simpleSetFileURL(const QUrl& url);
   /// Objects of the context before are gone.
   virtual void contentsWereReplaced() {}
   /// To be called when the document was made new, after what it begins with was put in.
@@ -100,6 +103,7 @@ class PersistentPackageDocument {
   std::unique_ptr<store::XmlStore> m_store;
   std::unique_ptr<store::ObjectContext> m_context;
   QUrl m_fileURL;
+  FolderTracker m_folder;   ///< of the package
   StoreState m_storeState;  ///< when it was last read or written here
   QStringList m_warnings;
   StoreObserver* m_storeObserver = nullptr;

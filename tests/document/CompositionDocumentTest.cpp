@@ -221,13 +221,28 @@ TEST_F(CompositionDocumentTest, AMovedPackageIsSavedWhereItIs) {
   saveAs(QStringLiteral("a.composition"));
   ASSERT_TRUE(QDir(folder.path())
                   .rename(QStringLiteral("a.composition"), QStringLiteral("moved.composition")));
+  write(path(QStringLiteral("moved.composition/photo.png")), "picture");
   addText(QStringLiteral("Harbour"));
+  ASSERT_TRUE(document.saveToURL(document.fileURL(), SaveOperation::Save));
+  EXPECT_FALSE(QFile::exists(path(QStringLiteral("a.composition"))));
+  EXPECT_EQ(document.displayName(), QStringLiteral("moved"));
+  EXPECT_FALSE(document.storeChangedOnDisk());
+
+  // What is saved as another document then takes its files along.
+  ASSERT_TRUE(QDir(folder.path())
+                  .rename(QStringLiteral("moved.composition"), QStringLiteral("b.composition")));
+  saveAs(QStringLiteral("c.composition"));
+  EXPECT_EQ(contents(path(QStringLiteral("c.composition/photo.png"))), "picture");
+
+  // Into the rubbish it is not followed.
+  ASSERT_TRUE(QDir(folder.path()).mkpath(QStringLiteral("Trash/files")));
+  ASSERT_TRUE(
+      QDir(folder.path())
+          .rename(QStringLiteral("c.composition"), QStringLiteral("Trash/files/c.composition")));
   support::LogGuard::expectMessage(QStringLiteral("Could not write document"));
+  addText(QStringLiteral("Bridge"));
   EXPECT_FALSE(document.saveToURL(document.fileURL(), SaveOperation::Save));
   EXPECT_TRUE(document.isDocumentEdited());
-  document.setFileURL(url(QStringLiteral("moved.composition")));
-  EXPECT_TRUE(document.saveToURL(document.fileURL(), SaveOperation::Save));
-  EXPECT_FALSE(QFile::exists(path(QStringLiteral("a.composition"))));
 }
 
 TEST_F(CompositionDocumentTest, WhatCannotBeOpenedSaysWhy) {
