@@ -31,6 +31,7 @@ QString lastFolder(const TYWindowController& window) {
 
 void DocumentSaving::save(Done done) {
   CompositionDocument& document = m_window.document();
+  document.followPackage();
   if (document.fileURL().isEmpty()) {
     saveAs(std::move(done));
     return;
@@ -86,9 +87,7 @@ void DocumentSaving::askForPlace(const QString& title, SaveOperation operation, 
 void DocumentSaving::write(const QString& path, SaveOperation operation, const Done& done) {
   CompositionDocument& document = m_window.document();
   // Onto itself, "as" writes nothing; whoever chooses the document's own place means to save.
-  if (operation == SaveOperation::SaveAs &&
-      QFileInfo(document.fileURL().toLocalFile()) == QFileInfo(path))
-    operation = SaveOperation::Save;
+  if (document.writesNothing(QUrl::fromLocalFile(path), operation)) operation = SaveOperation::Save;
   const auto saved = document.saveToURL(QUrl::fromLocalFile(path), operation);
   if (saved) {
     if (operation != SaveOperation::SaveTo) m_window.services().documentWasSaved(document);

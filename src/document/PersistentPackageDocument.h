@@ -50,6 +50,8 @@ class PersistentPackageDocument {
   /// The whole of a save: writes, and on success moves along and is unchanged from then on. A copy
   /// changes nothing here. A package that somebody renamed or moved on its disk is followed first.
   [[nodiscard]] foundation::Result<void> saveToURL(const QUrl& url, SaveOperation operation);
+  /// Saving as another document onto itself writes nothing, unless it has been taken away there.
+  [[nodiscard]] bool writesNothing(const QUrl& url, SaveOperation operation) const;
   /// Takes note of where the package is, when somebody renamed it or moved it on its disk.
   void followPackage();
   /// The package was moved there.
@@ -82,8 +84,6 @@ class PersistentPackageDocument {
   void contextIsNew();
   /// Whether the package lies there, and is there.
   [[nodiscard]] bool isAt(const QUrl& url) const;
-  /// Saving as another document onto itself writes nothing, unless it has been taken away there.
-  [[nodiscard]] bool writesNothing(const QUrl& url, SaveOperation operation) const;
   /// Without arguments: by nothing.
   void replaceContents(std::unique_ptr<store::XmlStore> store = nullptr,
                        std::unique_ptr<store::ObjectContext> context = nullptr);
