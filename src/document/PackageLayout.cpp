@@ -51,9 +51,17 @@ bool PackageLayout::isReplaceable(const QString& folder) {
 }
 
 QStringList PackageLayout::otherEntries() const {
-  QStringList entries = QDir(m_folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
-  for (const QString& own : {store(), composition(), info(), quickLook()})
-    entries.removeAll(QFileInfo(own).fileName());
+  QStringList entries =
+      QDir(m_folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+  for (const QString& own : {store(), composition(), info(), quickLook()}) {
+    const QString name = QFileInfo(own).fileName();
+    entries.removeAll(name);
+    // What a save that was interrupted left behind ends in six letters.
+    static constexpr qsizetype leftOverEnding = 7;
+    entries.removeIf([&](const QString& entry) {
+      return entry.startsWith(name + u'.') && entry.size() == name.size() + leftOverEnding;
+    });
+  }
   return entries;
 }
 

@@ -35,7 +35,8 @@ class PackageLayout {
 
   /// Whether a folder of the path may be replaced by a document: a package, or an empty folder.
   [[nodiscard]] static bool isReplaceable(const QString& folder);
-  /// Files and folders that were put into the package beside what saving writes, by their names.
+  /// Files and folders that were put into the package beside what saving writes, by their names,
+  /// hidden ones too.
   [[nodiscard]] QStringList otherEntries() const;
 
  private:

@@ -125,11 +125,15 @@ TEST_F(CompositionDocumentTest, ThumbnailShowsThePosterFrameBeyondStops) {
 TEST_F(CompositionDocumentTest, SaveAsMovesTheDocumentAndTakesItsFilesAlong) {
   saveAs(QStringLiteral("a.composition"));
   write(path(QStringLiteral("a.composition/photo.png")), "picture");
+  write(path(QStringLiteral("a.composition/.notes")), "hidden");
+  write(path(QStringLiteral("a.composition/data.xml.Ab3xYz")), "half a store");
   const QByteArray before = contents(path(QStringLiteral("a.composition/data.xml")));
   addText(QStringLiteral("Harbour"));
   saveAs(QStringLiteral("b.composition"));
   EXPECT_EQ(document.displayName(), QStringLiteral("b"));
   EXPECT_EQ(contents(path(QStringLiteral("b.composition/photo.png"))), "picture");
+  EXPECT_EQ(contents(path(QStringLiteral("b.composition/.notes"))), "hidden");
+  EXPECT_FALSE(QFile::exists(path(QStringLiteral("b.composition/data.xml.Ab3xYz"))));
   EXPECT_EQ(contents(path(QStringLiteral("a.composition/data.xml"))), before);
   EXPECT_TRUE(document.composition()->fileURL().path().contains(QLatin1String("b.composition")));
 
