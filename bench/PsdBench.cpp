@@ -62,6 +62,7 @@ void measure(const char* name, int depth, quint16 compression) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
   const QGuiApplication application(argc, argv);
   measure("8 bits, run length", 8, 1);
   measure("8 bits, raw", 8, 0);
