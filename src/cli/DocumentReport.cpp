@@ -5,46 +5,17 @@
 #include <QJsonObject>
 #include <cmath>
 
+#include "model/AttributeWords.h"
 #include "model/RichFontValue.h"
 
 namespace cli {
 
 using model::Attribute;
-using model::AttributeType;
 using model::AttributeValue;
+using model::AttributeWords;
 using model::QuartzComponent;
 
 namespace {
-
-QString typeWord(AttributeType type) {
-  switch (type) {
-    case AttributeType::String:
-      return QStringLiteral("string");
-    case AttributeType::Index:
-    case AttributeType::IndexWithMenu:
-      return QStringLiteral("index");
-    case AttributeType::Number:
-      return QStringLiteral("number");
-    case AttributeType::Boolean:
-      return QStringLiteral("boolean");
-    case AttributeType::Color:
-      return QStringLiteral("color");
-    case AttributeType::Image:
-      return QStringLiteral("image");
-    case AttributeType::Font:
-      return QStringLiteral("font");
-    case AttributeType::RichText:
-      return QStringLiteral("rich text");
-    case AttributeType::File:
-    case AttributeType::OtherFile:
-      return QStringLiteral("file");
-    case AttributeType::VideoInput:
-      return QStringLiteral("video input");
-    case AttributeType::RichFont:
-      return QStringLiteral("rich font");
-  }
-  return QStringLiteral("unknown");
-}
 
 QString colorText(const foundation::Color& color) {
   const QColor c = color.toQColor();
@@ -97,7 +68,7 @@ QList<std::pair<double, AttributeValue>> keyFrames(const Attribute& attribute) {
 
 QStringList attributeLines(const Attribute& attribute) {
   const QString line =
-      QStringLiteral("    %1  %2").arg(attribute.key(), -24).arg(typeWord(attribute.type()), -9);
+      QStringLiteral("    %1  %2").arg(attribute.key(), -24).arg(AttributeWords::typeWord(attribute.type()), -9);
   const auto frames = keyFrames(attribute);
   if (frames.isEmpty()) return {line + QStringLiteral(" = ") + valueText(attribute.currentValue())};
   QStringList texts;
@@ -109,7 +80,7 @@ QStringList attributeLines(const Attribute& attribute) {
 QJsonObject attributeJson(const Attribute& attribute) {
   QJsonObject o{{QStringLiteral("key"), attribute.key()},
                 {QStringLiteral("label"), attribute.label()},
-                {QStringLiteral("type"), typeWord(attribute.type())},
+                {QStringLiteral("type"), AttributeWords::typeWord(attribute.type())},
                 {QStringLiteral("value"), valueJson(attribute.currentValue())},
                 {QStringLiteral("mayBeChanged"), attribute.permissionToChange()}};
   QJsonArray frames;

@@ -20,8 +20,10 @@ void DocumentCommands::jumpToBeginning() {
 }
 
 void DocumentCommands::jumpToEnd() {
-  if (Composition* composition = m_document.composition())
-    composition->setEditorTimepoint(composition->duration());
+  Composition* composition = m_document.composition();
+  if (!composition) return;
+  composition->setPlayMode(false);  // at the end playing would begin anew at once
+  composition->setEditorTimepoint(composition->duration());
 }
 
 void DocumentCommands::play() {
@@ -32,6 +34,7 @@ void DocumentCommands::play() {
 void DocumentCommands::jumpByFrames(int frames) {
   Composition* composition = m_document.composition();
   if (!composition || composition->ticksPerSecond() == 0) return;
+  composition->setPlayMode(false);  // a single frame is to be looked at
   const double frame =
       static_cast<double>(1.0F / static_cast<float>(composition->ticksPerSecond()));
   double timepoint = composition->editorTimepoint() + frames * frame;

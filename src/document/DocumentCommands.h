@@ -24,6 +24,7 @@ class DocumentCommands {
   // Time
   /// While playing, playback begins there anew.
   void jumpToBeginning();
+  /// Stops playback, as stepping does.
   void jumpToEnd();
   /// Starts and stops playback.
   void play();

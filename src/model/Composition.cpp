@@ -290,7 +290,9 @@ void Composition::showAllComponents() {
 }
 
 void Composition::setEditorTimepoint(double timepoint) {
-  set(declaration().editorTimepoint, std::max(0.0, std::min(timepoint, duration())));
+  const double kept = std::max(0.0, std::min(timepoint, duration()));
+  m_playback.editorTimeWasSet(kept);
+  set(declaration().editorTimepoint, kept);
 }
 
 double Composition::snapped(double timepoint) const {

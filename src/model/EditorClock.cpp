@@ -15,8 +15,9 @@ class SystemClock : public EditorClock {
     return static_cast<double>(m_timer.nsecsElapsed()) * 1e-9;
   }
   void callAfter(double seconds, std::function<void()> callback) override {
-    QTimer::singleShot(std::chrono::milliseconds(std::lround(seconds * 1000)), Qt::PreciseTimer,
-                       std::move(callback));
+    // Never early: a callback that comes before its frame would be called again for it.
+    QTimer::singleShot(std::chrono::milliseconds(std::lround(std::ceil(seconds * 1000))),
+                       Qt::PreciseTimer, std::move(callback));
   }
 
  private:
