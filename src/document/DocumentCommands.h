@@ -1,13 +1,9 @@
 #pragma once
 
 #include <QCoreApplication>
-#include <functional>
 
+#include "document/TimeCommands.h"
 #include "model/CommandReport.h"
-
-namespace model {
-class Attribute;
-}
 
 namespace document {
 
@@ -21,25 +17,19 @@ class DocumentCommands {
  public:
   explicit DocumentCommands(CompositionDocument& document) : m_document(document) {}
 
-  // Time
-  /// While playing, playback begins there anew.
-  void jumpToBeginning();
-  /// Stops playback, as stepping does.
-  void jumpToEnd();
-  /// Starts and stops playback.
-  void play();
-  void jumpToNextFrame() { jumpByFrames(1); }
-  void jumpToPreviousFrame() { jumpByFrames(-1); }
-  /// Of the selected components; nothing happens where there is none.
-  void jumpToNextKeyframe();
-  /// To the beginning where there is none.
-  void jumpToPreviousKeyframe();
-
-  // At the editor time
-  void addStopFrame();
-  void toggleStopframe();
-  /// Takes the time as that of the poster frame; a second time does not take it away.
-  void togglePosterframe();
+  // Time, and what stands at the editor time; see TimeCommands.
+  void jumpToBeginning() { run(&TimeCommands::jumpToBeginning); }
+  void jumpToEnd() { run(&TimeCommands::jumpToEnd); }
+  void play() { run(&TimeCommands::play); }
+  void jumpToNextFrame() { run(&TimeCommands::jumpToNextFrame); }
+  void jumpToPreviousFrame() { run(&TimeCommands::jumpToPreviousFrame); }
+  void jumpToNextKeyframe() { run(&TimeCommands::jumpToNextKeyframe); }
+  void jumpToPreviousKeyframe() { run(&TimeCommands::jumpToPreviousKeyframe); }
+  void jumpToNextStopFrame() { run(&TimeCommands::jumpToNextStopFrame); }
+  void jumpToPreviousStopFrame() { run(&TimeCommands::jumpToPreviousStopFrame); }
+  void addStopFrame() { run(&TimeCommands::addStopFrame); }
+  void toggleStopframe() { run(&TimeCommands::toggleStopframe); }
+  void togglePosterframe() { run(&TimeCommands::togglePosterframe); }
 
   void deleteSelection();
 
@@ -50,8 +40,7 @@ class DocumentCommands {
   [[nodiscard]] model::CommandReport embedResources();
 
  private:
-  void jumpByFrames(int frames);
-  void forKeyFrames(const std::function<void(const model::Attribute&)>& visit) const;
+  void run(void (TimeCommands::*command)());
 
   CompositionDocument& m_document;
 };

@@ -5,6 +5,10 @@
 
 #include "document/KeyFrameTable.h"
 
+namespace model {
+class QuartzComponent;
+}
+
 namespace document {
 
 class CompositionDocument;

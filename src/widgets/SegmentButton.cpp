@@ -31,6 +31,11 @@ void SegmentButton::setOnToken(Token token) {
   update();
 }
 
+void SegmentButton::setHighlighted(bool highlighted) {
+  m_highlighted = highlighted;
+  update();
+}
+
 QSize SegmentButton::sizeHint() const {
   if (!m_glyph.isEmpty()) return {27, kHeight};
   // As wide as its chosen face, so that choosing moves nothing.
@@ -43,10 +48,11 @@ void SegmentButton::paintEvent(QPaintEvent*) {
   // Each segment paints its part of the ground and edge that they have in common.
   const QRect whole = parentWidget()->rect().translated(-pos());
   const bool hovered = isEnabled() && underMouse();
-  const Token ground = isDown()      ? Token::ControlPressed
-                       : isChecked() ? Token::ControlOn
-                       : hovered     ? Token::ControlHover
-                                     : Token::Control;
+  const bool isOn = isChecked() || m_highlighted;
+  const Token ground = isDown()  ? Token::ControlPressed
+                       : isOn    ? Token::ControlOn
+                       : hovered ? Token::ControlHover
+                                 : Token::Control;
   const bool outlined = parentWidget()->isEnabled();
   const DevicePixels pixels(painter);
   pixels.box(whole, TYStyleKit::colour(ground), Qt::transparent, kRadius);
@@ -55,7 +61,7 @@ void SegmentButton::paintEvent(QPaintEvent*) {
 
   const bool glyphAlone = !m_glyph.isEmpty() && !isCheckable();
   const Token rest = glyphAlone ? Token::Text : Token::Text2;
-  const Token token = !isEnabled() ? Token::TextDisabled : isChecked() ? m_onToken : rest;
+  const Token token = !isEnabled() ? Token::TextDisabled : isOn ? m_onToken : rest;
   if (!m_glyph.isEmpty()) {
     QRectF box(0, 0, kGlyph, kGlyph);
     box.moveCenter(QRectF(rect()).center());

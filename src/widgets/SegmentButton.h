@@ -14,6 +14,8 @@ class SegmentButton : public QAbstractButton {
 
   void setGlyph(const QString& glyph);
   void setOnToken(Token token);
+  /// Drawn as if it were on.
+  void setHighlighted(bool highlighted);
   [[nodiscard]] QSize sizeHint() const override;
 
  protected:
@@ -22,6 +24,7 @@ class SegmentButton : public QAbstractButton {
  private:
   QString m_glyph;
   Token m_onToken = Token::Text;
+  bool m_highlighted = false;
 };
 
 }  // namespace widgets

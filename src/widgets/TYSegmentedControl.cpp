@@ -57,6 +57,10 @@ void TYSegmentedControl::setOnToken(int index, Token token) {
   button(m_group, index)->setOnToken(token);
 }
 
+void TYSegmentedControl::setHighlighted(int index, bool highlighted) {
+  button(m_group, index)->setHighlighted(highlighted);
+}
+
 void TYSegmentedControl::setSegmentWidth(int width) {
   for (QAbstractButton* segment : m_group.buttons()) segment->setFixedWidth(width);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);

@@ -28,6 +28,8 @@ class TYSegmentedControl : public QWidget {
   void setGlyph(int index, const QString& glyph);
   /// The glyph's colour while the segment is on; `text` unless set.
   void setOnToken(int index, Token token);
+  /// Shows that something is going on, in the colour of segments that are on; nothing is chosen.
+  void setHighlighted(int index, bool highlighted);
   void setSegmentWidth(int width);
   [[nodiscard]] int count() const;
   [[nodiscard]] QAbstractButton* segment(int index) const { return m_group.button(index); }

@@ -22,10 +22,12 @@ class TYTimecodeField : public TYValueField {
  protected:
   [[nodiscard]] QString textForValue(double value) const override;
   [[nodiscard]] foundation::Result<NumberExpression> parse(const QString& text) const override;
+  void paintEvent(QPaintEvent* event) override;
 
  private:
   Formatter m_formatter;
   Parser m_parser;
+  bool m_prominent = false;
 };
 
 }  // namespace widgets

@@ -149,6 +149,7 @@ void TYValueField::setComplaint(const QString& complaint) {
   setToolTip(complaint);
   setAccessibleDescription(complaint);
   updateMargins();
+  Q_EMIT complaintChanged(complaint);
 }
 
 void TYValueField::keyPressEvent(QKeyEvent* event) {

@@ -37,6 +37,8 @@ class TYValueField : public QLineEdit {
   void setUnit(const QString& unit);
   [[nodiscard]] QString unit() const { return m_unit; }
   [[nodiscard]] bool isInvalid() const { return !m_complaint.isEmpty(); }
+  /// What is wrong with the text, for the person who typed it; empty when nothing is.
+  [[nodiscard]] const QString& complaint() const { return m_complaint; }
 
   /// Changes by a number of steps that counts from the start of the scrub.
   void beginScrub();
@@ -53,6 +55,7 @@ class TYValueField : public QLineEdit {
   void relativeEdited(const widgets::NumberExpression& change);
   void editCommitted();
   void editCancelled();
+  void complaintChanged(const QString& complaint);
 
  protected:
   [[nodiscard]] virtual QString textForValue(double value) const = 0;

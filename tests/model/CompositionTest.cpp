@@ -23,12 +23,14 @@ class HandClock : public EditorClock {
     const double end = m_now + seconds;
     while (!m_due.empty() && m_due.begin()->first <= end) {
       const auto next = m_due.extract(m_due.begin());
-      m_now = next.key();
+      m_now = std::max(m_now, next.key());
       next.mapped()();
     }
-    m_now = end;
+    m_now = std::max(m_now, end);
   }
   [[nodiscard]] size_t waiting() const { return m_due.size(); }
+  /// The caller takes that long.
+  void sleep(double seconds) { m_now += seconds; }
 
  private:
   double m_now = 100;
@@ -229,6 +231,45 @@ TEST_F(CompositionTest, PlaybackFollowsTheClockAndEndsAtTheStart) {
   clock.advance(5);
   EXPECT_FALSE(graphic->playMode());
   EXPECT_EQ(graphic->editorTimepoint(), 0);
+}
+
+TEST_F(CompositionTest, PlaybackShowsEachFrameOnceAndSkipsThoseThatAreLate) {
+  HandClock clock;
+  graphic->playback().setClock(clock);
+  graphic->setVideoResolution(VideoResolution(QStringLiteral("HD 1080i29.97")));
+  const double frame = 1001.0 / 30000;
+  QList<qint64> frames;
+  double slowness = 0;  // of whoever draws
+  const auto drawing =
+      graphic->observe(QStringLiteral("editorTimepoint"), [&](const store::Change&) {
+        frames.append(std::llround(graphic->editorTimepoint() / frame));
+        clock.sleep(slowness);
+      });
+  graphic->setPlayMode(true);
+  clock.advance(30.5 * frame);
+  ASSERT_EQ(frames.size(), 30);
+  for (qsizetype i = 0; i < frames.size(); ++i) EXPECT_EQ(frames.at(i), i + 1);
+  slowness = 2.4 * frame;
+  frames.clear();
+  clock.advance(9 * frame);
+  EXPECT_THAT(frames, ElementsAre(31, 34, 37)) << "on the frames where they belong";
+  graphic->setPlayMode(false);
+  clock.advance(1);
+  EXPECT_EQ(clock.waiting(), 0u) << "nothing is done while it stands";
+}
+
+TEST_F(CompositionTest, JumpsWhilePlayingGoOnFromThere) {
+  HandClock clock;
+  graphic->playback().setClock(clock);
+  graphic->setPlayMode(true);
+  clock.advance(0.1);
+  graphic->setEditorTimepoint(1.5);
+  clock.advance(0.1);
+  EXPECT_NEAR(graphic->editorTimepoint(), 1.6, 0.03);
+  graphic->setPlayMode(false);
+  graphic->setEditorTimepoint(0.4);
+  clock.advance(0.1);
+  EXPECT_EQ(graphic->editorTimepoint(), 0.4) << "the end of playing does not take it back";
 }
 
 TEST_F(CompositionTest, StopFramesGuidesAndPoster) {
