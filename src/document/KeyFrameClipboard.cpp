@@ -118,19 +118,21 @@ QList<QuartzComponent*> KeyFrameClipboard::componentsFor(const KeyFrameTrack& tr
                                                          const KeyFrameTable& table,
                                                          const Attribute* target) const {
   const Composition& composition = *m_document.composition();
-  QList<QuartzComponent*> candidates = composition.selectedComponents();
+  const QList<QuartzComponent*> selected = composition.selectedComponents();
   if (comesFromOneComponent(table)) {
-    if (target)
-      for (QuartzComponent* component : composition.components())
-        if (component == target->component()) return {component};
-    if (!candidates.isEmpty()) return candidates;
+    for (QuartzComponent* component : composition.components())
+      if (target && component == target->component()) return {component};
+    if (!selected.isEmpty()) return selected;
   }
-  // Several components were copied from: each track belongs to the one with its title.
-  if (candidates.isEmpty()) candidates = composition.componentArray();
-  QList<QuartzComponent*> named;
-  for (QuartzComponent* component : candidates)
-    if (component->title() == track.component) named.append(component);
-  return named;
+  // Several components were copied from, or nothing is selected: each goes back by its title.
+  const auto titled = [&track](QList<QuartzComponent*> components) {
+    components.removeIf([&track](const QuartzComponent* component) {
+      return component->title() != track.component;
+    });
+    return components;
+  };
+  const QList<QuartzComponent*> chosen = titled(selected);
+  return chosen.isEmpty() ? titled(composition.componentArray()) : chosen;
 }
 
 }  // namespace document

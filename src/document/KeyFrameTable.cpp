@@ -1,5 +1,6 @@
 #include "document/KeyFrameTable.h"
 
+#include <charconv>
 #include <cmath>
 
 #include "document/SpreadsheetText.h"
@@ -31,9 +32,12 @@ QStringList titles() {
           QStringLiteral("Type"),      QStringLiteral("Seconds"),   QStringLiteral("Value")};
 }
 
-/// Texts keep what doubles would lose: key frames stand at times in single precision.
+/// The shortest text of the time in single precision, which key frames stand at.
 QString timeText(double seconds) {
-  return QString::number(static_cast<float>(seconds), 'g', QLocale::FloatingPointShortest);
+  std::array<char, 64> text;
+  const auto end = std::to_chars(text.data(), text.data() + text.size(),
+                                 static_cast<float>(seconds), std::chars_format::fixed);
+  return QString::fromLatin1(text.data(), end.ptr - text.data());
 }
 
 std::optional<double> timeOf(const QString& text) {
