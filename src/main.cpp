@@ -1,7 +1,9 @@
+#include <QFile>
 #include <QGuiApplication>
 
 #include "cli/CommandLine.h"
 #include "cli/Console.h"
+#include "cli/EditorStart.h"
 
 namespace {
 
@@ -15,9 +17,14 @@ void showMessage(QtMsgType type, const QMessageLogContext&, const QString& messa
 }  // namespace
 
 int main(int argc, char** argv) {
+  qInstallMessageHandler(showMessage);
+  // Before anything of this program is set up that the editor would inherit.
+  QStringList words;
+  for (int i = 1; i < argc; ++i) words.append(QFile::decodeName(argv[i]));
+  if (const auto arguments = cli::EditorStart::arguments(words))
+    return static_cast<int>(cli::EditorStart::run(*arguments));
   // The commands need no display; a person's choice of platform is left alone.
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  qInstallMessageHandler(showMessage);
   const QGuiApplication application(argc, argv);
   return static_cast<int>(cli::CommandLine::run(QCoreApplication::arguments().mid(1)));
 }

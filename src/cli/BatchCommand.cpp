@@ -48,10 +48,16 @@ tl::expected<void, LoadFailure> runScript(const CommandOptions& options, EditSes
 
 }  // namespace
 
+std::unique_ptr<CommandOptions> BatchCommand::syntax() {
+  auto options = std::make_unique<CommandOptions>(usage, about);
+  options->value({letOption}, QStringLiteral("NAME=VALUE"),
+                 QStringLiteral("what $NAME stands for, whatever the script says"));
+  return options;
+}
+
 ExitStatus BatchCommand::run(const QStringList& arguments) {
-  CommandOptions options(usage, about);
-  options.value({letOption}, QStringLiteral("NAME=VALUE"),
-                QStringLiteral("what $NAME stands for, whatever the script says"));
+  const std::unique_ptr<CommandOptions> made = syntax();
+  CommandOptions& options = *made;
   if (const auto status = options.parse(arguments, 0, 1)) return *status;
   EditSession session;
   const auto done = runScript(options, session).and_then([&] { return session.save(); });

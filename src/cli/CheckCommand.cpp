@@ -31,8 +31,8 @@ QJsonObject asJson(const QString& file, const foundation::Findings& findings) {
 
 }  // namespace
 
-ExitStatus CheckCommand::run(const QStringList& arguments) {
-  CommandOptions options(
+std::unique_ptr<CommandOptions> CheckCommand::syntax() {
+  auto options = std::make_unique<CommandOptions>(
       QStringLiteral("check FILE… [--json]"),
       QStringLiteral(
           "Looks through composition files (.qtz) for what cannot work as meant: "
@@ -41,7 +41,13 @@ ExitStatus CheckCommand::run(const QStringList& arguments) {
           "names what will surprise: fields that are animated, colours that lose their\n"
           "opacity, files of one name, missing fonts; and looks through their export.\n"
           "One line a finding: FILE: CODE: OBJECT: SENTENCE."));
-  options.flag(QStringLiteral("json"), QStringLiteral("as JSON, an array with one object a file"));
+  options->flag(QStringLiteral("json"), QStringLiteral("as JSON, an array with one object a file"));
+  return options;
+}
+
+ExitStatus CheckCommand::run(const QStringList& arguments) {
+  const std::unique_ptr<CommandOptions> made = syntax();
+  CommandOptions& options = *made;
   if (const auto status = options.parseFiles(arguments)) return *status;
   const bool json = options.isSet(QStringLiteral("json"));
   QJsonArray files;

@@ -1,14 +1,15 @@
 #pragma once
 
-#include <QStringList>
+#include <memory>
 
-#include "cli/ExitStatus.h"
+#include "cli/CommandOptions.h"
 
 namespace cli {
 
 /// `tessary check`: what in composition files cannot work as meant.
 class CheckCommand {
  public:
+  [[nodiscard]] static std::unique_ptr<CommandOptions> syntax();
   [[nodiscard]] static ExitStatus run(const QStringList& arguments);
 };
 

@@ -25,17 +25,18 @@ CommandOptions::CommandOptions(QString usage, QString about)
 
 void CommandOptions::flag(const QString& name, const QString& about) {
   m_parser.addOption(QCommandLineOption(name, about));
-  m_lines.append(QStringLiteral("  %1 %2").arg(QStringLiteral("--") + name, -25).arg(about));
+  m_options.append({{name}, {}, about, {}});
 }
 
 void CommandOptions::value(const QStringList& names, const QString& valueName,
                            const QString& about) {
   m_parser.addOption(QCommandLineOption(names, about, valueName));
-  QStringList shown;
-  for (const QString& name : names)
-    shown.append((name.size() == 1 ? QStringLiteral("-") : QStringLiteral("--")) + name);
-  const QString option = shown.join(QStringLiteral(", ")) + QLatin1Char(' ') + valueName;
-  m_lines.append(QStringLiteral("  %1 %2").arg(option, -25).arg(about));
+  m_options.append({names, valueName, about, {}});
+}
+
+void CommandOptions::choices(const QString& name, const QStringList& values) {
+  for (Option& option : m_options)
+    if (option.names.contains(name)) option.choices = values;
 }
 
 void CommandOptions::pair(const QString& name, const QString& valueNames, const QString& about) {
@@ -122,9 +123,20 @@ std::optional<ExitStatus> CommandOptions::parse(
   return ExitStatus::Usage;
 }
 
+QString CommandOptions::Option::spelling() const {
+  QStringList shown;
+  for (const QString& name : names)
+    shown.append((name.size() == 1 ? QStringLiteral("-") : QStringLiteral("--")) + name);
+  const QString all = shown.join(QStringLiteral(", "));
+  return valueName.isEmpty() ? all : all + u' ' + valueName;
+}
+
 void CommandOptions::printHelp() const {
+  QStringList lines;
+  for (const Option& option : m_options)
+    lines.append(QStringLiteral("  %1 %2").arg(option.spelling(), -25).arg(option.about));
   Console::print(QStringLiteral("Usage: tessary %1\n\n%2\n\nOptions:\n%3")
-                     .arg(m_usage, m_about, m_lines.join(QLatin1Char('\n'))));
+                     .arg(m_usage, m_about, lines.join(QLatin1Char('\n'))));
 }
 
 }  // namespace cli

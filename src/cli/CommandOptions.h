@@ -14,6 +14,17 @@ class CommandOptions {
   /// `usage` is what follows "tessary ", `about` the sentence below it.
   CommandOptions(QString usage, QString about);
 
+  /// One option, to describe it.
+  struct Option {
+    QStringList names;  ///< without dashes
+    QString valueName;  ///< null where it takes none
+    QString about;
+    QStringList choices;  ///< all that it takes; empty where that is open
+
+    /// "-o, --output OUT"
+    [[nodiscard]] QString spelling() const;
+  };
+
   CommandOptions(const CommandOptions&) = delete;
   CommandOptions& operator=(const CommandOptions&) = delete;
 
@@ -21,6 +32,9 @@ class CommandOptions {
   void value(const QStringList& names, const QString& valueName, const QString& about);
   /// An option that takes the next two words, "--at T KEY=VALUE".
   void pair(const QString& name, const QString& valueNames, const QString& about);
+
+  /// The values that an option which was named takes; for shells, which offer them.
+  void choices(const QString& name, const QStringList& values);
 
   /// Nothing when the command may go on; else the status to end with (help was asked for, or the
   /// call is wrong, which has been reported). Takes exactly `positional` arguments.
@@ -32,6 +46,8 @@ class CommandOptions {
   /// Says on its own why the call is wrong, nothing else: neither help nor a message.
   [[nodiscard]] tl::expected<void, LoadFailure> read(const QStringList& arguments);
   [[nodiscard]] const QString& usage() const { return m_usage; }
+  [[nodiscard]] const QString& about() const { return m_about; }
+  [[nodiscard]] const QList<Option>& options() const { return m_options; }
   void printHelp() const;
 
   [[nodiscard]] QStringList positionals() const;
@@ -49,7 +65,7 @@ class CommandOptions {
   [[nodiscard]] QStringList withJoinedPairs(const QStringList& arguments) const;
   QString m_usage;
   QString m_about;
-  QStringList m_lines;
+  QList<Option> m_options;
   QStringList m_pairs;  ///< with their dashes
   QCommandLineParser m_parser;
 };

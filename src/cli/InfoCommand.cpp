@@ -52,16 +52,22 @@ ExitStatus showSchema(const QString& path) {
 
 }  // namespace
 
-ExitStatus InfoCommand::run(const QStringList& arguments) {
-  CommandOptions options(
+std::unique_ptr<CommandOptions> InfoCommand::syntax() {
+  auto options = std::make_unique<CommandOptions>(
       QStringLiteral("info FILE [--json | --schema]"),
       QStringLiteral("Shows what a file holds. Of a composition (.qtz): size, duration, published "
                      "inputs and outputs,\nstop frames, components and the patches that it needs. "
                      "Of a document (.composition): stop frames\nand components with their "
                      "attributes and key frames."));
-  options.flag(QStringLiteral("json"), QStringLiteral("as JSON"));
-  options.flag(QStringLiteral("schema"),
-               QStringLiteral("a JSON Schema of the values that render --values takes for it"));
+  options->flag(QStringLiteral("json"), QStringLiteral("as JSON"));
+  options->flag(QStringLiteral("schema"),
+                QStringLiteral("a JSON Schema of the values that render --values takes for it"));
+  return options;
+}
+
+ExitStatus InfoCommand::run(const QStringList& arguments) {
+  const std::unique_ptr<CommandOptions> made = syntax();
+  CommandOptions& options = *made;
   if (const auto status = options.parse(arguments, 1)) return *status;
   const QString path = options.positional(0);
   const bool asSchema = options.isSet(QStringLiteral("schema"));
@@ -74,11 +80,14 @@ ExitStatus InfoCommand::run(const QStringList& arguments) {
                                           : showComposition(path, asJson);
 }
 
+std::unique_ptr<CommandOptions> InfoCommand::patchesSyntax() {
+  return std::make_unique<CommandOptions>(
+      QStringLiteral("patches"),
+      QStringLiteral("Lists the patches that this program knows, with their ports, as Markdown."));
+}
+
 ExitStatus InfoCommand::runPatches(const QStringList& arguments) {
-  CommandOptions options(QStringLiteral("patches"),
-                         QStringLiteral("Lists the patches that this program knows, with their "
-                                        "ports, as Markdown."));
-  if (const auto status = options.parse(arguments, 0)) return *status;
+  if (const auto status = patchesSyntax()->parse(arguments, 0)) return *status;
   Console::print(patchesReport());
   return ExitStatus::Ok;
 }

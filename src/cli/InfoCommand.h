@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QStringList>
+#include <memory>
 
-#include "cli/ExitStatus.h"
+#include "cli/CommandOptions.h"
 
 namespace cli {
 
@@ -10,7 +10,9 @@ namespace cli {
 /// runtime knows.
 class InfoCommand {
  public:
+  [[nodiscard]] static std::unique_ptr<CommandOptions> syntax();
   [[nodiscard]] static ExitStatus run(const QStringList& arguments);
+  [[nodiscard]] static std::unique_ptr<CommandOptions> patchesSyntax();
   [[nodiscard]] static ExitStatus runPatches(const QStringList& arguments);
 };
 

@@ -36,6 +36,9 @@ std::unique_ptr<CommandOptions> RenderOptions::syntax() {
   o.flag(s("background"), s("with the document's background; compositions lie on black"));
   o.value({s("alpha")}, s("KIND"), s("straight (the default) or premultiplied"));
   o.value({s("threads")}, s("N"), s("threads that draw; one a core by default"));
+  o.choices(s("trigger"), {s("auto")});
+  o.choices(s("codec"), {s("prores4444"), s("qtrle"), s("vp9"), s("h264")});
+  o.choices(s("alpha"), {s("straight"), s("premultiplied")});
   return made;
 }
 

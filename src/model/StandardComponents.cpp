@@ -1,7 +1,7 @@
 #include "model/StandardComponents.h"
 
-#include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 namespace model {
@@ -13,12 +13,12 @@ StandardComponents StandardComponents::located() {
   // Who names a folder means that one: another one would hide the mistake.
   if (const QString named = qEnvironmentVariable("TESSARY_RESOURCES"); !named.isEmpty())
     return StandardComponents(folderIn(named));
-  if (QCoreApplication::instance()) {
-    const QString beside =
-        folderIn(QCoreApplication::applicationDirPath() + QStringLiteral("/../share/tessary"));
-    if (QFileInfo(beside).isDir()) return StandardComponents(beside);
-  }
-  return StandardComponents(folderIn(QStringLiteral(TESSARY_BUILD_RESOURCES)));
+  const QString program =
+      QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/self/exe"))).path() + u'/';
+  const QString installed = folderIn(program + QStringLiteral(TESSARY_RESOURCES_FROM_PROGRAM));
+  const QString built = folderIn(program + QStringLiteral("../share/tessary"));
+  return StandardComponents(QFileInfo(built).isDir() && !QFileInfo(installed).isDir() ? built
+                                                                                      : installed);
 }
 
 std::optional<QString> StandardComponents::pathOf(const QString& name) const {

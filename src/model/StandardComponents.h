@@ -14,7 +14,8 @@ class StandardComponents {
  public:
   explicit StandardComponents(QString folder) : m_folder(std::move(folder)) {}
   /// In the resource folder named by the environment variable TESSARY_RESOURCES, whether it is
-  /// there or not; else beside the program (../share/tessary), else where the build put them.
+  /// there or not; else where an installation has it, relative to the program (../share/tessary,
+  /// as in a build).
   [[nodiscard]] static StandardComponents located();
 
   [[nodiscard]] const QString& folder() const { return m_folder; }
