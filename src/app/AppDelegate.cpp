@@ -1,15 +1,21 @@
 #include "app/AppDelegate.h"
 
 #include <QApplication>
+#include <QFileInfo>
+#include <QImageReader>
 #include <QLocale>
 #include <QMessageBox>
 #include <QStandardPaths>
+#include <algorithm>
 #include <chrono>
 
 #include "app/PackageDialog.h"
 #include "app/TYPreferencesController.h"
 #include "app/TYWindowController.h"
+#include "canvas/ComponentDrop.h"
+#include "canvas/CompositionView.h"
 #include "document/ApplicationDefaults.h"
+#include "document/PackageLayout.h"
 #include "widgets/TYAlert.h"
 #include "widgets/TYStyleKit.h"
 
@@ -22,6 +28,21 @@ using widgets::TYAlert;
 namespace {
 
 constexpr std::chrono::minutes autosaveInterval(2);
+
+/// A composition file or a picture, unless it is a part of a document.
+bool becomesComponent(const QString& path) {
+  const QFileInfo file(path);
+  if (!file.isFile() || document::PackageLayout::around(path)) return false;
+  return file.suffix().compare(QLatin1String("qtz"), Qt::CaseInsensitive) == 0 ||
+         canvas::ComponentDrop::isPSDFile(path) || !QImageReader::imageFormat(path).isEmpty();
+}
+
+void bringToFront(QWidget& window) {
+  window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+  window.show();
+  window.raise();
+  window.activateWindow();
+}
 
 }  // namespace
 
@@ -61,11 +82,21 @@ void AppDelegate::start(const QStringList& paths) {
 }
 
 void AppDelegate::openDocuments(const QStringList& paths) {
-  for (const QString& path : paths) openDocument(path);
-  if (paths.isEmpty() && anyWindow()) {
-    anyWindow()->raise();
-    anyWindow()->activateWindow();
+  QStringList problems;
+  QStringList components;
+  for (const QString& path : paths) {
+    if (becomesComponent(path))
+      components.append(path);
+    else
+      problems += problemsOfOpening(path);
   }
+  if (!components.isEmpty()) addToNewDocument(components);
+  if (!problems.isEmpty())
+    windowForMessages().showWarnings(
+        problems.size() == 1 ? tr("The document could not be opened")
+                             : tr("%1 documents could not be opened").arg(problems.size()),
+        problems);
+  if (paths.isEmpty() && anyWindow()) bringToFront(*anyWindow());
 }
 
 TYWindowController* AppDelegate::windowOf(const CompositionDocument& document) const {
@@ -77,6 +108,11 @@ TYWindowController* AppDelegate::anyWindow() const {
   return m_windows.isEmpty() ? nullptr : *m_windows.begin();
 }
 
+TYWindowController& AppDelegate::windowForMessages() {
+  if (!anyWindow()) m_controller.newDocument();
+  return *anyWindow();
+}
+
 void AppDelegate::chooseDocuments() {
   auto* dialog = new PackageDialog(anyWindow(), PackageDialog::Purpose::Open, tr("Open"),
                                    m_defaults.value(QStringLiteral("documentsFolder")).toString());
@@ -85,13 +121,35 @@ void AppDelegate::chooseDocuments() {
   dialog->open();
 }
 
-void AppDelegate::openDocument(const QString& path) {
+QStringList AppDelegate::problemsOfOpening(const QString& path) {
   const auto opened = m_controller.openDocument(path);
-  if (!opened) {
-    askAboutTaken(path, opened.error());
-    return;
+  if (opened) {
+    tellOpened(**opened, {});
+    return {};
   }
-  tellOpened(**opened, {});
+  const document::DocumentLock::Attempt attempt = document::DocumentLock::take(path);
+  if (attempt.state != document::DocumentLock::State::Taken) return {opened.error().text()};
+  askAboutTaken(path, attempt.sentence);
+  return {};
+}
+
+void AppDelegate::addToNewDocument(const QStringList& paths) {
+  const QList<CompositionDocument*> documents = m_controller.documents();
+  const auto untouched =
+      std::find_if(documents.begin(), documents.end(),
+                   [this](const CompositionDocument* document) { return isUntouched(*document); });
+  CompositionDocument& document =
+      untouched == documents.end() ? m_controller.newDocument() : **untouched;
+  TYWindowController* window = windowOf(document);
+  if (!window) return;
+  bringToFront(*window);
+  if (!window->view().addComponentsFromPaths(paths, false))
+    window->showWarnings(tr("Not everything could be opened"), paths);
+}
+
+bool AppDelegate::isUntouched(const CompositionDocument& document) const {
+  return document.fileURL().isEmpty() && !document.isDocumentEdited() &&
+         !document.context().canRedo() && windowOf(document);
 }
 
 void AppDelegate::tellOpened(const CompositionDocument& document, const QStringList& warnings) {
@@ -104,24 +162,13 @@ void AppDelegate::tellOpened(const CompositionDocument& document, const QStringL
     window->showWarnings(tr("\"%1\" was opened, but").arg(document.displayName()), all);
   // An untouched empty document makes room, as people expect.
   for (CompositionDocument* other : m_controller.documents())
-    if (other != &document && other->fileURL().isEmpty() && !other->isDocumentEdited() &&
-        !other->context().canRedo() && windowOf(*other))
-      windowOf(*other)->close();
+    if (other != &document && isUntouched(*other)) windowOf(*other)->close();
 }
 
-void AppDelegate::askAboutTaken(const QString& path, const foundation::Error& error) {
-  const document::DocumentLock::Attempt attempt = document::DocumentLock::take(path);
-  if (attempt.state != document::DocumentLock::State::Taken) {
-    if (TYWindowController* window = anyWindow())
-      window->showError(tr("The document could not be opened"), error);
-    else
-      QMessageBox::warning(nullptr, tr("The document could not be opened"), error.text());
-    return;
-  }
-  if (!anyWindow()) m_controller.newDocument();
-  TYAlert::begin(anyWindow(),
+void AppDelegate::askAboutTaken(const QString& path, const QString& sentence) {
+  TYAlert::begin(&windowForMessages(),
                  {.title = tr("The document is in use"),
-                  .text = attempt.sentence,
+                  .text = sentence,
                   .kind = TYAlert::Kind::Warning,
                   .list = {},
                   .defaultButton = tr("Open to Look"),
@@ -150,9 +197,7 @@ void AppDelegate::closeDocument(CompositionDocument& document) {
 void AppDelegate::showDocument(CompositionDocument& document) {
   TYWindowController*& window = m_windows[&document];
   if (!window) window = new TYWindowController(document, *this);
-  window->show();
-  window->raise();
-  window->activateWindow();
+  bringToFront(*window);
 }
 
 void AppDelegate::showPreferences() {

@@ -25,6 +25,8 @@ class AppDelegate : public QObject, private ProgramServices {
 
   /// Opens these, what an earlier run left behind, or an empty document when there is nothing.
   void start(const QStringList& paths);
+  /// Opens documents; composition files and pictures become components of a new one. What cannot
+  /// be opened is told together. Without paths the program comes to the front.
   void openDocuments(const QStringList& paths);
   [[nodiscard]] document::CompositionDocumentsController& controller() { return m_controller; }
   /// None for a document without a window.
@@ -34,7 +36,7 @@ class AppDelegate : public QObject, private ProgramServices {
   [[nodiscard]] foundation::UserDefaults& defaults() override { return m_defaults; }
   void newDocument(const QString& format) override { m_controller.newDocument(format); }
   void chooseDocuments() override;
-  void openDocument(const QString& path) override;
+  void openDocument(const QString& path) override { openDocuments({path}); }
   [[nodiscard]] QStringList recentDocuments() const override { return m_recent.paths(); }
   void clearRecentDocuments() override { m_recent.clear(); }
   void documentWasSaved(const document::CompositionDocument& document) override;
@@ -48,9 +50,15 @@ class AppDelegate : public QObject, private ProgramServices {
   void quit() override;
 
   void offerRecovery(const QList<document::RecoveryEntry>& entries);
-  void askAboutTaken(const QString& path, const foundation::Error& error);
+  /// Says why it cannot be opened, unless it was opened or the person is asked about it.
+  [[nodiscard]] QStringList problemsOfOpening(const QString& path);
+  void addToNewDocument(const QStringList& paths);
+  [[nodiscard]] bool isUntouched(const document::CompositionDocument& document) const;
+  void askAboutTaken(const QString& path, const QString& sentence);
   void tellOpened(const document::CompositionDocument& document, const QStringList& warnings);
   [[nodiscard]] TYWindowController* anyWindow() const;
+  /// Makes an empty document where there is none.
+  [[nodiscard]] TYWindowController& windowForMessages();
 
   foundation::UserDefaults& m_defaults;
   RecentDocuments m_recent;

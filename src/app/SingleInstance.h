@@ -3,6 +3,8 @@
 #include <QLocalServer>
 #include <QObject>
 
+class QLocalSocket;
+
 namespace app {
 
 /// Lets the first start of the program know what later starts were asked to open.
@@ -10,20 +12,22 @@ class SingleInstance : public QObject {
   Q_OBJECT
 
  public:
-  /// One program for each name and user.
+  /// One program for each name, user and display.
   explicit SingleInstance(const QString& name, QObject* parent = nullptr);
 
-  /// Hands the files to the program that is running. False when none is: then this is the first.
-  [[nodiscard]] bool handOver(const QStringList& paths) const;
-  /// Begins to listen. A socket that a program which is gone left behind is taken over.
-  bool listen();
+  /// True when the program that is running has taken the files, so that this one may end. Else this
+  /// is the first, and listens; of several that start at once, one is. A socket that a program
+  /// which is gone left behind is taken over, and so is that of one which does not answer.
+  [[nodiscard]] bool handOverOrListen(const QStringList& paths);
 
  Q_SIGNALS:
   /// Absolute paths; none when the program was only started again.
   void filesRequested(const QStringList& paths);
 
  private:
+  [[nodiscard]] bool handOver(const QStringList& paths) const;
   void connected();
+  void read(QLocalSocket& socket);
 
   QString m_socketName;
   QLocalServer m_server;

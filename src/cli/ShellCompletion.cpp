@@ -182,8 +182,7 @@ QString fish() {
   for (const Command& command : CommandTable::all()) {
     text += QStringLiteral("complete -c tessary -n __fish_use_subcommand -a %1 -d %2\n")
                 .arg(command.name, quoted(command.summary()));
-    for (const Option& option : command.options())
-      text += fishOption(command.name, option);
+    for (const Option& option : command.options()) text += fishOption(command.name, option);
   }
   text.chop(1);
   return text;
