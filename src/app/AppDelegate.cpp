@@ -29,12 +29,25 @@ namespace {
 
 constexpr std::chrono::minutes autosaveInterval(2);
 
+bool isComposition(const QString& path) {
+  return QFileInfo(path).suffix().compare(QLatin1String("qtz"), Qt::CaseInsensitive) == 0;
+}
+
 /// A composition file or a picture, unless it is a part of a document.
 bool becomesComponent(const QString& path) {
-  const QFileInfo file(path);
-  if (!file.isFile() || document::PackageLayout::around(path)) return false;
-  return file.suffix().compare(QLatin1String("qtz"), Qt::CaseInsensitive) == 0 ||
-         canvas::ComponentDrop::isPSDFile(path) || !QImageReader::imageFormat(path).isEmpty();
+  if (!QFileInfo(path).isFile() || document::PackageLayout::around(path)) return false;
+  return isComposition(path) || canvas::ComponentDrop::isPSDFile(path) ||
+         !QImageReader::imageFormat(path).isEmpty();
+}
+
+/// A picture that is cut off; nothing for other files.
+std::optional<foundation::Error> whyUnreadable(const QString& path) {
+  // Any bytes look like a picture to some reader.
+  if (isComposition(path) || QImageReader::imageFormat(path).isEmpty()) return {};
+  QImageReader reader(path);
+  reader.setDecideFormatFromContent(true);
+  if (!reader.read().isNull()) return {};
+  return foundation::Error{reader.errorString(), path, {}};
 }
 
 void bringToFront(QWidget& window) {
@@ -82,21 +95,31 @@ void AppDelegate::start(const QStringList& paths) {
 }
 
 void AppDelegate::openDocuments(const QStringList& paths) {
-  QStringList problems;
+  std::vector<foundation::Error> problems;
   QStringList components;
   for (const QString& path : paths) {
-    if (becomesComponent(path))
+    std::optional<foundation::Error> problem;
+    if (!becomesComponent(path))
+      problem = openOrAsk(path);
+    else if (problem = whyUnreadable(path); !problem)
       components.append(path);
-    else
-      problems += problemsOfOpening(path);
+    if (problem) problems.push_back(*problem);
   }
   if (!components.isEmpty()) addToNewDocument(components);
-  if (!problems.isEmpty())
-    windowForMessages().showWarnings(
-        problems.size() == 1 ? tr("The document could not be opened")
-                             : tr("%1 documents could not be opened").arg(problems.size()),
-        problems);
+  tellNotOpened(problems);
   if (paths.isEmpty() && anyWindow()) bringToFront(*anyWindow());
+}
+
+void AppDelegate::tellNotOpened(const std::vector<foundation::Error>& problems) {
+  if (problems.empty()) return;
+  if (problems.size() == 1) {
+    windowForMessages().showError(tr("The document could not be opened"), problems.front());
+    return;
+  }
+  QStringList rows;
+  for (const foundation::Error& problem : problems) rows.append(problem.text());
+  windowForMessages().showWarnings(tr("%1 documents could not be opened").arg(problems.size()),
+                                   rows);
 }
 
 TYWindowController* AppDelegate::windowOf(const CompositionDocument& document) const {
@@ -121,14 +144,14 @@ void AppDelegate::chooseDocuments() {
   dialog->open();
 }
 
-QStringList AppDelegate::problemsOfOpening(const QString& path) {
+std::optional<foundation::Error> AppDelegate::openOrAsk(const QString& path) {
   const auto opened = m_controller.openDocument(path);
   if (opened) {
     tellOpened(**opened, {});
     return {};
   }
   const document::DocumentLock::Attempt attempt = document::DocumentLock::take(path);
-  if (attempt.state != document::DocumentLock::State::Taken) return {opened.error().text()};
+  if (attempt.state != document::DocumentLock::State::Taken) return opened.error();
   askAboutTaken(path, attempt.sentence);
   return {};
 }
@@ -143,8 +166,8 @@ void AppDelegate::addToNewDocument(const QStringList& paths) {
   TYWindowController* window = windowOf(document);
   if (!window) return;
   bringToFront(*window);
-  if (!window->view().addComponentsFromPaths(paths, false))
-    window->showWarnings(tr("Not everything could be opened"), paths);
+  // What is wrong with a composition file is told there.
+  static_cast<void>(window->view().addComponentsFromPaths(paths, false));
 }
 
 bool AppDelegate::isUntouched(const CompositionDocument& document) const {

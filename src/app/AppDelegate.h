@@ -50,8 +50,9 @@ class AppDelegate : public QObject, private ProgramServices {
   void quit() override;
 
   void offerRecovery(const QList<document::RecoveryEntry>& entries);
-  /// Says why it cannot be opened, unless it was opened or the person is asked about it.
-  [[nodiscard]] QStringList problemsOfOpening(const QString& path);
+  /// Why it cannot be opened; nothing when it was, or when the person is asked about it.
+  [[nodiscard]] std::optional<foundation::Error> openOrAsk(const QString& path);
+  void tellNotOpened(const std::vector<foundation::Error>& problems);
   void addToNewDocument(const QStringList& paths);
   [[nodiscard]] bool isUntouched(const document::CompositionDocument& document) const;
   void askAboutTaken(const QString& path, const QString& sentence);

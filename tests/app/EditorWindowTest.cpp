@@ -11,7 +11,6 @@
 
 #include "app/AppDelegate.h"
 #include "app/DocumentSaving.h"
-#include "app/SingleInstance.h"
 #include "app/TYWindowController.h"
 #include "canvas/CompositionView.h"
 #include "model/Composition.h"
@@ -212,22 +211,6 @@ TEST_F(EditorWindowTest, LayeredImagesBecomeComponentsOrOneImage) {
     if (choice->isVisible() && !choice->isChecked()) choice->click();
   clickButton(QStringLiteral("Import"));
   EXPECT_THAT(composition().componentArray(), SizeIs(1));
-}
-
-TEST(SingleInstance, ASecondStartHandsItsFilesOver) {
-  const QString name = QStringLiteral("tessary-test-%1").arg(QCoreApplication::applicationPid());
-  SingleInstance first(name);
-  ASSERT_FALSE(first.handOverOrListen({}));
-  QStringList received;
-  QObject::connect(&first, &SingleInstance::filesRequested, &first,
-                   [&](const QStringList& paths) { received = paths; });
-  bool taken = false;
-  std::unique_ptr<QThread> second(QThread::create(
-      [&] { taken = SingleInstance(name).handOverOrListen({QStringLiteral("/a b.composition")}); }));
-  second->start();
-  while (!second->wait(10)) QApplication::processEvents();
-  EXPECT_TRUE(taken);
-  EXPECT_EQ(received, QStringList{QStringLiteral("/a b.composition")});
 }
 
 }  // namespace app

@@ -7,7 +7,9 @@
 
 // These tests need widgets, styled as in the editor and dark whatever the desktop is.
 int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
+  // Another one to try the same under a real display: TESSARY_TEST_PLATFORM=wayland.
+  const QByteArray platform = qgetenv("TESSARY_TEST_PLATFORM");
+  qputenv("QT_QPA_PLATFORM", platform.isEmpty() ? "offscreen" : platform);
   qunsetenv("DBUS_SESSION_BUS_ADDRESS");
   QApplication application(argc, argv);
   testing::InitGoogleTest(&argc, argv);

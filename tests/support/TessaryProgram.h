@@ -12,9 +12,9 @@ struct Outcome {
   QString error;
 };
 
-/// Runs the program as its users do, without a display.
-inline Outcome tessary(const QStringList& arguments, const QString& folder = {},
-                       const QString& resources = {}, const QString& input = {}) {
+/// Runs a program as its users do, without a display.
+inline Outcome run(const QString& program, const QStringList& arguments, const QString& folder = {},
+                   const QString& resources = {}, const QString& input = {}) {
   QProcess process;
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
   environment.remove(QStringLiteral("DISPLAY"));
@@ -24,12 +24,18 @@ inline Outcome tessary(const QStringList& arguments, const QString& folder = {},
   if (!resources.isEmpty()) environment.insert(QStringLiteral("TESSARY_RESOURCES"), resources);
   process.setProcessEnvironment(environment);
   if (!folder.isEmpty()) process.setWorkingDirectory(folder);
-  process.start(QStringLiteral(TESSARY_PROGRAM), arguments);
+  process.start(program, arguments);
   process.write(input.toUtf8());
   process.closeWriteChannel();
   process.waitForFinished(60'000);
   return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
           process.readAllStandardOutput(), QString::fromUtf8(process.readAllStandardError())};
+}
+
+/// Runs the command line.
+inline Outcome tessary(const QStringList& arguments, const QString& folder = {},
+                       const QString& resources = {}, const QString& input = {}) {
+  return run(QStringLiteral(TESSARY_PROGRAM), arguments, folder, resources, input);
 }
 
 /// Runs a script in the folder.
