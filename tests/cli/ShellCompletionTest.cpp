@@ -66,10 +66,11 @@ TEST(ManualPage, HasEveryCommandAndIsTroffWithoutMistakes) {
   for (const QByteArray& line : page.split('\n'))
     EXPECT_FALSE(line.startsWith('\'')) << line.toStdString();
   if (QStandardPaths::findExecutable(QStringLiteral("groff")).isEmpty()) return;
-  const support::Outcome set = support::run(QStringLiteral("groff"),
-                                            {QStringLiteral("-man"), QStringLiteral("-Tutf8"),
-                                             QStringLiteral("-ww"), QStringLiteral("-z")},
-                                            {}, {}, QString::fromUtf8(page));
+  const support::Outcome set =
+      support::run(QStringLiteral("groff"),
+                   {QStringLiteral("-k"), QStringLiteral("-man"), QStringLiteral("-Tutf8"),
+                    QStringLiteral("-ww"), QStringLiteral("-z")},
+                   {}, {}, QString::fromUtf8(page));
   EXPECT_EQ(set.error, QString());
 }
 
