@@ -11,7 +11,7 @@
 #include <memory>
 #include <utility>
 
-#include "foundation/detail/PlistScalarReading.h"
+#include "foundation/TextPool.h"
 
 namespace support {
 
@@ -50,7 +50,7 @@ class CLocale {
 };
 
 QString text(const char* bytes, size_t size) {
-  return foundation::detail::textFromUtf8({bytes, size});
+  return foundation::textFromUtf8({bytes, size});
 }
 
 class TreeReader {

@@ -2,8 +2,8 @@
 
 #include <bit>
 
+#include "foundation/TextPool.h"
 #include "foundation/detail/PlistScalarReading.h"
-#include "foundation/detail/PlistTextCache.h"
 
 namespace foundation::detail {
 
@@ -118,7 +118,7 @@ class BinaryBuilder {
   const PlistBinaryLayout& m_layout;
   std::vector<quint32> m_places;  // of shared objects in m_built
   std::vector<PropertyValue> m_built;
-  PlistTextCache m_texts;
+  TextPool m_texts;
 };
 
 }  // namespace

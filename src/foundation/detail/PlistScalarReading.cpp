@@ -4,7 +4,6 @@
 #include <stdlib.h>
 
 #include <QTimeZone>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <string>
@@ -12,18 +11,6 @@
 namespace foundation::detail {
 
 namespace {
-
-constexpr quint8 kNoBits = 0xFF;
-
-constexpr std::array<quint8, 256> kBase64Bits = [] {
-  std::array<quint8, 256> t{};
-  t.fill(kNoBits);
-  constexpr std::string_view kAlphabet =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-  for (size_t i = 0; i < kAlphabet.size(); ++i)
-    t[static_cast<quint8>(kAlphabet[i])] = static_cast<quint8>(i);
-  return t;
-}();
 
 std::string_view trimmed(std::string_view text) {
   const auto isSpace = [](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; };
@@ -67,13 +54,6 @@ quint32 entityCode(std::string_view name) {
 
 }  // namespace
 
-QString textFromUtf8(std::string_view bytes) {
-  const QByteArrayView view(bytes.data(), static_cast<qsizetype>(bytes.size()));
-  if (!view.startsWith("\xEF\xBB\xBF")) return QString::fromUtf8(view);
-  // A further character in front hides the mark from the decoder.
-  return QString::fromUtf8('-' + view.toByteArray()).sliced(1);
-}
-
 PropertyValue readPlistInteger(std::string_view text) {
   text = trimmed(text);
   const bool negative = text.front() == '-';
@@ -107,28 +87,6 @@ PropertyValue dateFromReference(double seconds) {
   constexpr qint64 kReference = 978307200000;  // 2001-01-01 in milliseconds since 1970
   return QDateTime::fromMSecsSinceEpoch(kReference + std::llround(seconds * 1000),
                                         QTimeZone::utc());
-}
-
-QByteArray readBase64(std::string_view text) {
-  QByteArray out(static_cast<qsizetype>(text.size() / 4 * 3), Qt::Uninitialized);
-  char* to = out.data();
-  const auto put = [&to](quint32 bits, int bytes) {
-    for (int i = 0; i < bytes; ++i) *to++ = static_cast<char>(bits >> (16 - 8 * i));
-  };
-  quint32 bits = 0;
-  int characters = 0;
-  for (const char c : text) {
-    const quint8 six = kBase64Bits[static_cast<quint8>(c)];
-    if (six == kNoBits) continue;
-    bits = bits << 6 | six;
-    if (++characters < 4) continue;
-    put(bits, 3);
-    bits = 0;
-    characters = 0;
-  }
-  if (characters > 1) put(bits << (24 - 6 * characters), characters - 1);
-  out.truncate(to - out.constData());
-  return out;
 }
 
 void appendWithoutEntities(std::string_view text, std::string& out) {

@@ -6,8 +6,9 @@
 #include <string_view>
 #include <vector>
 
+#include "foundation/Base64.h"
+#include "foundation/TextPool.h"
 #include "foundation/detail/PlistScalarReading.h"
-#include "foundation/detail/PlistTextCache.h"
 
 namespace foundation::detail {
 
@@ -77,7 +78,7 @@ class XmlBuilder {
       default:
         if (tag.name[1] == 'i') return dictionary(tag);
         if (tag.name[3] == 'e') return readPlistDate(content(tag));
-        return readBase64(content(tag));
+        return bytesFromSoundBase64(content(tag));
     }
   }
 
@@ -156,7 +157,7 @@ class XmlBuilder {
   size_t m_at = 0;
   std::vector<PropertyValue> m_items;
   std::vector<Entry> m_entries;
-  PlistTextCache m_texts;
+  TextPool m_texts;
 };
 
 }  // namespace

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "store/EntityFactories.h"
 #include "store/ObjectContext.h"
-#include "store/StoreSnapshot.h"
 #include "store/xml/KeptParts.h"
 #include "store/xml/StoreNotices.h"
 #include "store/xml/StoreReader.h"

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <charconv>
 
+#include "foundation/Base64.h"
+
 namespace store::xml {
 
 using foundation::Error;
@@ -216,7 +218,7 @@ void StoreReader::readBlock() {
       isWhole = false;
   }
   bool hasElements = false;
-  const auto bytes = bytesFromBase64(m_scanner.readText(hasElements));
+  const auto bytes = foundation::bytesFromBase64(m_scanner.readText(hasElements));
   if (m_scanner.failed()) return;
   if (!name || hasElements || !bytes || !isWhole) {
     m_contents.elements.append(slice(begin));

@@ -2,28 +2,18 @@
 
 #include <QDateTime>
 #include <QTimeZone>
-#include <array>
 #include <charconv>
+
+#include "foundation/Base64.h"
 
 namespace store::xml {
 
 using foundation::PropertyArray;
 using foundation::PropertyDictionary;
 using foundation::PropertyValue;
+using foundation::textFromUtf8;
 
 namespace {
-
-constexpr quint8 noDigit = 0xFF;
-
-constexpr std::array<quint8, 256> base64Digits = [] {
-  std::array<quint8, 256> digits{};
-  digits.fill(noDigit);
-  constexpr std::string_view alphabet =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-  for (size_t i = 0; i < alphabet.size(); ++i)
-    digits[static_cast<quint8>(alphabet[i])] = static_cast<quint8>(i);
-  return digits;
-}();
 
 bool isSpace(char c) {
   return c == ' ' || c == '\n' || c == '\t' || c == '\r';
@@ -79,39 +69,6 @@ std::optional<PropertyValue> scalarValue(std::string_view type, std::string_view
 }
 
 }  // namespace
-
-std::optional<QByteArray> bytesFromBase64(std::string_view text) {
-  QByteArray bytes(static_cast<qsizetype>(text.size() / 4 * 3 + 3), Qt::Uninitialized);
-  char* to = bytes.data();
-  quint32 bits = 0;
-  int digits = 0;
-  int padding = 0;
-  for (const char c : text) {
-    const quint8 digit = base64Digits[static_cast<quint8>(c)];
-    if (digit == noDigit) {
-      if (c == '=')
-        ++padding;
-      else if (!isSpace(c))
-        return {};
-      continue;
-    }
-    if (padding > 0) return {};
-    bits = bits << 6 | digit;
-    if (++digits < 4) continue;
-    *to++ = static_cast<char>(bits >> 16);
-    *to++ = static_cast<char>(bits >> 8);
-    *to++ = static_cast<char>(bits);
-    bits = 0;
-    digits = 0;
-  }
-  if (digits == 1 || padding != (digits == 0 ? 0 : 4 - digits)) return {};
-  if (digits == 3) bits <<= 6;
-  if (digits == 2) bits <<= 12;
-  if (digits >= 2) *to++ = static_cast<char>(bits >> 16);
-  if (digits == 3) *to++ = static_cast<char>(bits >> 8);
-  bytes.truncate(to - bytes.constData());
-  return bytes;
-}
 
 QString ValueReader::attributeText(std::string_view raw) {
   if (raw.find_first_of("&\t\n\r") == std::string_view::npos) return m_pool.text(raw);
@@ -197,7 +154,7 @@ ValueReader::Value ValueReader::data(const std::optional<QString>& block) {
   if (block && !block->isEmpty() && text.empty()) {
     read.value = m_blocks.reference(block->toUtf8());
     read.namesBlocks = true;
-  } else if (auto bytes = block ? std::nullopt : bytesFromBase64(text)) {
+  } else if (auto bytes = block ? std::nullopt : foundation::bytesFromBase64(text)) {
     read.value = std::move(*bytes);
   } else {
     read.isReadable = false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/TextPool.h"
 #include "store/xml/BlockTable.h"
 #include "store/xml/XmlScanner.h"
 #include "store/xml/XmlText.h"
@@ -23,7 +24,7 @@ class ValueReader {
   [[nodiscard]] std::optional<QString> key();
   /// Decoded.
   [[nodiscard]] QString attributeText(std::string_view raw);
-  [[nodiscard]] TextPool& pool() { return m_pool; }
+  [[nodiscard]] foundation::TextPool& pool() { return m_pool; }
 
  private:
   [[nodiscard]] Value scalar(std::string_view type);
@@ -36,11 +37,8 @@ class ValueReader {
 
   XmlScanner& m_scanner;
   BlockTable& m_blocks;
-  TextPool m_pool;
+  foundation::TextPool m_pool;
   std::string m_buffer;
 };
-
-/// Without blanks and line ends in it; none when the text is damaged.
-[[nodiscard]] std::optional<QByteArray> bytesFromBase64(std::string_view text);
 
 }  // namespace store::xml

@@ -3,7 +3,6 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <functional>
 
 namespace store::xml {
 
@@ -50,13 +49,6 @@ void append(QStringView text, bool isAttribute, QByteArray& out) {
 }
 
 }  // namespace
-
-QString textFromUtf8(std::string_view bytes) {
-  const QByteArrayView view(bytes.data(), static_cast<qsizetype>(bytes.size()));
-  if (!view.startsWith("\xEF\xBB\xBF")) return QString::fromUtf8(view);
-  // A further character in front hides the mark from the toolkit, which would drop it.
-  return QString::fromUtf8('-' + view.toByteArray()).sliced(1);
-}
 
 bool needsEscapes(QStringView text) {
   for (qsizetype i = 0; i < text.size(); ++i)
@@ -110,17 +102,6 @@ QByteArray realText(double value) {
   std::array<char, 32> digits;
   const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
   return QByteArray(digits.data(), end - digits.data());
-}
-
-QString TextPool::text(std::string_view bytes) {
-  constexpr size_t longest = 40;
-  if (bytes.size() > longest || bytes.empty()) return textFromUtf8(bytes);
-  Slot& slot = m_slots[std::hash<std::string_view>()(bytes) % m_slots.size()];
-  if (slot.bytes != bytes) {
-    slot.bytes = bytes;
-    slot.text = textFromUtf8(bytes);
-  }
-  return slot.text;
 }
 
 }  // namespace store::xml

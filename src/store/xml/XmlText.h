@@ -2,14 +2,8 @@
 
 #include <QString>
 #include <optional>
-#include <string>
-#include <string_view>
-#include <vector>
 
 namespace store::xml {
-
-/// UTF-8 as text, a byte-order mark at its beginning included.
-[[nodiscard]] QString textFromUtf8(std::string_view bytes);
 
 /// Whether XML cannot hold the text: control characters, halves of surrogate pairs, U+FFFE, U+FFFF.
 [[nodiscard]] bool needsEscapes(QStringView text);
@@ -24,19 +18,5 @@ void appendAttributeText(QStringView text, QByteArray& out);
 
 /// A real so that it reads back the same, in as few digits as that takes.
 [[nodiscard]] QByteArray realText(double value);
-
-/// Makes texts of bytes; equal short ones share their storage.
-class TextPool {
- public:
-  TextPool() : m_slots(1024) {}
-  [[nodiscard]] QString text(std::string_view bytes);
-
- private:
-  struct Slot {
-    std::string bytes;
-    QString text;
-  };
-  std::vector<Slot> m_slots;
-};
 
 }  // namespace store::xml
