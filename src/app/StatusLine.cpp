@@ -21,13 +21,6 @@ QLabel* addLabel(QHBoxLayout& row) {
   return label;
 }
 
-foundation::TimecodeRate rateOf(const model::Composition& composition) {
-  const double frames = composition.videoResolution().framesPerSecond();
-  const int whole = std::max(1, static_cast<int>(std::ceil(frames)));
-  return std::abs(frames - whole) < 1e-3 ? foundation::TimecodeRate::whole(whole)
-                                         : foundation::TimecodeRate::slowed(whole);
-}
-
 }  // namespace
 
 StatusLine::StatusLine(QWidget* parent) : QWidget(parent) {
@@ -63,7 +56,8 @@ void StatusLine::showComposition(const model::Composition* composition, double z
                         .arg(std::round(rate * 100) / 100));
   m_duration->setText(
       tr("Duration %1")
-          .arg(foundation::Timecode::fromSeconds(composition->duration(), rateOf(*composition))
+          .arg(foundation::Timecode::fromSeconds(composition->duration(),
+                                                 composition->videoResolution().timecodeRate())
                    .toString()));
 }
 

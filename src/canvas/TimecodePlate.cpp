@@ -26,10 +26,7 @@ constexpr QColor edge(255, 255, 255, 36);
 }  // namespace
 
 QString TimecodePlate::textFor(const model::Composition& composition) {
-  using foundation::TimecodeRate;
-  const int nominal = static_cast<int>(std::max<quint64>(composition.ticksPerSecond(), 1));
-  const bool isWhole = composition.videoResolution().framesPerSecond() == nominal;
-  const TimecodeRate rate = isWhole ? TimecodeRate::whole(nominal) : TimecodeRate::slowed(nominal);
+  const foundation::TimecodeRate rate = composition.videoResolution().timecodeRate();
   return foundation::Timecode::fromSeconds(composition.editorTimepoint(), rate).toString();
 }
 

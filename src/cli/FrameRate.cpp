@@ -36,10 +36,8 @@ std::optional<FrameRate> FrameRate::fromText(const QString& text) {
 }
 
 FrameRate frameRate(model::FrameRateCode code) {
-  static const FrameRate rates[] = {{24000, 1001}, {24, 1}, {25, 1},       {30000, 1001},
-                                    {30, 1},       {50, 1}, {60000, 1001}, {60, 1}};
-  const auto index = static_cast<size_t>(code);
-  return index < std::size(rates) ? rates[index] : FrameRate{};
+  const foundation::TimecodeRate rate = model::timecodeRate(code);
+  return {rate.numerator, rate.denominator};
 }
 
 bool isInterlaced(const QString& formatName) {

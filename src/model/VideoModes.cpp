@@ -66,6 +66,16 @@ QList<VideoMode> standardModes() {
 
 }  // namespace
 
+foundation::TimecodeRate timecodeRate(FrameRateCode code) {
+  using foundation::TimecodeRate;
+  static const TimecodeRate rates[] = {TimecodeRate::slowed(24), TimecodeRate::whole(24),
+                                       TimecodeRate::whole(25),  TimecodeRate::slowed(30),
+                                       TimecodeRate::whole(30),  TimecodeRate::whole(50),
+                                       TimecodeRate::slowed(60), TimecodeRate::whole(60)};
+  const auto index = static_cast<size_t>(code);
+  return index < std::size(rates) ? rates[index] : TimecodeRate::whole(25);
+}
+
 const VideoModes& VideoModes::standard() {
   static const VideoModes modes(standardModes());
   return modes;

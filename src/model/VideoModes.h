@@ -4,6 +4,8 @@
 #include <QString>
 #include <functional>
 
+#include "foundation/Timecode.h"
+
 namespace model {
 
 /// Frame rates by the codes that documents and formats use.
@@ -18,6 +20,9 @@ enum class FrameRateCode : qint32 {
   Rate60 = 7,
   Unknown = 8
 };
+
+/// 25 a second for the unknown rate.
+[[nodiscard]] foundation::TimecodeRate timecodeRate(FrameRateCode code);
 
 /// One format that video hardware can play.
 struct VideoMode {

@@ -56,15 +56,9 @@ constexpr std::array rateRules{
     RateRule{"4K p24", false, Rate::Rate24},
 };
 
-struct RateInfo {
-  const char* suffix;
-  double framesPerSecond;
-};
-// By frame-rate code.
-constexpr std::array rateInfo{
-    RateInfo{"p23.98", 24000.0 / 1001}, RateInfo{"p24", 24}, RateInfo{"p25", 25},
-    RateInfo{"p29.97", 30000.0 / 1001}, RateInfo{"p30", 30}, RateInfo{"p50", 50},
-    RateInfo{"p59.94", 60000.0 / 1001}, RateInfo{"p60", 60}};
+/// How names of progressive formats end, by frame-rate code.
+constexpr std::array progressiveSuffixes{"p23.98", "p24", "p25",    "p29.97",
+                                         "p30",    "p50", "p59.94", "p60"};
 
 Rate rateOfName(const QString& name) {
   for (const RateRule& rule : rateRules) {
@@ -76,7 +70,7 @@ Rate rateOfName(const QString& name) {
 
 qint64 scanOfName(const QString& name, Rate rate) {
   if (rate == Rate::Unknown) return 0;
-  return name.endsWith(QLatin1String(rateInfo[static_cast<size_t>(rate)].suffix)) ? 0 : 1;
+  return name.endsWith(QLatin1String(progressiveSuffixes[static_cast<size_t>(rate)])) ? 0 : 1;
 }
 
 QSize sizeOfName(const QString& name) {
@@ -115,8 +109,7 @@ VideoResolution VideoResolution::defaultVideoResolution(const foundation::UserDe
 }
 
 double VideoResolution::framesPerSecond() const {
-  const auto code = static_cast<size_t>(m_frameRate);
-  return code < rateInfo.size() ? rateInfo[code].framesPerSecond : 0;
+  return m_frameRate == FrameRateCode::Unknown ? 0 : timecodeRate().framesPerSecond();
 }
 
 void VideoResolution::take(const VideoMode& mode, const QString& title) {

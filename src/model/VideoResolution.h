@@ -29,6 +29,10 @@ class VideoResolution {
   [[nodiscard]] FrameRateCode frameRate() const { return m_frameRate; }
   /// Frames per second; 0 when unknown.
   [[nodiscard]] double framesPerSecond() const;
+  /// How its frames are counted.
+  [[nodiscard]] foundation::TimecodeRate timecodeRate() const {
+    return model::timecodeRate(m_frameRate);
+  }
   [[nodiscard]] qint32 width() const { return m_width; }
   [[nodiscard]] qint32 height() const { return m_height; }
   [[nodiscard]] qint32 compositionWidth() const { return m_width; }

@@ -52,8 +52,8 @@ tl::expected<model::VideoResolution, LoadFailure> DocumentSettings::mode(const Q
 }
 
 tl::expected<double, LoadFailure> DocumentSettings::duration(const QString& text,
-                                                             double framesPerSecond) {
-  const auto seconds = secondsFromText(text, framesPerSecond);
+                                                             const foundation::TimecodeRate& rate) {
+  const auto seconds = secondsFromText(text, rate);
   if (seconds && *seconds > 0) return *seconds;
   return misused(
       QStringLiteral("a duration is a number of seconds above 0 or a time code, not '%1'")
@@ -68,7 +68,7 @@ Done DocumentSettings::setMode(const QString& value) {
 }
 
 Done DocumentSettings::setDuration(const QString& value) {
-  const auto seconds = duration(value, m_composition.videoResolution().framesPerSecond());
+  const auto seconds = duration(value, m_composition.videoResolution().timecodeRate());
   if (!seconds) return tl::unexpected(seconds.error());
   m_composition.setDuration(*seconds);
   return {};

@@ -19,8 +19,8 @@ class DocumentSettings {
   [[nodiscard]] static QString help();
   /// The format of the name; fails with the names of all.
   [[nodiscard]] static tl::expected<model::VideoResolution, LoadFailure> mode(const QString& name);
-  [[nodiscard]] static tl::expected<double, LoadFailure> duration(const QString& text,
-                                                                  double framesPerSecond);
+  [[nodiscard]] static tl::expected<double, LoadFailure> duration(
+      const QString& text, const foundation::TimecodeRate& rate);
 
  private:
   [[nodiscard]] Done setMode(const QString& value);

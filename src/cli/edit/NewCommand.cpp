@@ -36,7 +36,7 @@ EditCommand::Done run(EditCall& call) {
   std::optional<double> duration;
   if (call.options.isSet(durationOption)) {
     const auto given =
-        DocumentSettings::duration(call.options.text(durationOption), resolution.framesPerSecond());
+        DocumentSettings::duration(call.options.text(durationOption), resolution.timecodeRate());
     if (!given) return tl::unexpected(given.error());
     duration = *given;
   }

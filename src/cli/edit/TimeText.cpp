@@ -1,30 +1,20 @@
 #include "cli/edit/TimeText.h"
 
-#include <cmath>
-
-#include "foundation/Timecode.h"
 #include "model/Composition.h"
 
 namespace cli {
-
-using foundation::Timecode;
-using foundation::TimecodeRate;
 
 namespace {
 constexpr double longestTime =
     999'999;  ///< eleven days; single precision still tells seconds apart
 }
 
-std::optional<double> secondsFromText(const QString& text, double framesPerSecond) {
+std::optional<double> secondsFromText(const QString& text, const foundation::TimecodeRate& rate) {
   bool isNumber = false;
   double seconds = text.toDouble(&isNumber);
   if (!isNumber) {
-    const int nominal = static_cast<int>(std::lround(framesPerSecond));
-    const bool isRelative = text.startsWith(u'+') || text.startsWith(u'-');
-    if (nominal < 1 || isRelative) return {};
-    const bool isWhole = std::abs(framesPerSecond - nominal) < 1e-3;
-    const auto code = Timecode::fromString(
-        text, isWhole ? TimecodeRate::whole(nominal) : TimecodeRate::slowed(nominal));
+    if (text.startsWith(u'+') || text.startsWith(u'-')) return {};
+    const auto code = foundation::Timecode::fromString(text, rate);
     if (!code) return {};
     seconds = code->seconds();
   }
@@ -32,7 +22,7 @@ std::optional<double> secondsFromText(const QString& text, double framesPerSecon
 }
 
 std::optional<double> secondsFromText(const QString& text, const model::Composition& composition) {
-  return secondsFromText(text, composition.videoResolution().framesPerSecond());
+  return secondsFromText(text, composition.videoResolution().timecodeRate());
 }
 
 }  // namespace cli
