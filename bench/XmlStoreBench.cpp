@@ -11,6 +11,7 @@
 #include "model/Composition.h"
 #include "model/ModelEntities.h"
 #include "model/StandardComponents.h"
+#include "store/StoreSnapshot.h"
 #include "store/XmlStore.h"
 
 namespace {

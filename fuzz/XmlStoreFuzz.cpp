@@ -1,6 +1,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "store/StoreSnapshot.h"
 #include "store/XmlStore.h"
 #include "support/StoreObjects.h"
 

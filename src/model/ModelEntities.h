@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/StoreSnapshot.h"
+#include "store/EntityFactories.h"
 
 namespace model {
 

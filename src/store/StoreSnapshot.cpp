@@ -32,29 +32,4 @@ PropertyValue storeSnapshot(const ObjectContext& context) {
   return objects;
 }
 
-foundation::Result<void> restoreSnapshot(const PropertyValue& snapshot,
-                                         const EntityFactories& factories, ObjectContext& context) {
-  std::vector<FetchedObject> fetched;
-  QSet<ObjectId> numbers;
-  for (const PropertyValue& entry : snapshot.array()) {
-    const PropertyDictionary& stored = entry.dictionary();
-    const QString entity = stored.value(u"entity").toString();
-    const auto id = static_cast<ObjectId>(stored.value(u"id").toInteger());
-    if (!factories.contains(entity))
-      return foundation::failure(
-          QStringLiteral("there are no objects of the kind \"%1\"").arg(entity));
-    if (id == 0 || numbers.contains(id) || context.objectWithId(id))
-      return foundation::failure(QStringLiteral("an object has no number of its own (%1)").arg(id));
-    numbers.insert(id);
-    FetchedObject object{id, factories.value(entity)()};
-    for (const auto& [key, value] : stored.value(u"values").dictionary())
-      object.object->setStoredValue(value, key);
-    for (const auto& [key, value] : stored.value(u"relations").dictionary())
-      object.relations.append({key, static_cast<ObjectId>(value.toInteger())});
-    fetched.push_back(std::move(object));
-  }
-  context.takeFetched(std::move(fetched));
-  return {};
-}
-
 }  // namespace store

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "foundation/Result.h"
+#include "store/EntityFactories.h"
 #include "store/ObjectContext.h"
-#include "store/StoreSnapshot.h"
 #include "store/StoredObject.h"
 #include "store/xml/KeptParts.h"
 

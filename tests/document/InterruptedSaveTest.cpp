@@ -1,7 +1,6 @@
 #include <QProcess>
 
 #include "DocumentFixture.h"
-#include "store/StoreSnapshot.h"
 
 namespace document {
 

@@ -4,6 +4,8 @@
 
 #include "document/recovery/ValueStream.h"
 #include "foundation/DurableFile.h"
+#include "store/StoreSnapshot.h"
+#include "support/RestoreSnapshot.h"
 
 namespace document {
 
@@ -52,7 +54,7 @@ foundation::Result<void> Library::read(const QByteArray& bytes, const QString& p
   ValueReader reader(bytes);
   const foundation::PropertyValue stored = reader.value();
   if (reader.failed()) return foundation::failure(QStringLiteral("is damaged"), path);
-  return store::restoreSnapshot(stored, factories(), context);
+  return support::restoreSnapshot(stored, factories(), context);
 }
 
 const store::EntityFactories& Library::factories() {

@@ -9,6 +9,7 @@
 #include "model/RichFontValue.h"
 #include "runtime/CompositionRenderer.h"
 #include "store/StoreSnapshot.h"
+#include "support/RestoreSnapshot.h"
 
 namespace model {
 
@@ -230,8 +231,8 @@ TEST_F(ComponentDictionary, AStoreIsRestoredAndOlderOnesAreCompleted) {
   const auto snapshot = store::storeSnapshot(*graphic.context);
   const auto bytes = foundation::PropertyList::toXml(snapshot);
   store::ObjectContext fresh;
-  ASSERT_TRUE(store::restoreSnapshot(foundation::PropertyList::fromData(bytes.value(), {}).value(),
-                                     modelEntities(), fresh));
+  ASSERT_TRUE(support::restoreSnapshot(
+      foundation::PropertyList::fromData(bytes.value(), {}).value(), modelEntities(), fresh));
   EXPECT_EQ(store::storeSnapshot(fresh) == snapshot, true);
   EXPECT_FALSE(fresh.canUndo());
   EXPECT_FALSE(fresh.hasChanges());
@@ -253,13 +254,13 @@ TEST_F(ComponentDictionary, AStoreIsRestoredAndOlderOnesAreCompleted) {
     if (!key.startsWith(QLatin1String("margin"))) older.append(entry);
   }
   store::ObjectContext upgraded;
-  ASSERT_TRUE(store::restoreSnapshot(older, modelEntities(), upgraded));
+  ASSERT_TRUE(support::restoreSnapshot(older, modelEntities(), upgraded));
   EXPECT_EQ(upgraded.objects().size(), fresh.objects().size());
   EXPECT_FALSE(upgraded.canUndo());
 
   older.append(older.first());
   store::ObjectContext refused;
-  EXPECT_FALSE(store::restoreSnapshot(older, modelEntities(), refused));  // a number twice
+  EXPECT_FALSE(support::restoreSnapshot(older, modelEntities(), refused));  // a number twice
   EXPECT_TRUE(refused.objects().empty());
 }
 

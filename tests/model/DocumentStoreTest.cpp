@@ -2,6 +2,7 @@
 
 #include "ComponentFiles.h"
 #include "model/ModelEntities.h"
+#include "store/StoreSnapshot.h"
 #include "store/XmlStore.h"
 #include "support/Samples.h"
 

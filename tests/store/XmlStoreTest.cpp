@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 
+#include "store/StoreSnapshot.h"
 #include "support/StoreObjects.h"
 
 namespace store {

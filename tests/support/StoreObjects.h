@@ -2,8 +2,8 @@
 
 #include <QRandomGenerator>
 
+#include "store/EntityFactories.h"
 #include "store/ObjectContext.h"
-#include "store/StoreSnapshot.h"
 
 template <>
 struct store::CodecOf<foundation::PropertyValue> {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "document/recovery/JournalFormat.h"
+#include "store/EntityFactories.h"
 #include "store/ObjectContext.h"
-#include "store/StoreSnapshot.h"
 
 namespace document {
 

@@ -3,7 +3,9 @@
 #include <QCoreApplication>
 
 #include "document/recovery/RecoveryPlace.h"
-#include "store/StoreSnapshot.h"
+#include "foundation/Result.h"
+#include "store/EntityFactories.h"
+#include "store/ObjectContext.h"
 
 namespace document {
 
