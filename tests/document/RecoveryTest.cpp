@@ -1,5 +1,4 @@
 #include <gmock/gmock.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -9,31 +8,13 @@
 
 #include "Library.h"
 #include "foundation/DurableFile.h"
+#include "support/FileSizeLimit.h"
 
 namespace document {
 
 namespace {
 
 using testing::ElementsAre;
-
-/// No file may grow beyond this while it lives, as on a full disk.
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(rlim_t bytes) {
-    getrlimit(RLIMIT_FSIZE, &m_before);
-    m_handler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit{bytes, m_before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~FileSizeLimit() {
-    setrlimit(RLIMIT_FSIZE, &m_before);
-    std::signal(SIGXFSZ, m_handler);
-  }
-
- private:
-  rlimit m_before{};
-  void (*m_handler)(int) = nullptr;
-};
 
 /// Permissions count for somebody who is not the administrator.
 class OrdinaryUser {
@@ -405,7 +386,7 @@ TEST_F(RecoveryTest, AFullDiskIsToldOnceAndTriedAgain) {
   auto journal = openSaved(library);
   library.book()->setX(2);
   {
-    const FileSizeLimit limit(50'000);
+    const support::FileSizeLimit limit(50'000);
     library.book()->setX(3);
     library.shelf()->setLabels({QString(40'000, QLatin1Char('x'))});
     EXPECT_FALSE(journal->isWorking());
@@ -435,7 +416,7 @@ TEST_F(RecoveryTest, AFullDiskKeepsWhatWasWrittenBefore) {
   library.book()->setX(3);
   const QByteArray before = library.bytes();
   {
-    const FileSizeLimit limit(50'000);
+    const support::FileSizeLimit limit(50'000);
     library.book()->setText(QByteArray(200'000, 'y'));
     library.book()->setX(4);
     journal.reset();

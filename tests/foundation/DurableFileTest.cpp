@@ -1,13 +1,13 @@
 #include "foundation/DurableFile.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-#include <csignal>
+
+#include "support/FileSizeLimit.h"
 
 namespace foundation {
 
@@ -17,25 +17,6 @@ QByteArray contentsOf(const QString& path) {
   QFile file(path);
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(none)");
 }
-
-/// No file may grow beyond this while it lives, as on a full disk.
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(rlim_t bytes) {
-    getrlimit(RLIMIT_FSIZE, &m_before);
-    m_handler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit{bytes, m_before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~FileSizeLimit() {
-    setrlimit(RLIMIT_FSIZE, &m_before);
-    std::signal(SIGXFSZ, m_handler);
-  }
-
- private:
-  rlimit m_before{};
-  void (*m_handler)(int) = nullptr;
-};
 
 class DurableFileTest : public testing::Test {
  protected:
@@ -81,7 +62,7 @@ TEST_F(DurableFileTest, FailuresNameTheFileAndTheReasonAndLeaveTheOldContents) {
   ASSERT_TRUE(replaceFile(file, QByteArray("precious")));
   ASSERT_TRUE(replaceFile(large, QByteArray(3 << 20, 'x')));
   {
-    const FileSizeLimit limit(1 << 20);
+    const support::FileSizeLimit limit(1 << 20);
     const auto replaced = replaceFile(file, QByteArray(2 << 20, 'x'));
     ASSERT_FALSE(replaced);
     EXPECT_EQ(replaced.error().text(),
