@@ -150,9 +150,8 @@ std::optional<foundation::Error> AppDelegate::openOrAsk(const QString& path) {
     tellOpened(**opened, {});
     return {};
   }
-  const document::DocumentLock::Attempt attempt = document::DocumentLock::take(path);
-  if (attempt.state != document::DocumentLock::State::Taken) return opened.error();
-  askAboutTaken(path, attempt.sentence);
+  if (!opened.error().isTaken) return opened.error();
+  askAboutTaken(path, opened.error().message);
   return {};
 }
 
@@ -204,7 +203,10 @@ void AppDelegate::askAboutTaken(const QString& path, const QString& sentence) {
                    const auto opened = m_controller.openDocument(
                        path,
                        answer == TYAlert::Answer::Other ? WhenTaken::TakeOver : WhenTaken::LookAt);
-                   if (opened) tellOpened(**opened, {});
+                   if (opened)
+                     tellOpened(**opened, {});
+                   else
+                     tellNotOpened(opened.error());
                  });
 }
 

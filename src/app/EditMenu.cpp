@@ -16,6 +16,9 @@ using document::DocumentCommands;
 
 namespace {
 
+/// Copies lie a little to the right and below, so that they are seen.
+constexpr QPointF duplicateOffset(20, -20);
+
 void callField(const char* slot) {
   QMetaObject::invokeMethod(QApplication::focusWidget(), slot);
 }
@@ -115,13 +118,12 @@ void MenuMaker::addSelected() {
        .shortcuts = {QKeySequence(Qt::CTRL | Qt::Key_D)},
        .run =
            [&window] {
-             const store::UndoStep step(window.document().context(), tr("Duplicate"));
-             DocumentClipboard clipboard(window.document());
              QStringList warnings;
-             if (const auto data = clipboard.copy())
-               static_cast<void>(clipboard.paste(*data, warnings));
-             for (model::QuartzComponent* copy : window.composition()->selectedComponents())
-               copy->moveByDelta(20, -20);
+             const auto done =
+                 DocumentCommands(window.document()).duplicateSelection(duplicateOffset, warnings);
+             if (!done) window.showError(tr("Nothing was duplicated"), done.error());
+             if (!warnings.isEmpty())
+               window.showWarnings(tr("Not everything was duplicated"), warnings);
            },
        .canRun = hasSelection(),
        .needs = selectFirst()});

@@ -60,10 +60,13 @@ CompositionDocument& CompositionDocumentsController::openUntitledDocumentAndDisp
   return add(std::move(open));
 }
 
-Result<CompositionDocument*> CompositionDocumentsController::openDocument(const QString& path,
-                                                                          WhenTaken whenTaken) {
+tl::expected<CompositionDocument*, CompositionDocumentsController::OpenFailure>
+CompositionDocumentsController::openDocument(const QString& path, WhenTaken whenTaken) {
+  const auto failed = [](const foundation::Error& error, bool isTaken = false) {
+    return tl::unexpected(OpenFailure{error, isTaken});
+  };
   const auto package = PackageLayout::around(path);
-  if (!package) return tl::unexpected(package.error());
+  if (!package) return failed(package.error());
   for (const Open& open : m_documents)
     if (PackageLayout::isSamePlace(open.document->fileURL().toLocalFile(), package->folder())) {
       show(*open.document);
@@ -74,9 +77,9 @@ Result<CompositionDocument*> CompositionDocumentsController::openDocument(const 
       package->folder(), whenTaken == WhenTaken::TakeOver ? DocumentLock::Others::Displace
                                                           : DocumentLock::Others::Respect);
   if (attempt.state == DocumentLock::State::Taken && whenTaken == WhenTaken::Refuse)
-    return foundation::failure(attempt.sentence, package->folder());
+    return failed({attempt.sentence, package->folder(), {}}, true);
   if (auto read = open.document->readFromURL(QUrl::fromLocalFile(package->folder())); !read)
-    return tl::unexpected(read.error());
+    return failed(read.error());
   return &add(std::move(open));
 }
 

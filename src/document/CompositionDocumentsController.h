@@ -29,6 +29,11 @@ class CompositionDocumentsController {
     TakeOver
   };
 
+  /// Why a document was not opened.
+  struct OpenFailure : foundation::Error {
+    bool isTaken = false;  ///< someone else is editing it; another WhenTaken would open it
+  };
+
   CompositionDocumentsController(foundation::UserDefaults& defaults,
                                  model::StandardComponents standardComponents,
                                  RecoveryStore recoveryStore = RecoveryStore());
@@ -47,7 +52,7 @@ class CompositionDocumentsController {
   /// has no composition.
   CompositionDocument& openUntitledDocumentAndDisplay();
   /// The package at the path, or around it. One that is open already is only shown.
-  [[nodiscard]] foundation::Result<CompositionDocument*> openDocument(
+  [[nodiscard]] tl::expected<CompositionDocument*, OpenFailure> openDocument(
       const QString& path, WhenTaken whenTaken = WhenTaken::Refuse);
   /// Unsaved changes are dropped.
   void closeDocument(CompositionDocument& document);

@@ -1,6 +1,7 @@
 #include "document/DocumentCommands.h"
 
 #include "document/CompositionDocument.h"
+#include "document/DocumentClipboard.h"
 #include "model/maintenance/Maintenance.h"
 
 namespace document {
@@ -18,6 +19,21 @@ void DocumentCommands::run(void (TimeCommands::*command)()) {
 void DocumentCommands::deleteSelection() {
   if (Composition* composition = m_document.composition())
     composition->removeComponents(composition->selectedComponents());
+}
+
+foundation::Result<void> DocumentCommands::duplicateSelection(QPointF offset,
+                                                              QStringList& warnings) {
+  DocumentClipboard clipboard(m_document);
+  const auto data = clipboard.copy();
+  if (!data) return {};
+  store::UndoStep step(m_document.context(), tr("Duplicate"));
+  if (auto pasted = clipboard.paste(*data, warnings); !pasted) {
+    step.cancel();
+    return pasted;
+  }
+  for (model::QuartzComponent* copy : m_document.composition()->selectedComponents())
+    copy->moveByDelta(offset.x(), offset.y());
+  return {};
 }
 
 CommandReport DocumentCommands::upgradeComposition() {

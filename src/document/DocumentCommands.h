@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QCoreApplication>
+#include <QPointF>
 
 #include "document/TimeCommands.h"
+#include "foundation/Result.h"
 #include "model/CommandReport.h"
 
 namespace document {
@@ -32,6 +34,9 @@ class DocumentCommands {
   void togglePosterframe() { run(&TimeCommands::togglePosterframe); }
 
   void deleteSelection();
+  /// Copies of the selected components, moved by the offset (picture pixels, y upwards), are added
+  /// and selected. What could not be loaded is added to the warnings.
+  [[nodiscard]] foundation::Result<void> duplicateSelection(QPointF offset, QStringList& warnings);
 
   // Maintenance; returned is what the user is to be told.
   [[nodiscard]] model::CommandReport upgradeComposition();

@@ -121,6 +121,24 @@ TEST_F(DocumentCommandsTest, ComponentsTravelThroughTheClipboardInTheirOrder) {
   EXPECT_TRUE(warnings.isEmpty());
 }
 
+TEST_F(DocumentCommandsTest, DuplicatingIsOneStep) {
+  QStringList warnings;
+  EXPECT_TRUE(commands.duplicateSelection({20, -20}, warnings));
+  EXPECT_EQ(undoName(), QString()) << "nothing was selected";
+  auto* original = addText(QStringLiteral("One"));
+  const QPointF place(original->originX(), original->originY());
+  document.composition()->selectAllComponents();
+  ASSERT_TRUE(commands.duplicateSelection({20, -20}, warnings));
+  EXPECT_EQ(undoName(), QStringLiteral("Duplicate"));
+  ASSERT_EQ(document.composition()->selectedComponents().size(), 1);
+  const auto* copy = document.composition()->selectedComponents().front();
+  EXPECT_NE(copy, original);
+  EXPECT_EQ(QPointF(copy->originX(), copy->originY()), place + QPointF(20, -20));
+  document.context().undo();
+  EXPECT_EQ(document.composition()->components().size(), 1);
+  EXPECT_EQ(QPointF(original->originX(), original->originY()), place);
+}
+
 TEST_F(DocumentCommandsTest, ImagesAndTextsBecomeComponents) {
   QStringList warnings;
   QMimeData image;

@@ -161,7 +161,9 @@ TEST_F(DocumentSessionTest, ADocumentIsEditedByOneProgram) {
   ASSERT_TRUE(first->openDocument(package));
   const auto refused = second->openDocument(package);
   ASSERT_FALSE(refused);
+  EXPECT_TRUE(refused.error().isTaken);
   EXPECT_THAT(refused.error().text().toStdString(), HasSubstr("is being edited by"));
+  EXPECT_FALSE(second->openDocument(path(QStringLiteral("none.composition"))).error().isTaken);
 
   using WhenTaken = CompositionDocumentsController::WhenTaken;
   const auto onlyLooking = second->openDocument(package, WhenTaken::LookAt);
