@@ -206,7 +206,7 @@ void AppDelegate::askAboutTaken(const QString& path, const QString& sentence) {
                    if (opened)
                      tellOpened(**opened, {});
                    else
-                     tellNotOpened(opened.error());
+                     tellNotOpened({opened.error()});
                  });
 }
 
