@@ -3,14 +3,14 @@
 #include <cmath>
 
 #include "runtime/patches/Easing.h"
-#include "runtime/patches/TimeLineCurve.h"
+#include "runtime/TimeLineCurve.h"
 #include "support/GraphBuilder.h"
 
 namespace {
 
 using runtime::Value;
 using runtime::patches::eased;
-using runtime::patches::TimeLineCurve;
+using runtime::TimeLineCurve;
 using support::GraphBuilder;
 using Dictionary = GraphBuilder::Dictionary;
 using Renderer = std::unique_ptr<runtime::CompositionRenderer>;

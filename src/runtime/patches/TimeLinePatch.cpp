@@ -1,7 +1,7 @@
 #include "runtime/Execution.h"
 #include "runtime/PatchRegistry.h"
 #include "runtime/patches/AllPatches.h"
-#include "runtime/patches/TimeLineCurve.h"
+#include "runtime/TimeLineCurve.h"
 
 namespace runtime::patches {
 

@@ -4,7 +4,7 @@
 
 #include "foundation/PropertyValue.h"
 
-namespace runtime::patches {
+namespace runtime {
 
 /// One curve of a Timeline patch: key frames (seconds, value) joined by cubic Bézier segments.
 class TimeLineCurve {
@@ -44,4 +44,4 @@ class TimeLineCurve {
   std::vector<Segment> m_segments;  ///< one for each key frame but the last
 };
 
-}  // namespace runtime::patches
+}  // namespace runtime

@@ -1,9 +1,9 @@
-#include "runtime/patches/TimeLineCurve.h"
+#include "runtime/TimeLineCurve.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace runtime::patches {
+namespace runtime {
 
 namespace {
 
@@ -100,4 +100,4 @@ double TimeLineCurve::valueAt(double time) const {
   return s.v0 + bezier(parameterAt(s, fraction), s.d1, s.d2, s.d3);
 }
 
-}  // namespace runtime::patches
+}  // namespace runtime

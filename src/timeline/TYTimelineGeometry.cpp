@@ -1,0 +1,99 @@
+#include "timeline/TYTimelineGeometry.h"
+
+#include <cmath>
+
+#include "model/Composition.h"
+
+namespace timeline {
+
+using foundation::Timecode;
+using Measures = TimelineMeasures;
+
+namespace {
+
+constexpr double zoomRange = 275;
+constexpr double leastUnitWidth = 25;
+constexpr double leastTickDistance = 5;
+/// Of a frame: times that stand on a frame may lie a little before it in floating point.
+constexpr double tolerance = 1e-6;
+
+}  // namespace
+
+foundation::TimecodeRate TYTimelineGeometry::rateOf(const model::Composition& composition) {
+  using foundation::TimecodeRate;
+  const int nominal = static_cast<int>(std::max<quint64>(composition.ticksPerSecond(), 1));
+  const bool isWhole = composition.videoResolution().framesPerSecond() == nominal;
+  return isWhole ? TimecodeRate::whole(nominal) : TimecodeRate::slowed(nominal);
+}
+
+double TYTimelineGeometry::zoomForUnitWidth(double width) {
+  return qBound(0.0, (width - leastUnitWidth) / zoomRange, 1.0);
+}
+
+double TYTimelineGeometry::xPosition(double x, Space space) const {
+  return std::round(xOffset + x - (space == Space::Ruler ? m_visible.x() : 0));
+}
+
+double TYTimelineGeometry::timeFromPosition(double x) const {
+  const double frames = std::abs(x) / unitWidth() * m_content.rate.framesPerSecond();
+  const Timecode whole(static_cast<qint64>(std::floor(frames + tolerance)), m_content.rate);
+  return std::copysign(whole.seconds(), x);
+}
+
+double TYTimelineGeometry::secondsAt(double x, Space space) const {
+  return (x - xOffset + (space == Space::Ruler ? m_visible.x() : 0)) / unitWidth();
+}
+
+QSizeF TYTimelineGeometry::timeAxisSize() const {
+  return {m_content.duration * unitWidth() + spaceBehindEnd,
+          Measures::componentHeight * m_content.rows};
+}
+
+int TYTimelineGeometry::componentRowForPoint(const QPointF& point, const QRectF& view) const {
+  return static_cast<int>((point.y() - componentYOriginInView(view)) / Measures::componentHeight);
+}
+
+QRectF TYTimelineGeometry::componentRectForRow(double startTime, double duration, int row) const {
+  const double left = xPositionAtTime(startTime, Space::Rows);
+  const double right = xPositionAtTime(startTime + duration, Space::Rows);
+  return {left, Measures::componentHeight * row, right - left, Measures::componentHeight};
+}
+
+QRectF TYTimelineGeometry::rectForRow(int row, double viewWidth) {
+  return {0, Measures::componentHeight * row, viewWidth, Measures::componentHeight};
+}
+
+QRectF TYTimelineGeometry::keyFrameRect(double time, int row) const {
+  const QSizeF size = Measures::keyframeSize;
+  const QPointF centre(xPositionAtTime(time, Space::Rows) + 0.5,
+                       (row + 0.5) * Measures::componentHeight);
+  return {centre.x() - size.width() / 2, centre.y() - size.height() / 2, size.width(),
+          size.height()};
+}
+
+int TYTimelineGeometry::tickStride() const {
+  int stride = 1;
+  double distance =
+      unitWidth() / static_cast<double>(std::max<quint64>(m_content.ticksPerSecond, 1));
+  for (; distance < leastTickDistance; distance *= 2) ++stride;
+  return stride;
+}
+
+void TYTimelineGeometry::enumerateTicks(Space space, double fromX, double toX,
+                                        const TickBlock& block) const {
+  const int last = static_cast<int>(m_content.duration);
+  const int ticks = static_cast<int>(std::max<quint64>(m_content.ticksPerSecond, 1));
+  const int stride = tickStride();
+  const double distance = unitWidth() / ticks;
+  const double zero = xPosition(0, space);
+  const int first = std::max(0, static_cast<int>((fromX - zero) / unitWidth()) - 1);
+  for (int second = first; second <= last; ++second) {
+    const double x = zero + second * unitWidth();
+    if (x > toX) return;
+    block(x, second);
+    for (int tick = stride; tick < ticks && second < last; tick += stride)
+      block(x + tick * distance, -1);
+  }
+}
+
+}  // namespace timeline

@@ -1,0 +1,462 @@
+#include "timeline/TYTimelineView.h"
+
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPainter>
+#include <cmath>
+
+#include "model/Composition.h"
+#include "timeline/ClipPainter.h"
+#include "timeline/TYTimelineRulerView.h"
+#include "timeline/TYTimelineScrollView.h"
+#include "timeline/TYTimelineViewAccessible.h"
+#include "timeline/TYTimelneClipView.h"
+#include "timeline/TimeRulerPainter.h"
+#include "timeline/TimelineEditors.h"
+#include "timeline/TimelineInput.h"
+#include "timeline/TimelineKeyboard.h"
+#include "timeline/TimelineMenu.h"
+#include "timeline/TimelineObserver.h"
+#include "timeline/TimelinePicker.h"
+#include "timeline/TitlePainter.h"
+#include "widgets/TYStyleKit.h"
+
+namespace timeline {
+
+using model::Composition;
+using model::QuartzComponent;
+using Measures = TimelineMeasures;
+using Space = TYTimelineGeometry::Space;
+
+namespace {
+
+constexpr int narrowView = 1080;
+constexpr double pageShare = 0.1;  // of the width, before the marker on a new page
+constexpr double revealMargin = 16;
+
+TimelineHost& silentHost() {
+  static TimelineHost host;
+  return host;
+}
+
+}  // namespace
+
+TYTimelineView::TYTimelineView(QWidget* parent)
+    : QWidget(parent),
+      m_host(&silentHost()),
+      m_scene(std::make_unique<TimelineScene>()),
+      m_painter(std::make_unique<ClipPainter>()),
+      m_keyboard(std::make_unique<TimelineKeyboard>(*this)),
+      m_input(std::make_unique<TimelineInput>(*this)),
+      m_editors(std::make_unique<TimelineEditors>(*this)),
+      m_scrollView(new TYTimelineScrollView(*this)) {
+  TYTimelineViewAccessible::install();
+  setFocusPolicy(Qt::StrongFocus);
+  setAccessibleName(tr("Timeline"));
+  setMinimumHeight(
+      static_cast<int>(TYTimelineGeometry::rulerThickness + 4 * Measures::componentHeight));
+  connect(&widgets::TYStyleKit::shared(), &widgets::TYStyleKit::themeChanged, this, [this] {
+    m_painter->rowPainter().forgetStamps();
+    updateAll();
+  });
+}
+
+TYTimelineView::~TYTimelineView() {
+  cleanUp();
+}
+
+void TYTimelineView::setComposition(Composition* composition) {
+  m_input->cancelGesture();
+  m_editors->close();
+  m_observer.reset();
+  m_painter->rowPainter().forgetAllCurves();
+  m_composition = composition;
+  m_scene->composition = composition;
+  m_scene->rows.setComposition(composition);
+  m_scene->currentRow = 0;
+  m_scene->currentTime.reset();
+  m_scene->componentMouseOverRow = -1;
+  m_input->selecting().forgetLast();
+  if (composition)
+    m_observer = std::make_unique<TimelineObserver>(
+        *composition,
+        TimelineObserver::Callbacks{
+            .rowsChanged = [this] { setNeedsRows(); },
+            .componentChanged =
+                [this](const QuartzComponent& component) {
+                  updateRow(m_scene->rows.rowOf(component));
+                },
+            .attributeChanged = [this](const model::Attribute& a) { attributeChanged(a); },
+            .selectionChanged = [this] { updateComponentsRuler(); },
+            .stopFramesChanged =
+                [this] {
+                  updateTimelineRuler();
+                  updateClipView();
+                },
+            .timeChanged = [this] { timeChanged(); },
+            .durationChanged = [this] { updateSize(); },
+            .playModeChanged = [this] { updateTimelineRuler(); }});
+  updateSize();
+  m_scrollView->scrollTo({0, 0});
+}
+
+const TYTimelineGeometry& TYTimelineView::timelineGeometry() const {
+  return m_scene->geometry;
+}
+
+TimelineRows& TYTimelineView::rows() {
+  return m_scene->rows;
+}
+
+void TYTimelineView::takeContent() {
+  TYTimelineGeometry::Content content;
+  if (m_composition)
+    content = {.duration = m_composition->duration(),
+               .editorTimepoint = m_composition->editorTimepoint(),
+               .ticksPerSecond = m_composition->ticksPerSecond(),
+               .rate = TYTimelineGeometry::rateOf(*m_composition),
+               .rows = m_scene->rows.count()};
+  m_scene->geometry.setContent(content);
+  m_markerX = static_cast<int>(m_scene->geometry.positionOfEditorTimeInRuler(Space::Ruler));
+}
+
+// Zoom
+
+void TYTimelineView::zoomKeeping(double time, double x, double zoom) {
+  TYTimelineGeometry& geometry = m_scene->geometry;
+  const double before = geometry.zoom();
+  geometry.setZoom(zoom);
+  if (geometry.zoom() == before) return;
+  m_editors->close();
+  updateSize();
+  m_scrollView->scrollTo({TYTimelineGeometry::xOffset + geometry.xPositionAtTime(time) - x,
+                          geometry.visibleOrigin().y()});
+  scrolled();
+  Q_EMIT zoomChanged(geometry.zoom());
+}
+
+void TYTimelineView::zoomAround(double x, double zoom) {
+  zoomKeeping(m_scene->geometry.secondsAt(x, Space::Ruler), x, zoom);
+}
+
+void TYTimelineView::setZoom(double zoom) {
+  const double marker = m_scene->geometry.positionOfEditorTimeInRuler(Space::Ruler);
+  const double width = visibleSize().width();
+  zoomAround(marker >= 0 && marker <= width ? marker : width / 2, zoom);
+}
+
+void TYTimelineView::zoomToFit() {
+  const double room = visibleSize().width() - TYTimelineGeometry::xOffset - revealMargin;
+  const double duration = std::max(m_scene->geometry.content().duration, 0.001);
+  zoomKeeping(0, TYTimelineGeometry::xOffset,
+              TYTimelineGeometry::zoomForUnitWidth(room / duration));
+  m_scrollView->scrollTo({0, m_scene->geometry.visibleOrigin().y()});
+}
+
+// Scrolling
+
+QSizeF TYTimelineView::visibleSize() const {
+  return m_scrollView->clipView().size();
+}
+
+void TYTimelineView::scrollBy(const QPointF& points) {
+  m_scrollView->scrollTo(QPointF(m_scrollView->visibleOrigin()) + points);
+}
+
+void TYTimelineView::revealTime(double seconds) {
+  const double x = m_scene->geometry.xPositionAtTime(seconds, Space::Ruler);
+  const double width = visibleSize().width();
+  if (x < revealMargin)
+    scrollBy({x - revealMargin, 0});
+  else if (x > width - revealMargin)
+    scrollBy({x - width + revealMargin, 0});
+}
+
+void TYTimelineView::followEditorTime() {
+  const double x = m_scene->geometry.positionOfEditorTimeInRuler(Space::Ruler);
+  const double width = visibleSize().width();
+  if (x < 0 || x > width - revealMargin) scrollBy({x - width * pageShare, 0});
+}
+
+void TYTimelineView::revealRow(int row) {
+  if (row < 0) return;
+  const double top = row * Measures::componentHeight - m_scene->geometry.visibleOrigin().y();
+  const double room = visibleSize().height() - Measures::componentHeight;
+  if (top < 0)
+    scrollBy({0, top});
+  else if (top > room)
+    scrollBy({0, std::min(top, top - room)});
+}
+
+void TYTimelineView::scrolled() {
+  const QPoint origin = m_scrollView->visibleOrigin();
+  m_scene->geometry.setVisibleOrigin(origin);
+  m_markerX = static_cast<int>(m_scene->geometry.positionOfEditorTimeInRuler(Space::Ruler));
+  followVisibleRows();
+  updateAll();
+}
+
+std::pair<int, int> TYTimelineView::visibleRows() const {
+  const double top = m_scene->geometry.visibleOrigin().y();
+  return {static_cast<int>(top / Measures::componentHeight),
+          static_cast<int>((top + visibleSize().height()) / Measures::componentHeight)};
+}
+
+void TYTimelineView::followVisibleRows() {
+  if (!m_observer) return;
+  const auto [first, last] = visibleRows();
+  QList<model::Attribute*> attributes;
+  for (int row = first; row <= last; ++row)
+    if (model::Attribute* attribute = m_scene->rows.at(row).attribute) attributes.append(attribute);
+  m_scene->rows.keepOnly(first, last);
+  m_painter->rowPainter().keepOnly(attributes);
+  m_observer->followAttributes(attributes);
+}
+
+// Bringing up to date
+
+void TYTimelineView::updateSize() {
+  takeContent();
+  m_scrollView->setDocumentSize(m_scene->geometry.timeAxisSize());
+  scrolled();
+}
+
+void TYTimelineView::updateTimelineRuler() {
+  m_scrollView->horizontalRuler().update();
+}
+
+void TYTimelineView::updateComponentsRuler() {
+  m_scrollView->verticalRuler().update();
+}
+
+void TYTimelineView::updateClipView() {
+  m_scrollView->clipView().update();
+}
+
+void TYTimelineView::updateAll() {
+  updateTimelineRuler();
+  updateComponentsRuler();
+  updateClipView();
+}
+
+void TYTimelineView::updateRow(int row) {
+  if (row < 0) return;
+  const int height = static_cast<int>(Measures::componentHeight);
+  const int top = row * height - qRound(m_scene->geometry.visibleOrigin().y());
+  m_scrollView->clipView().update(0, top, m_scrollView->clipView().width(), height);
+  m_scrollView->verticalRuler().update(0, top, m_scrollView->verticalRuler().width(), height);
+}
+
+void TYTimelineView::setNeedsRows() {
+  m_scene->rows.setNeedsUpdate();
+  // Once for all changes of an event.
+  if (std::exchange(m_rowsAreDue, true)) return;
+  QMetaObject::invokeMethod(this, &TYTimelineView::rowsChanged, Qt::QueuedConnection);
+}
+
+void TYTimelineView::rowsChanged() {
+  m_rowsAreDue = false;
+  m_painter->rowPainter().forgetAllCurves();
+  m_scene->currentRow = std::min(m_scene->currentRow, m_scene->rows.count() - 1);
+  m_scene->componentMouseOverRow = -1;
+  updateSize();
+}
+
+void TYTimelineView::attributeChanged(const model::Attribute& attribute) {
+  m_painter->rowPainter().forgetCurve(attribute);
+  updateRow(m_scene->rows.rowOf(attribute));
+}
+
+void TYTimelineView::timeChanged() {
+  const int before = m_markerX;
+  takeContent();
+  if (m_composition->playMode()) followEditorTime();
+  const int now = m_markerX;
+  if (now == before) return;
+  const int height = m_scrollView->clipView().height();
+  const int left = static_cast<int>(m_scene->componentsWidth);
+  for (const int x : {before, now}) {
+    m_scrollView->clipView().update(ClipPainter::markerStrip(x, height));
+    m_scrollView->horizontalRuler().update(
+        TimeRulerPainter::markerRect(x).toRect().translated(left, 0));
+  }
+  updateButtons();
+}
+
+void TYTimelineView::setTime(double time, UpdateAttributes updateAttributes) {
+  if (!m_composition) return;
+  const bool plays = m_composition->playMode();
+  m_composition->setEditorTimepointForNearestTick(time);
+  // Playing goes on from there.
+  if (plays) m_composition->setPlayMode(true);
+  if (updateAttributes == UpdateAttributes::Yes) m_composition->sendChangeNotificationForValues();
+}
+
+// Rows under pointer and keyboard
+
+int TYTimelineView::currentRow() const {
+  return m_scene->currentRow;
+}
+
+void TYTimelineView::setCurrentRow(int row) {
+  m_scene->currentTime.reset();
+  const int before = std::exchange(m_scene->currentRow, row);
+  updateRow(before);
+  updateRow(row);
+  updateTimelineRuler();
+}
+
+int TYTimelineView::componentMouseOverRow() const {
+  return m_scene->componentMouseOverRow;
+}
+
+void TYTimelineView::setMouseOver(int row, bool eye) {
+  if (row == m_scene->componentMouseOverRow && eye == m_scene->mouseOverEye) return;
+  const int before = std::exchange(m_scene->componentMouseOverRow, row);
+  m_scene->mouseOverEye = eye;
+  const int height = static_cast<int>(Measures::componentHeight);
+  for (const int one : {before, row})
+    m_scrollView->verticalRuler().update(
+        0, one * height - qRound(m_scene->geometry.visibleOrigin().y()),
+        m_scrollView->verticalRuler().width(), height);
+}
+
+void TYTimelineView::setExpanded(QuartzComponent& component, bool expanded, Expanded which) {
+  m_editors->close();
+  if (which == Expanded::One) return component.setExpanded(expanded);
+  for (QuartzComponent* one : m_composition->components()) one->setExpanded(expanded);
+}
+
+// Drawing
+
+void TYTimelineView::drawClipInView(QPainter& painter, const QRectF& rect) {
+  m_painter->drawClip(painter, *m_scene, rect, visibleSize());
+}
+
+void TYTimelineView::drawRulerInView(QPainter& painter, Qt::Orientation orientation,
+                                     const QRectF& rect) {
+  if (orientation == Qt::Horizontal)
+    TimeRulerPainter::drawRuler(painter, *m_scene, rect, m_scrollView->horizontalRuler().width());
+  else
+    TitlePainter::drawRuler(painter, *m_scene, rect);
+  drawButtons(painter, orientation, rect);
+}
+
+// Events
+
+bool TYTimelineView::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    const auto& key = static_cast<QKeyEvent&>(*event);
+    const bool cancels = m_input->isInGesture() && key.key() == Qt::Key_Escape;
+    if (cancels || (m_composition && m_keyboard->claims(key))) {
+      event->accept();
+      return true;
+    }
+  }
+  return QWidget::event(event);
+}
+
+void TYTimelineView::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  m_scene->componentsWidth =
+      width() < narrowView ? Measures::narrowComponentsWidth : Measures::componentsWidth;
+  m_scrollView->setComponentsWidth(static_cast<int>(m_scene->componentsWidth));
+  m_scrollView->setGeometry(rect());
+}
+
+bool TYTimelineView::press(const QKeyEvent& event) {
+  if (m_input->isInGesture()) {
+    if (event.key() == Qt::Key_Escape) m_input->cancelGesture();
+    m_input->updateModifiers(event.modifiers());
+    return true;
+  }
+  return m_keyboard->press(event);
+}
+
+void TYTimelineView::keyPressEvent(QKeyEvent* event) {
+  if (!press(*event)) QWidget::keyPressEvent(event);
+}
+
+void TYTimelineView::keyReleaseEvent(QKeyEvent* event) {
+  m_input->updateModifiers(event->modifiers());
+  QWidget::keyReleaseEvent(event);
+}
+
+void TYTimelineView::focusInEvent(QFocusEvent* event) {
+  // The frame around the current row is for those who use the keyboard.
+  m_scene->hasFocus = event->reason() != Qt::MouseFocusReason;
+  updateAll();
+}
+
+void TYTimelineView::focusOutEvent(QFocusEvent* event) {
+  if (event->reason() != Qt::PopupFocusReason) m_input->cancelGesture();
+  m_scene->hasFocus = false;
+  updateAll();
+}
+
+void TYTimelineView::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange) updateAll();
+}
+
+TimelineTarget TYTimelineView::targetAt(const QPoint& point) const {
+  TimelineTarget target;
+  const double left = m_scene->componentsWidth;
+  const QPointF inClip(point.x() - left, point.y() - TYTimelineGeometry::rulerThickness);
+  const TimelinePicker picker(*m_scene);
+  if (inClip.x() >= 0)
+    target.time = std::max(0.0, m_scene->geometry.timeFromPosition(inClip.x() + 0.5, Space::Ruler));
+  if (inClip.y() < 0) {
+    if (inClip.x() >= 0) target.stopFrame = picker.stopFrameAt({inClip.x(), double(point.y())});
+    if (target.stopFrame) target.time = target.stopFrame->timepoint();
+    return target;
+  }
+  const TimelineHit hit = picker.hitAt(inClip + m_scene->geometry.visibleOrigin());
+  target.component = hit.row.component;
+  target.attribute = hit.row.attribute;
+  if (hit.kind == TimelineHit::Kind::KeyFrame && inClip.x() >= 0) {
+    target.isKeyFrame = true;
+    target.time = hit.keyFrame.time;
+  }
+  return target;
+}
+
+TimelineTarget TYTimelineView::currentTarget() const {
+  TimelineTarget target;
+  target.time = m_scene->currentTime.value_or(m_composition->editorTimepoint());
+  if (m_scene->currentRow < 0) {
+    target.stopFrame = m_keyboard->currentStopFrame();
+    return target;
+  }
+  const TimelineRow row = m_scene->rows.at(m_scene->currentRow);
+  target.component = row.component;
+  target.attribute = row.attribute;
+  target.isKeyFrame = row.attribute && m_scene->currentTime;
+  return target;
+}
+
+void TYTimelineView::contextMenuEvent(QContextMenuEvent* event) {
+  if (!m_composition) return;
+  const bool byKeyboard = event->reason() == QContextMenuEvent::Keyboard;
+  const TimelineTarget target = byKeyboard ? currentTarget() : targetAt(event->pos());
+  if (target.component && !target.component->selected()) {
+    m_composition->clearSelection();
+    target.component->setSelected(true);
+  }
+  if (target.isKeyFrame && !target.attribute->isTimePointSelected(target.time)) {
+    m_composition->deselectAllKeyFrames();
+    KeyFrameSelection::add({target.attribute, target.time});
+  }
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  TimelineMenu::fill(*menu, *this, target);
+  m_host->fillContextMenu(*menu, target);
+  const double top = m_scene->currentRow * Measures::componentHeight -
+                     m_scene->geometry.visibleOrigin().y() + TYTimelineGeometry::rulerThickness;
+  menu->popup(byKeyboard ? mapToGlobal(QPoint(int(Measures::componentIndent1),
+                                              qBound(0, int(top), height())))
+                         : event->globalPos());
+}
+
+}  // namespace timeline

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <optional>
+
+class QKeyEvent;
+
+namespace model {
+class StopFrame;
+}
+
+namespace timeline {
+
+class TYTimelineView;
+struct TimelineRow;
+
+/// The timeline without a mouse. Up and Down walk the rows, the row above all being the time ruler
+/// with its stop frames; Alt and Left or Right walk the key frames of a row; Ctrl and Left or Right
+/// move what is selected by a frame, with Shift by ten; Return edits, F2 renames, plus and minus
+/// open and close.
+class TimelineKeyboard {
+  Q_DECLARE_TR_FUNCTIONS(TimelineKeyboard)
+
+ public:
+  explicit TimelineKeyboard(TYTimelineView& view) : m_view(view) {}
+
+  /// Whether the key is for the timeline even where a command of the window has it.
+  [[nodiscard]] bool claims(const QKeyEvent& event) const;
+  /// True when the key did something.
+  bool press(const QKeyEvent& event);
+
+  /// The stop frame that the keyboard is on, if any.
+  [[nodiscard]] model::StopFrame* currentStopFrame() const;
+  /// What is read out of the place the keyboard is on.
+  [[nodiscard]] QString description() const;
+
+ private:
+  void moveRow(int step, bool extends);
+  void walk(int step, bool adds);
+  void moveByFrames(int frames);
+  void moveComponents(int frames);
+  void moveKeyFrames(int frames);
+  void edit();
+  [[nodiscard]] TimelineRow row() const;
+  void announce();
+
+  TYTimelineView& m_view;
+};
+
+}  // namespace timeline
