@@ -13,6 +13,7 @@
 #include "timeline/TYTimelineViewAccessible.h"
 #include "timeline/TYTimelneClipView.h"
 #include "timeline/TimeRulerPainter.h"
+#include "timeline/TimelineButtons.h"
 #include "timeline/TimelineEditors.h"
 #include "timeline/TimelineInput.h"
 #include "timeline/TimelineKeyboard.h"
@@ -47,6 +48,7 @@ TYTimelineView::TYTimelineView(QWidget* parent)
       m_host(&silentHost()),
       m_scene(std::make_unique<TimelineScene>()),
       m_painter(std::make_unique<ClipPainter>()),
+      m_buttons(std::make_unique<TimelineButtons>()),
       m_keyboard(std::make_unique<TimelineKeyboard>(*this)),
       m_input(std::make_unique<TimelineInput>(*this)),
       m_editors(std::make_unique<TimelineEditors>(*this)),
@@ -286,11 +288,17 @@ void TYTimelineView::timeChanged() {
 
 void TYTimelineView::setTime(double time, UpdateAttributes updateAttributes) {
   if (!m_composition) return;
-  const bool plays = m_composition->playMode();
   m_composition->setEditorTimepointForNearestTick(time);
-  // Playing goes on from there.
-  if (plays) m_composition->setPlayMode(true);
   if (updateAttributes == UpdateAttributes::Yes) m_composition->sendChangeNotificationForValues();
+}
+
+void TYTimelineView::updateButtons() {
+  const auto flags = m_buttons->flags(*m_scene);
+  if (flags == std::exchange(m_buttonFlags, flags)) return;
+  m_scrollView->horizontalRuler().update(m_buttons->cornerRect(*m_scene).toAlignedRect());
+  if (m_scene->rows.at(m_scene->componentMouseOverRow).attribute)
+    m_scrollView->verticalRuler().update(
+        m_buttons->rowRect(*m_scene, m_scene->componentMouseOverRow).toAlignedRect());
 }
 
 // Rows under pointer and keyboard
@@ -336,11 +344,21 @@ void TYTimelineView::drawClipInView(QPainter& painter, const QRectF& rect) {
 
 void TYTimelineView::drawRulerInView(QPainter& painter, Qt::Orientation orientation,
                                      const QRectF& rect) {
-  if (orientation == Qt::Horizontal)
+  if (orientation == Qt::Horizontal) {
     TimeRulerPainter::drawRuler(painter, *m_scene, rect, m_scrollView->horizontalRuler().width());
-  else
+    if (rect.left() < m_scene->componentsWidth) m_buttons->drawInCorner(painter, *m_scene);
+  } else {
     TitlePainter::drawRuler(painter, *m_scene, rect);
-  drawButtons(painter, orientation, rect);
+    m_buttons->drawInRow(painter, *m_scene);
+  }
+}
+
+bool TYTimelineView::clickInCorner(const QPointF& point) {
+  return m_buttons->clickInCorner(*m_scene, point);
+}
+
+bool TYTimelineView::clickOnAttributeButtons(int row, const QPointF& point) {
+  return m_buttons->clickInRow(*m_scene, row, point);
 }
 
 // Events

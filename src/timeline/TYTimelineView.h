@@ -18,6 +18,7 @@ namespace timeline {
 
 class ClipPainter;
 class TYTimelineScrollView;
+class TimelineButtons;
 class TimelineEditors;
 class TimelineInput;
 class TimelineKeyboard;
@@ -129,7 +130,6 @@ class TYTimelineView : public QWidget {
   void attributeChanged(const model::Attribute& attribute);
   void zoomKeeping(double time, double x, double zoom);
   void setNeedsRows();
-  void drawButtons(QPainter& painter, Qt::Orientation orientation, const QRectF& rect);
   void updateButtons();
   [[nodiscard]] TimelineTarget currentTarget() const;
   [[nodiscard]] std::pair<int, int> visibleRows() const;
@@ -138,6 +138,7 @@ class TYTimelineView : public QWidget {
   TimelineHost* m_host;
   std::unique_ptr<TimelineScene> m_scene;
   std::unique_ptr<ClipPainter> m_painter;
+  std::unique_ptr<TimelineButtons> m_buttons;
   std::unique_ptr<TimelineKeyboard> m_keyboard;
   std::unique_ptr<TimelineObserver> m_observer;
   std::unique_ptr<TimelineInput> m_input;
@@ -145,6 +146,7 @@ class TYTimelineView : public QWidget {
   TYTimelineScrollView* m_scrollView;
   int m_markerX = 0;  ///< where the editor marker was painted last
   bool m_rowsAreDue = false;
+  std::pair<int, int> m_buttonFlags;  ///< that were painted
 };
 
 }  // namespace timeline

@@ -26,7 +26,7 @@ constexpr double thickness = Geometry::rulerThickness;
 constexpr double labelGap = 4;
 constexpr double titleIndent = 12;
 constexpr double handleWidth = 7;
-constexpr double handleTop = 8;
+constexpr double handleHeight = 9;
 
 void drawTimelineRuler(QPainter& painter, const TimelineScene& scene, double from, double to) {
   const DevicePixels pixels(painter);
@@ -63,12 +63,11 @@ void drawStopframes(QPainter& painter, const TimelineScene& scene) {
 
 void drawEndHandle(QPainter& painter, const TimelineScene& scene) {
   const QRectF rect = TimeRulerPainter::endHandleRect(scene.geometry);
-  const QRectF shape = rect.adjusted(0, handleTop, 0, -1);
   const DevicePixels pixels(painter);
-  pixels.fill(shape, TYStyleKit::colour(Token::Border), 1.5);
+  pixels.fill(rect, TYStyleKit::colour(Token::Border), 1.5);
   const QColor grip = TYStyleKit::colour(Token::TimelineRuler);
-  pixels.vertical(shape.left() + 2, shape.top() + 3, shape.bottom() - 3, grip);
-  pixels.vertical(shape.left() + 4, shape.top() + 3, shape.bottom() - 3, grip);
+  for (const double x : {2, 4})
+    pixels.vertical(rect.left() + x, rect.top() + 2, rect.bottom() - 2, grip);
 }
 
 void drawMarker(QPainter& painter, const TimelineScene& scene) {
@@ -102,7 +101,7 @@ QRectF TimeRulerPainter::stopFrameRect(const Geometry& geometry, double time) {
 
 QRectF TimeRulerPainter::endHandleRect(const Geometry& geometry) {
   const double x = geometry.xPositionAtTime(geometry.content().duration, Space::Ruler) + 1;
-  return {x, 0, handleWidth, thickness};
+  return {x, 1, handleWidth, handleHeight};
 }
 
 QRectF TimeRulerPainter::markerRect(double x) {

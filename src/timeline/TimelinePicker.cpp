@@ -78,7 +78,7 @@ model::StopFrame* TimelinePicker::stopFrameAt(const QPointF& point) const {
 
 bool TimelinePicker::isOnEndHandle(const QPointF& point) const {
   return m_scene.composition &&
-         TimeRulerPainter::endHandleRect(m_scene.geometry).adjusted(0, 0, 2, 0).contains(point);
+         TimeRulerPainter::endHandleRect(m_scene.geometry).adjusted(-2, -1, 3, 3).contains(point);
 }
 
 }  // namespace timeline
