@@ -8,11 +8,14 @@
 #include "app/ProgramServices.h"
 #include "document/DocumentClipboard.h"
 #include "document/DocumentCommands.h"
+#include "document/KeyFrameClipboard.h"
+#include "timeline/TimelinePanel.h"
 
 namespace app {
 
 using document::DocumentClipboard;
 using document::DocumentCommands;
+using document::KeyFrameClipboard;
 
 namespace {
 
@@ -21,6 +24,23 @@ constexpr QPointF duplicateOffset(20, -20);
 
 void callField(const char* slot) {
   QMetaObject::invokeMethod(QApplication::focusWidget(), slot);
+}
+
+foundation::Result<void> paste(TYWindowController& window, const QMimeData& data,
+                               QStringList& warnings) {
+  if (KeyFrameClipboard::holdsKeyFrames(data))
+    return KeyFrameClipboard(window.document()).paste(data, window.timelinePanel().pasteTarget());
+  return DocumentClipboard(window.document()).paste(data, warnings);
+}
+
+void pasteInto(TYWindowController& window) {
+  const QMimeData* data = QApplication::clipboard()->mimeData();
+  if (!data) return;
+  QStringList warnings;
+  const auto pasted = paste(window, *data, warnings);
+  if (!pasted) window.showError(TYWindowController::tr("Nothing was pasted"), pasted.error());
+  if (!warnings.isEmpty())
+    window.showWarnings(TYWindowController::tr("Not everything was pasted"), warnings);
 }
 
 }  // namespace
@@ -53,7 +73,12 @@ void MenuMaker::addEdit() {
        .shortcuts = {QKeySequence::SelectAll},
        .run =
            [&window] {
-             editsText() ? callField("selectAll") : window.composition()->selectAllComponents();
+             if (editsText())
+               callField("selectAll");
+             else if (window.editsKeyFrames())
+               window.timelinePanel().selectAllKeyFrames();
+             else
+               window.composition()->selectAllComponents();
            },
        .canRun = [has = hasComposition()] { return editsText() || has(); }});
   separate();
@@ -66,7 +91,7 @@ void MenuMaker::addEdit() {
 void MenuMaker::addClipboard() {
   TYWindowController& window = m_window;
   const auto canCopy = [&window] {
-    return editsText() || DocumentClipboard(window.document()).canCopy();
+    return editsText() || window.editsKeyFrames() || DocumentClipboard(window.document()).canCopy();
   };
   const auto put = [](std::unique_ptr<QMimeData> data) {
     if (data) QApplication::clipboard()->setMimeData(data.release());
@@ -76,7 +101,12 @@ void MenuMaker::addClipboard() {
        .shortcuts = {QKeySequence::Cut},
        .run =
            [&window, put] {
-             editsText() ? callField("cut") : put(DocumentClipboard(window.document()).cut());
+             if (editsText())
+               callField("cut");
+             else if (window.editsKeyFrames())
+               put(KeyFrameClipboard(window.document()).cut());
+             else
+               put(DocumentClipboard(window.document()).cut());
            },
        .canRun = canCopy,
        .needs = selectFirst()});
@@ -85,7 +115,12 @@ void MenuMaker::addClipboard() {
        .shortcuts = {QKeySequence::Copy},
        .run =
            [&window, put] {
-             editsText() ? callField("copy") : put(DocumentClipboard(window.document()).copy());
+             if (editsText())
+               callField("copy");
+             else if (window.editsKeyFrames())
+               put(KeyFrameClipboard(window.document()).copy());
+             else
+               put(DocumentClipboard(window.document()).copy());
            },
        .canRun = canCopy,
        .needs = selectFirst()});
@@ -94,13 +129,10 @@ void MenuMaker::addClipboard() {
        .shortcuts = {QKeySequence::Paste},
        .run =
            [&window] {
-             if (editsText()) return callField("paste");
-             QStringList warnings;
-             const auto pasted = DocumentClipboard(window.document())
-                                     .paste(*QApplication::clipboard()->mimeData(), warnings);
-             if (!pasted) window.showError(tr("Nothing was pasted"), pasted.error());
-             if (!warnings.isEmpty())
-               window.showWarnings(tr("Not everything was pasted"), warnings);
+             if (editsText())
+               callField("paste");
+             else
+               pasteInto(window);
            },
        .canRun =
            [&window] {
@@ -108,7 +140,7 @@ void MenuMaker::addClipboard() {
              return editsText() ||
                     (window.composition() && data && DocumentClipboard::pasteboardIsValid(*data));
            },
-       .needs = tr("The clipboard holds no component, image or text.")});
+       .needs = tr("The clipboard holds no component, key frame, image or text.")});
 }
 
 void MenuMaker::addSelected() {
@@ -130,8 +162,17 @@ void MenuMaker::addSelected() {
   add({.identifier = QStringLiteral("delete"),
        .text = tr("De&lete"),
        .shortcuts = {QKeySequence::Delete, QKeySequence(Qt::Key_Backspace)},
-       .run = [&window] { DocumentCommands(window.document()).deleteSelection(); },
-       .canRun = [selected = hasSelection()] { return !editsText() && selected(); },
+       .run =
+           [&window] {
+             if (window.editsKeyFrames())
+               KeyFrameClipboard(window.document()).deleteSelected();
+             else
+               DocumentCommands(window.document()).deleteSelection();
+           },
+       .canRun =
+           [&window, selected = hasSelection()] {
+             return !editsText() && (selected() || window.editsKeyFrames());
+           },
        .needs = selectFirst()});
 }
 

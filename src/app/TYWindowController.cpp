@@ -1,6 +1,9 @@
 #include "app/TYWindowController.h"
 
+#include <QAbstractButton>
+#include <QApplication>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QDockWidget>
 #include <QFileInfo>
 #include <QMenuBar>
@@ -17,14 +20,14 @@
 #include "app/WindowMenus.h"
 #include "canvas/CompositionView.h"
 #include "canvas/TYZoomScrollView.h"
-#include "document/DocumentCommands.h"
+#include "document/KeyFrameClipboard.h"
 #include "foundation/Log.h"
 #include "foundation/UserDefaults.h"
 #include "inspector/GeometryPane.h"
 #include "library/TYLibraryController.h"
 #include "model/Composition.h"
+#include "timeline/TimelinePanel.h"
 #include "widgets/TYAlert.h"
-#include "widgets/TYEmptyPanel.h"
 
 namespace app {
 
@@ -58,11 +61,7 @@ TYWindowController::TYWindowController(CompositionDocument& document, ProgramSer
   makePanels();
   makeMenus();
   m_replacement = m_document.observeReplacement([this](const auto&) {
-    m_subscriptions.clear();
-    m_view->cleanUp();
-    m_geometry->setComposition(nullptr);
-    m_history->setContext(nullptr);
-    m_alignment.setComposition(nullptr);
+    letGo();
     // The new contents are there when the document is through with reading them.
     QMetaObject::invokeMethod(this, &TYWindowController::takeComposition, Qt::QueuedConnection);
   });
@@ -71,10 +70,16 @@ TYWindowController::TYWindowController(CompositionDocument& document, ProgramSer
 }
 
 TYWindowController::~TYWindowController() {
+  letGo();
+}
+
+void TYWindowController::letGo() {
   m_subscriptions.clear();
   m_view->cleanUp();
   m_geometry->setComposition(nullptr);
+  m_timeline->setComposition(nullptr);
   m_history->setContext(nullptr);
+  m_alignment.setComposition(nullptr);
 }
 
 void TYWindowController::makePanels() {
@@ -96,9 +101,12 @@ void TYWindowController::makePanels() {
           [this](const QString& path) { m_view->addComponentsFromPaths({path}, false); });
   makeDock(QStringLiteral("library"), tr("Library"), m_library, Qt::LeftDockWidgetArea);
 
-  auto* timeline = new widgets::TYEmptyPanel(
-      {}, tr("No timeline yet"), tr("Stop frames and playback are in the Playback menu."));
-  makeDock(QStringLiteral("timeline"), tr("Timeline"), timeline, Qt::BottomDockWidgetArea);
+  m_timeline = new timeline::TimelinePanel;
+  m_timeline->setHost(*this);
+  QDockWidget* timelineDock =
+      makeDock(QStringLiteral("timeline"), tr("Timeline"), m_timeline, Qt::BottomDockWidgetArea);
+  // The transport is its head.
+  timelineDock->setTitleBarWidget(new QWidget);
 
   m_geometry = new inspector::GeometryPane;
   QDockWidget* inspectorDock =
@@ -112,6 +120,10 @@ void TYWindowController::makePanels() {
   m_status = new StatusLine;
   connect(m_view, &canvas::CompositionView::actionButtonsChanged, this,
           [this] { setNeedsUpdate(); });
+  // What Edit commands are about depends on where the keyboard is.
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+    if (now && now->window() == this) setNeedsUpdate();
+  });
 }
 
 QDockWidget* TYWindowController::makeDock(const QString& name, const QString& title,
@@ -180,13 +192,14 @@ void TYWindowController::takeComposition() {
   model::Composition* composition = m_document.composition();
   m_view->setComposition(composition);
   m_geometry->setComposition(composition);
+  m_timeline->setComposition(composition);
   m_history->setContext(&m_document.context());
   m_alignment.setComposition(composition);
   m_subscriptions.clear();
   m_subscriptions.push_back(
       m_document.context().observeChanges([this](const store::ChangeSet&) { setNeedsUpdate(); }));
   if (composition)
-    for (const char* key : {"selectedComponents", "zoomMode", "playMode", "editorTimepoint"})
+    for (const char* key : {"selectedComponents", "zoomMode", "playMode"})
       m_subscriptions.push_back(composition->observe(
           QString::fromLatin1(key), [this](const store::Change&) { setNeedsUpdate(); }));
   update();
@@ -277,12 +290,22 @@ void TYWindowController::changeEvent(QEvent* event) {
   }
 }
 
-void TYWindowController::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier) {
-    document::DocumentCommands(m_document).play();
-    return;
+bool TYWindowController::event(QEvent* event) {
+  // Space plays, but presses buttons that the keyboard is on.
+  if (event->type() == QEvent::ShortcutOverride) {
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const QWidget* focus = QApplication::focusWidget();
+    if (key->key() == Qt::Key_Space && key->modifiers() == Qt::NoModifier &&
+        (qobject_cast<const QAbstractButton*>(focus) || qobject_cast<const QComboBox*>(focus))) {
+      event->accept();
+      return true;
+    }
   }
-  QMainWindow::keyPressEvent(event);
+  return QMainWindow::event(event);
+}
+
+bool TYWindowController::editsKeyFrames() const {
+  return !m_view->hasFocus() && document::KeyFrameClipboard(m_document).canCopy();
 }
 
 void TYWindowController::showReport(const model::CommandReport& report) {
@@ -343,6 +366,19 @@ void TYWindowController::showHint(const QString& hint) {
 
 void TYWindowController::pointerMoved(const std::optional<QPointF>& pixel) {
   m_status->showPointer(pixel);
+}
+
+void TYWindowController::fillContextMenu(QMenu& menu, const timeline::TimelineTarget& target) {
+  m_actions.update();
+  const auto add = [&](const QStringList& identifiers) {
+    menu.addSeparator();
+    for (const QString& identifier : identifiers) menu.addAction(m_actions.action(identifier));
+  };
+  add({QStringLiteral("cut"), QStringLiteral("copy"), QStringLiteral("paste"),
+       QStringLiteral("delete")});
+  if (target.component && !target.attribute)
+    add({QStringLiteral("duplicate"), QStringLiteral("bringToFront"), QStringLiteral("sendForward"),
+         QStringLiteral("sendBackward"), QStringLiteral("sendToBack")});
 }
 
 bool TYWindowController::importPSDFile(const QString& path, const QString& qtzFile) {

@@ -7,6 +7,7 @@
 #include "canvas/CanvasHost.h"
 #include "canvas/TYAlignmentController.h"
 #include "document/CompositionDocument.h"
+#include "timeline/TimelineHost.h"
 
 namespace canvas {
 class CompositionView;
@@ -17,6 +18,9 @@ class GeometryPane;
 }
 namespace library {
 class TYLibraryController;
+}
+namespace timeline {
+class TimelinePanel;
 }
 
 namespace app {
@@ -31,7 +35,9 @@ class StatusLine;
 /// The window of a document: toolbar, canvas, and around it the library, the timeline, the
 /// inspector and the history as docks. Closing it closes the document, after asking about unsaved
 /// changes.
-class TYWindowController : public QMainWindow, private canvas::CanvasHost {
+class TYWindowController : public QMainWindow,
+                           private canvas::CanvasHost,
+                           private timeline::TimelineHost {
   Q_OBJECT
 
  public:
@@ -44,6 +50,10 @@ class TYWindowController : public QMainWindow, private canvas::CanvasHost {
   [[nodiscard]] ProgramServices& services() const { return m_services; }
   [[nodiscard]] ActionTable& actions() { return m_actions; }
   [[nodiscard]] canvas::CompositionView& view() const { return *m_view; }
+  [[nodiscard]] timeline::TimelinePanel& timelinePanel() const { return *m_timeline; }
+  /// Whether commands like Copy are about key frames: some are selected, and it is not the canvas
+  /// that is worked on.
+  [[nodiscard]] bool editsKeyFrames() const;
   [[nodiscard]] canvas::TYAlignmentController& alignment() { return m_alignment; }
   [[nodiscard]] DocumentSaving& saving() const { return *m_saving; }
 
@@ -63,12 +73,13 @@ class TYWindowController : public QMainWindow, private canvas::CanvasHost {
  protected:
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
+  bool event(QEvent* event) override;
 
  private:
   void showHint(const QString& hint) override;
   void pointerMoved(const std::optional<QPointF>& pixel) override;
   bool importPSDFile(const QString& path, const QString& qtzFile) override;
+  void fillContextMenu(QMenu& menu, const timeline::TimelineTarget& target) override;
 
   void makePanels();
   QDockWidget* makeDock(const QString& name, const QString& title, QWidget* content,
@@ -77,6 +88,7 @@ class TYWindowController : public QMainWindow, private canvas::CanvasHost {
   void restoreLayout();
   void saveWindowState();
   void takeComposition();
+  void letGo();
   void update();
 
   document::CompositionDocument& m_document;
@@ -88,6 +100,7 @@ class TYWindowController : public QMainWindow, private canvas::CanvasHost {
   canvas::TYZoomScrollView* m_scrollView;
   inspector::GeometryPane* m_geometry;
   library::TYLibraryController* m_library;
+  timeline::TimelinePanel* m_timeline;
   HistoryPanel* m_history;
   MainToolbar* m_toolbar;
   StatusLine* m_status;

@@ -163,7 +163,7 @@ void MenuMaker::addPlayback() {
              },
          .canRun = [has = hasComposition()] { return has() && !editsText(); }});
   };
-  command("play", tr("&Play"), {}, &DocumentCommands::play);
+  command("play", tr("&Play"), QKeySequence(Qt::Key_Space), &DocumentCommands::play);
   separate();
   command("jumpToBeginning", tr("Go to &Beginning"), QKeySequence(Qt::Key_Home),
           &DocumentCommands::jumpToBeginning);
@@ -176,7 +176,13 @@ void MenuMaker::addPlayback() {
           &DocumentCommands::jumpToNextKeyframe);
   command("jumpToPreviousKeyframe", tr("Previous Ke&y Frame"),
           QKeySequence(Qt::SHIFT | Qt::Key_Comma), &DocumentCommands::jumpToPreviousKeyframe);
+  command("jumpToNextStopFrame", tr("Next Stop F&rame"), QKeySequence(Qt::ALT | Qt::Key_Period),
+          &DocumentCommands::jumpToNextStopFrame);
+  command("jumpToPreviousStopFrame", tr("Previous Stop Fr&ame"),
+          QKeySequence(Qt::ALT | Qt::Key_Comma), &DocumentCommands::jumpToPreviousStopFrame);
   separate();
+  command("addStopFrame", tr("A&dd Stop Frame"), QKeySequence(Qt::SHIFT | Qt::Key_M),
+          &DocumentCommands::addStopFrame);
   command("toggleStopframe", tr("&Stop Frame"), QKeySequence(Qt::Key_M),
           &DocumentCommands::toggleStopframe);
   command("togglePosterframe", tr("P&oster Frame"), {}, &DocumentCommands::togglePosterframe);
