@@ -161,7 +161,7 @@ void MenuMaker::addPlayback() {
                DocumentCommands commands(window.document());
                (commands.*operation)();
              },
-         .canRun = [has = hasComposition()] { return has() && !editsText(); }});
+         .canRun = hasComposition()});
   };
   command("play", tr("&Play"), QKeySequence(Qt::Key_Space), &DocumentCommands::play);
   separate();
