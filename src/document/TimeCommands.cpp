@@ -7,16 +7,22 @@ namespace document {
 
 using model::Attribute;
 
+void TimeCommands::moveTo(double timepoint) {
+  m_composition.setEditorTimepoint(timepoint);
+  // Fields show animated values at the editor time; while playing they wait for its end.
+  if (!m_composition.playMode()) m_composition.sendChangeNotificationForValues();
+}
+
 void TimeCommands::jumpToBeginning() {
   const bool wasPlaying = m_composition.playMode();
   m_composition.setPlayMode(false);
-  m_composition.setEditorTimepoint(0);
+  moveTo(0);
   m_composition.setPlayMode(wasPlaying);
 }
 
 void TimeCommands::jumpToEnd() {
   m_composition.setPlayMode(false);  // at the end playing would begin anew at once
-  m_composition.setEditorTimepoint(m_composition.duration());
+  moveTo(m_composition.duration());
 }
 
 void TimeCommands::play() {
@@ -29,7 +35,7 @@ void TimeCommands::jumpByFrames(int frames) {
   const double frame =
       static_cast<double>(1.0F / static_cast<float>(m_composition.ticksPerSecond()));
   double timepoint = m_composition.editorTimepoint() + frames * frame;
-  if (m_composition.validateEditorTimepoint(timepoint)) m_composition.setEditorTimepoint(timepoint);
+  if (m_composition.validateEditorTimepoint(timepoint)) moveTo(timepoint);
 }
 
 void TimeCommands::forKeyFrames(const std::function<void(const Attribute&)>& visit) const {
@@ -45,7 +51,7 @@ void TimeCommands::jumpToNextKeyframe() {
     const double time = attribute.nextTimePoint(m_composition.editorTimepoint());
     if (time != model::noTimepoint) nearest = std::min(nearest, time);
   });
-  if (nearest != none) m_composition.setEditorTimepoint(nearest);
+  if (nearest != none) moveTo(nearest);
 }
 
 void TimeCommands::jumpToPreviousKeyframe() {
@@ -53,7 +59,7 @@ void TimeCommands::jumpToPreviousKeyframe() {
   forKeyFrames([&](const Attribute& attribute) {
     nearest = std::max(nearest, attribute.previousTimePoint(m_composition.editorTimepoint()));
   });
-  m_composition.setEditorTimepoint(nearest);
+  moveTo(nearest);
 }
 
 double TimeCommands::nextOf(const QList<double>& times, double time) {
@@ -69,13 +75,11 @@ double TimeCommands::previousOf(const QList<double>& times, double time) {
 }
 
 void TimeCommands::jumpToNextStopFrame() {
-  m_composition.setEditorTimepoint(
-      nextOf(m_composition.stopFrameTimepoints(), m_composition.editorTimepoint()));
+  moveTo(nextOf(m_composition.stopFrameTimepoints(), m_composition.editorTimepoint()));
 }
 
 void TimeCommands::jumpToPreviousStopFrame() {
-  m_composition.setEditorTimepoint(
-      previousOf(m_composition.stopFrameTimepoints(), m_composition.editorTimepoint()));
+  moveTo(previousOf(m_composition.stopFrameTimepoints(), m_composition.editorTimepoint()));
 }
 
 void TimeCommands::addStopFrame() {

@@ -46,6 +46,7 @@ class TimeCommands {
   [[nodiscard]] static double previousOf(const QList<double>& times, double time);
 
  private:
+  void moveTo(double timepoint);
   void forKeyFrames(const std::function<void(const model::Attribute&)>& visit) const;
 
   model::Composition& m_composition;

@@ -7,6 +7,7 @@
 #include "model/Composition.h"
 #include "timeline/KeyFrameSelection.h"
 #include "timeline/TYTimelineView.h"
+#include "timeline/TimelineHost.h"
 #include "timeline/TransportBar.h"
 
 namespace timeline {
@@ -31,6 +32,8 @@ TimelinePanel::TimelinePanel(QWidget* parent) : QWidget(parent) {
   m_transport->setZoom(m_view->zoom());
   connect(m_transport, &TransportBar::zoomChanged, m_view, &TYTimelineView::setZoom);
   connect(m_view, &TYTimelineView::zoomChanged, m_transport, &TransportBar::setZoom);
+  connect(m_transport, &TransportBar::hintChanged, this,
+          [this](const QString& hint) { m_view->host().showHint(hint); });
   connect(m_transport, &TransportBar::typingEnded, this,
           [this] { m_view->setFocus(Qt::OtherFocusReason); });
 }

@@ -195,20 +195,26 @@ void TransportBar::setZoom(double zoom) {
 }
 
 bool TransportBar::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == m_field && event->type() == QEvent::KeyPress) {
-    const int key = static_cast<QKeyEvent*>(event)->key();
-    const bool isReturn = key == Qt::Key_Return || key == Qt::Key_Enter;
-    const bool leaves = key == Qt::Key_Escape && !m_field->isModified() && !m_field->isInvalid();
-    // The field reads the text first; what it does not understand stays in it.
-    if (isReturn || leaves)
-      QMetaObject::invokeMethod(
-          this,
-          [this] {
-            if (!m_field->isInvalid()) Q_EMIT typingEnded();
-          },
-          Qt::QueuedConnection);
-  }
+  if (watched == m_field) fieldEvent(*event);
   return QWidget::eventFilter(watched, event);
+}
+
+void TransportBar::fieldEvent(QEvent& event) {
+  if (event.type() == QEvent::FocusIn)
+    Q_EMIT hintChanged(
+        tr("A time as 1:12, 2s or 1.5s, frames on or back as +10 or -5. "
+           "Up and Down step, with Shift by ten."));
+  if (event.type() == QEvent::FocusOut) Q_EMIT hintChanged({});
+  if (event.type() != QEvent::KeyPress) return;
+  const int key = static_cast<QKeyEvent&>(event).key();
+  const bool isReturn = key == Qt::Key_Return || key == Qt::Key_Enter;
+  const bool leaves = key == Qt::Key_Escape && !m_field->isModified() && !m_field->isInvalid();
+  if (!isReturn && !leaves) return;
+  // The field reads the text first; what it does not understand stays in it.
+  const auto end = [this] {
+    if (!m_field->isInvalid()) Q_EMIT typingEnded();
+  };
+  QMetaObject::invokeMethod(this, end, Qt::QueuedConnection);
 }
 
 void TransportBar::paintEvent(QPaintEvent*) {

@@ -39,6 +39,8 @@ class TransportBar : public QWidget {
   void zoomChanged(double zoom);
   /// Typing is through; the keyboard belongs to the timeline again.
   void typingEnded();
+  /// What can be done, for the status line; empty: nothing in particular.
+  void hintChanged(const QString& hint);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -47,6 +49,7 @@ class TransportBar : public QWidget {
 
  private:
   void makeControls();
+  void fieldEvent(QEvent& event);
   void makeField();
   QWidget* makeZoom();
   void updatePlayMode();

@@ -76,6 +76,27 @@ TEST_F(DocumentCommandsTest, MovesThroughTheKeyFramesOfTheSelection) {
   EXPECT_EQ(previous(), 0);
 }
 
+TEST_F(DocumentCommandsTest, SteppingStandsStillAndFieldsFollow) {
+  model::QuartzComponent* component = addText(QStringLiteral("One"));
+  component->attributeForKey(QStringLiteral("opacity"))->addTimepoint(1, 0.5);
+  int announced = 0;
+  const auto field =
+      component->observe(QStringLiteral("opacity"), [&](const store::Change&) { ++announced; });
+  commands.jumpToNextFrame();
+  EXPECT_EQ(announced, 1);
+  document.composition()->addStopFrame(2);
+  commands.play();
+  commands.jumpToNextStopFrame();
+  EXPECT_EQ(time(), 2);
+  EXPECT_TRUE(document.composition()->playMode());
+  EXPECT_EQ(announced, 1) << "not while it plays";
+  commands.jumpToPreviousFrame();
+  EXPECT_FALSE(document.composition()->playMode());
+  EXPECT_NEAR(time(), 1.96, 1e-6);
+  commands.jumpToPreviousStopFrame();
+  EXPECT_NEAR(time(), 1.96, 1e-6) << "there is none";
+}
+
 TEST_F(DocumentCommandsTest, StopFramesAndPosterFrameAreUndoneByName) {
   document.composition()->setEditorTimepoint(1);
   commands.addStopFrame();
