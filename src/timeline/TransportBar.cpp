@@ -37,12 +37,6 @@ constexpr int narrow = 1000;  ///< of the bar
 constexpr int zoomSteps = 1000;
 constexpr int zoomButtonStep = 100;
 
-TimecodeRate rateOf(const model::Composition& composition) {
-  const double frames = composition.videoResolution().framesPerSecond();
-  const int whole = std::max(1, static_cast<int>(std::ceil(frames)));
-  return std::abs(frames - whole) < 1e-3 ? TimecodeRate::whole(whole) : TimecodeRate::slowed(whole);
-}
-
 QToolButton* zoomButton(const QString& glyph, const QString& toolTip) {
   auto* button = new QToolButton;
   button->setIcon(TYStyleKit::image(glyph));
@@ -162,7 +156,7 @@ void TransportBar::updateTime() {
 }
 
 void TransportBar::updateRate() {
-  m_rate = m_composition ? rateOf(*m_composition) : TimecodeRate();
+  m_rate = m_composition ? m_composition->videoResolution().timecodeRate() : TimecodeRate();
   m_field->setNotation(
       [rate = m_rate](double frames) { return Timecode(std::llround(frames), rate).toString(); },
       [this](const QString& text, double present) { return framesFromText(text, present); });
