@@ -69,7 +69,8 @@ endif()
 file(INSTALL DESTINATION \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/zsh/\${zsh_folder}\"
      TYPE FILE RENAME _tessary FILES \"${completions}/tessary.zsh\")")
 
-install(FILES ${CMAKE_SOURCE_DIR}/LICENSE RENAME copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES ${CMAKE_SOURCE_DIR}/LICENSE RENAME copyright
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/tessary)
 
 # The Debian package: scripts/make-package.
 set(CPACK_GENERATOR DEB)
@@ -96,4 +97,10 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-inter, qt6-image-formats-plugins")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
     "qt6-wayland, fonts-noto-core, fonts-noto-color-emoji, hicolor-icon-theme, shared-mime-info")
+
+# Debian wants to be told, packed, what changed.
+configure_file(${desktop_dir}/changelog.in ${CMAKE_BINARY_DIR}/desktop/changelog.Debian @ONLY)
+execute_process(COMMAND gzip -9nfk ${CMAKE_BINARY_DIR}/desktop/changelog.Debian)
+install(FILES ${CMAKE_BINARY_DIR}/desktop/changelog.Debian.gz
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/tessary)
 include(CPack)
