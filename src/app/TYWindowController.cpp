@@ -11,6 +11,8 @@
 #include <QStatusBar>
 #include <QVBoxLayout>
 
+#include "app/CanvasDefaults.h"
+#include "app/CanvasMenu.h"
 #include "app/DocumentSaving.h"
 #include "app/HistoryPanel.h"
 #include "app/MainToolbar.h"
@@ -195,7 +197,15 @@ void TYWindowController::takeComposition() {
   m_timeline->setComposition(composition);
   m_history->setContext(&m_document.context());
   m_alignment.setComposition(composition);
+  CanvasDefaults(m_services).applyTo(m_document);
+  m_view->setGuidesLocked(CanvasDefaults(m_services).guidesLocked());
   m_subscriptions.clear();
+  // A guide that is added shows all guides, in every window.
+  if (composition)
+    m_subscriptions.push_back(
+        composition->observe(QStringLiteral("showsRulers"), [this, composition](const auto&) {
+          CanvasDefaults(m_services).setShowsRulers(composition->showsRulers());
+        }));
   m_subscriptions.push_back(
       m_document.context().observeChanges([this](const store::ChangeSet&) { setNeedsUpdate(); }));
   if (composition)
@@ -362,6 +372,10 @@ void TYWindowController::addStandardComponent(const QString& name) {
 
 void TYWindowController::showHint(const QString& hint) {
   m_status->showHint(hint);
+}
+
+void TYWindowController::fillContextMenu(QMenu& menu, const model::Composition& composition) {
+  fillCanvasMenu(menu, *this, composition);
 }
 
 void TYWindowController::pointerMoved(const std::optional<QPointF>& pixel) {

@@ -77,6 +77,7 @@ class TYWindowController : public QMainWindow,
 
  private:
   void showHint(const QString& hint) override;
+  void fillContextMenu(QMenu& menu, const model::Composition& composition) override;
   void pointerMoved(const std::optional<QPointF>& pixel) override;
   bool importPSDFile(const QString& path, const QString& qtzFile) override;
   void fillContextMenu(QMenu& menu, const timeline::TimelineTarget& target) override;

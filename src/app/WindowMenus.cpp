@@ -2,6 +2,7 @@
 
 #include <QDockWidget>
 
+#include "app/CanvasDefaults.h"
 #include "app/MenuMaker.h"
 #include "app/ProgramServices.h"
 #include "canvas/CompositionView.h"
@@ -122,18 +123,26 @@ void MenuMaker::addView() {
        .shortcuts = {QKeySequence(Qt::CTRL | Qt::Key_R)},
        .run =
            [&window] {
-             const store::UndoStep step(window.document().context(), tr("Guides"));
-             window.composition()->setShowsRulers(!window.composition()->showsRulers());
+             CanvasDefaults(window.services()).setShowsRulers(!window.composition()->showsRulers());
            },
        .canRun = hasComposition(),
        .isChecked =
            [&window] { return window.composition() && window.composition()->showsRulers(); }});
+  add({.identifier = QStringLiteral("guidesLocked"),
+       .text = tr("&Lock Guides"),
+       .run =
+           [&window] {
+             CanvasDefaults(window.services()).setGuidesLocked(!window.view().guidesLocked());
+             window.view().setGuidesLocked(!window.view().guidesLocked());
+           },
+       .canRun = hasComposition(),
+       .isChecked = [&window] { return window.view().guidesLocked(); }});
   add({.identifier = QStringLiteral("showsSafeZones"),
        .text = tr("&Safe Areas"),
        .run =
            [&window] {
-             const store::UndoStep step(window.document().context(), tr("Safe Areas"));
-             window.composition()->setShowsSafeZones(!window.composition()->showsSafeZones());
+             CanvasDefaults(window.services())
+                 .setShowsSafeZones(!window.composition()->showsSafeZones());
            },
        .canRun = hasComposition(),
        .isChecked =

@@ -4,9 +4,12 @@
 #include <QString>
 #include <optional>
 
+class QMenu;
+
 namespace model {
+class Composition;
 struct CommandReport;
-}
+}  // namespace model
 
 namespace canvas {
 
@@ -23,6 +26,8 @@ class CanvasHost {
   virtual void showReport(const model::CommandReport&) {}
   /// What can be done next, for the status line; empty: nothing in particular.
   virtual void showHint(const QString&) {}
+  /// Adds what can be done with the selection, or with the canvas where nothing is selected.
+  virtual void fillContextMenu(QMenu&, const model::Composition&) {}
   /// In pixels of the picture; nothing while the pointer is elsewhere.
   virtual void pointerMoved(const std::optional<QPointF>&) {}
   /// Asks how a layered image file is to be imported, and does it with the component file for

@@ -1,6 +1,8 @@
 #include "canvas/CanvasReporter.h"
 
 #include <QAccessible>
+#include <QHelpEvent>
+#include <QToolTip>
 
 #include "canvas/CanvasHost.h"
 #include "canvas/CanvasRuler.h"
@@ -28,6 +30,15 @@ void CanvasReporter::tellSelection() {
           ? QString()
           : tr("Drag to move, Shift keeps the direction, Ctrl ignores guides. Arrow keys nudge."));
   if (QAccessible::isActive() && m_view.hasFocus()) tellScreenReaders();
+}
+
+bool CanvasReporter::tellProblem(const QHelpEvent& event) {
+  const QString text = m_view.scene() ? m_view.scene()->problemAt(event.pos()) : QString();
+  if (text.isEmpty())
+    QToolTip::hideText();
+  else
+    QToolTip::showText(event.globalPos(), text, &m_view);
+  return !text.isEmpty();
 }
 
 void CanvasReporter::tellScreenReaders() {

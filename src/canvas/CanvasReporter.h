@@ -4,6 +4,8 @@
 #include <QPointF>
 #include <optional>
 
+class QHelpEvent;
+
 namespace canvas {
 
 class CanvasHost;
@@ -21,6 +23,8 @@ class CanvasReporter {
   [[nodiscard]] CanvasHost& host() const { return *m_host; }
 
   void tellSelection();
+  /// Why the component there cannot be drawn, as a tooltip; false where all is well.
+  bool tellProblem(const QHelpEvent& event);
   /// In the view's logical pixels; nothing once the pointer has left.
   void tellPointer(const std::optional<QPointF>& viewPoint);
 

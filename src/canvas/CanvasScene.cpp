@@ -82,7 +82,7 @@ QRegion CanvasScene::overlayRegion() const {
 
 void CanvasScene::paint(QPainter& painter) const {
   painter.drawImage(m_part.topLeft(), m_ground);
-  painter.drawImage(m_part.topLeft(), m_components.image());
+  m_components.paint(painter, m_part.topLeft());
   DrawingAreaLayer::paintVeil(painter, m_geometry);
   paintBrokenMarks(painter);
   m_safeAreas.paint(painter, m_geometry);
@@ -99,6 +99,19 @@ void CanvasScene::paint(QPainter& painter) const {
 
 void CanvasScene::paintBrokenMarks(QPainter& painter) const {
   for (const BrokenMark& mark : m_brokenMarks) mark.paint(painter, m_geometry.viewRect(mark.frame));
+}
+
+QString CanvasScene::problemOf(const model::QuartzComponent& component) const {
+  for (const BrokenMark& mark : m_brokenMarks)
+    if (mark.component == &component) return mark.text();
+  return {};
+}
+
+QString CanvasScene::problemAt(const QPointF& viewPoint) const {
+  const QPointF point = m_geometry.picturePoint(viewPoint);
+  for (auto mark = m_brokenMarks.crbegin(); mark != m_brokenMarks.crend(); ++mark)
+    if (mark->frame.contains(point)) return mark->text();
+  return {};
 }
 
 void CanvasScene::paintSnap(QPainter& painter) const {

@@ -42,6 +42,10 @@ class CanvasScene {
   /// What was displayed last, in the view's logical pixels.
   void paint(QPainter& painter) const;
   [[nodiscard]] QRect timecodePlace() const;
+  /// Why the component cannot be drawn; empty when it can.
+  [[nodiscard]] QString problemOf(const model::QuartzComponent& component) const;
+  /// Why the topmost component at the view's point cannot be drawn; empty where all is well.
+  [[nodiscard]] QString problemAt(const QPointF& viewPoint) const;
 
  private:
   void paintGround();

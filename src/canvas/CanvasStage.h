@@ -25,6 +25,8 @@ class CanvasStage {
   virtual void showCursor(Qt::CursorShape shape) = 0;
   /// In the view's logical pixels; empty: none.
   virtual void showRubberBand(const QRectF& rect) = 0;
+  /// A plate at the point of the view; an empty text takes it away.
+  virtual void showNote(const QString& text, const QPointF& viewPoint) = 0;
   /// Marks the guides that a drag lies on.
   virtual void showSnap(const Snap& snap) = 0;
   [[nodiscard]] virtual QRectF pictureRect(const QRectF& viewRect) const = 0;

@@ -5,6 +5,7 @@
 #include <QImageReader>
 #include <QMimeData>
 #include <QUrl>
+#include <cmath>
 
 #include "canvas/CanvasHost.h"
 #include "document/psd/PSDLayerImporter.h"
@@ -15,6 +16,9 @@
 namespace canvas {
 
 namespace {
+
+/// Pixels of the picture between files that are dropped together, so that none hides another.
+constexpr double cascade = 20;
 
 QString componentType() {
   return model::Composition::supportedDraggedTypes().first();
@@ -41,8 +45,10 @@ bool ComponentDrop::take(const QMimeData& data, bool commandKeyPressed) {
 
 bool ComponentDrop::addComponentsFromPaths(const QStringList& paths, bool commandKeyPressed) {
   const store::UndoStep step(*m_composition.context(), tr("Add Component"));
+  const auto before = present();
   bool allAdded = true;
   for (const QString& path : paths) allAdded = addPath(path, commandKeyPressed) && allAdded;
+  place(before, Keeps::Nothing);
   return allAdded;
 }
 
@@ -88,6 +94,7 @@ bool ComponentDrop::addArchived(const QByteArray& data) {
   const auto dictionaries = model::ComponentClipboard::dictionariesFromData(data);
   if (!dictionaries) return false;
   const store::UndoStep step(*m_composition.context(), tr("Add Component"));
+  const auto before = present();
   QStringList warnings;
   bool allAdded = !dictionaries->isEmpty();
   for (const auto& dictionary : *dictionaries) {
@@ -96,8 +103,33 @@ bool ComponentDrop::addArchived(const QByteArray& data) {
     if (component) m_composition.addComponent(*component);
     allAdded = allAdded && component;
   }
+  place(before, Keeps::Distances);
   tellWarnings(warnings);
   return allAdded;
+}
+
+QSet<const model::QuartzComponent*> ComponentDrop::present() const {
+  QSet<const model::QuartzComponent*> components;
+  for (const model::QuartzComponent* component : m_composition.components())
+    components.insert(component);
+  return components;
+}
+
+void ComponentDrop::place(const QSet<const model::QuartzComponent*>& before, Keeps keeps) const {
+  if (!m_place) return;
+  QList<model::QuartzComponent*> added = m_composition.componentsSortedByZLevel();
+  added.removeIf([&](const auto* component) { return before.contains(component); });
+  QRectF extent;
+  for (const auto* component : added) extent |= component->drawingFrame();
+  QPointF target = *m_place;
+  for (auto* component : added) {
+    const QRectF frame = component->drawingFrame();
+    const QPointF middle = keeps == Keeps::Distances ? extent.center() : frame.center();
+    // On whole pixels, where pictures are sharp.
+    component->setOriginX(std::round(frame.left() + target.x() - middle.x()));
+    component->setOriginY(std::round(frame.top() + target.y() - middle.y()));
+    if (keeps == Keeps::Nothing) target += QPointF(cascade, -cascade);
+  }
 }
 
 void ComponentDrop::tellWarnings(const QStringList& warnings) {

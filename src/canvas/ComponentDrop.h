@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QCoreApplication>
+#include <QPointF>
+#include <QSet>
 #include <QStringList>
+#include <optional>
 
 #include "model/StandardComponents.h"
 
@@ -9,7 +12,8 @@ class QMimeData;
 
 namespace model {
 class Composition;
-}
+class QuartzComponent;
+}  // namespace model
 
 namespace canvas {
 
@@ -24,6 +28,10 @@ class ComponentDrop {
   ComponentDrop(model::Composition& composition, model::StandardComponents standardComponents,
                 CanvasHost& host)
       : m_composition(composition), m_standard(std::move(standardComponents)), m_host(host) {}
+
+  /// Where the middle of what is dropped comes to lie, in pixels of the picture; without one it is
+  /// where components begin.
+  void setPlace(const QPointF& place) { m_place = place; }
 
   /// Whether there is anything in it that could become a component.
   [[nodiscard]] static bool canTake(const QMimeData& data);
@@ -43,10 +51,15 @@ class ComponentDrop {
   void addImage(const QString& path, bool isFlatPSD);
   bool addArchived(const QByteArray& data);
   void tellWarnings(const QStringList& warnings);
+  enum class Keeps { Distances, Nothing };
+  /// Moves what was added since there were so many to the place: together, or each by itself.
+  void place(const QSet<const model::QuartzComponent*>& before, Keeps keeps) const;
+  [[nodiscard]] QSet<const model::QuartzComponent*> present() const;
 
   model::Composition& m_composition;
   model::StandardComponents m_standard;
   CanvasHost& m_host;
+  std::optional<QPointF> m_place;
 };
 
 }  // namespace canvas

@@ -1,106 +1,106 @@
 #include "canvas/CompositionLayer.h"
 
-#include <QElapsedTimer>
 #include <QPainter>
 #include <algorithm>
+#include <cstring>
 
 #include "canvas/ComponentProblem.h"
-#include "canvas/PoolTasks.h"
 #include "model/Composition.h"
 #include "model/PlayoutArguments.h"
-#include "runtime/CompositionRenderer.h"
-#include "runtime/draw/ItemGeometry.h"
-#include "runtime/draw/ListPainter.h"
 
 namespace canvas {
 
 using model::QuartzComponent;
-using runtime::DrawList;
-using runtime::Viewport;
 
 namespace {
 
-/// Larger areas are cut in two, for as many processors.
-constexpr qint64 smallArea = 128 * 128;
-/// More separate areas than this are drawn as one.
-constexpr int mostAreas = 8;
-
-double machineSeconds() {
-  static const QElapsedTimer timer = [] {
-    QElapsedTimer started;
-    started.start();
-    return started;
-  }();
-  return static_cast<double>(timer.nsecsElapsed()) * 1e-9;
-}
-
-Viewport viewportOf(const PictureTarget& target, const QRect& clip) {
-  return {target.picture.size(), target.picture.topLeft(), clip, true};
-}
-
-QList<QRect> bandsOf(const QRegion& region) {
-  QList<QRect> bands;
-  const auto add = [&bands](const QRect& area) {
-    if (qint64{area.width()} * area.height() <= smallArea) {
-      bands.append(area);
-      return;
-    }
-    const int half = area.height() / 2;
-    bands.append(QRect(area.left(), area.top(), area.width(), half));
-    bands.append(QRect(area.left(), area.top() + half, area.width(), area.height() - half));
-  };
-  if (region.rectCount() > mostAreas)
-    add(region.boundingRect());
-  else
-    for (const QRect& area : region) add(area);
-  return bands;
+void copyPixels(const QImage& from, QImage& to, const QRect& rect) {
+  constexpr qsizetype pixel = 4;
+  for (int y = rect.top(); y <= rect.bottom(); ++y)
+    std::memcpy(to.scanLine(y) + pixel * rect.left(), from.constScanLine(y) + pixel * rect.left(),
+                static_cast<size_t>(pixel * rect.width()));
 }
 
 }  // namespace
 
+/// Brings news from other threads to the one that displays. Outlives the layer where a thread still
+/// holds it.
+class CompositionLayer::Relay {
+ public:
+  Relay() : m_place(new QObject) {}
+  ~Relay() { m_place->deleteLater(); }
+  Relay(const Relay&) = delete;
+  Relay& operator=(const Relay&) = delete;
+
+  std::function<void()> ready;  ///< none: nobody wants to know any more
+
+  [[nodiscard]] static std::function<void()> tell(const std::shared_ptr<Relay>& relay) {
+    return [relay] {
+      QMetaObject::invokeMethod(
+          relay->m_place,
+          [relay] {
+            if (relay->ready) relay->ready();
+          },
+          Qt::QueuedConnection);
+    };
+  }
+
+ private:
+  QObject* m_place;
+};
+
 CompositionLayer::CompositionLayer(model::Composition& composition, Clocks clocks)
-    : m_composition(composition), m_clocks(std::move(clocks)) {
-  if (!m_clocks.seconds) m_clocks.seconds = machineSeconds;
+    : m_composition(composition), m_clocks(std::move(clocks)), m_relay(std::make_shared<Relay>()) {}
+
+CompositionLayer::~CompositionLayer() {
+  m_relay->ready = {};
+  if (m_drawing) m_drawing->abandon();
+}
+
+void CompositionLayer::setReady(std::function<void()> ready) {
+  m_relay->ready = std::move(ready);
 }
 
 void CompositionLayer::setNeedsDisplay(const QuartzComponent& component) {
-  for (Entry& entry : m_entries)
-    if (entry.component == &component) {
-      entry.dirty = true;
-      entry.tooSlow = false;
-    }
+  for (ComponentPicture& picture : m_pictures)
+    if (picture.isOf(&component)) picture.setNeedsDisplay();
 }
 
 QRegion CompositionLayer::display(const PictureTarget& target) {
-  QRegion changed = followComponents();
+  QRegion changed = followDrawing();
+  m_due += followComponents();
   if (target != m_target) {
     m_target = target;
-    m_image = QImage(target.pixels, QImage::Format_ARGB32_Premultiplied);
-    for (Entry& entry : m_entries) entry.touched = reachOf(entry.list).touched;
-    changed = QRect(QPoint(), target.pixels);
+    for (ComponentPicture& picture : m_pictures) picture.measure(target, m_limits);
+    m_due = QRect(QPoint(), target.pixels);
+    giveUpDrawing();
   }
-  m_time = displayTime();
-  m_playout = model::PlayoutArguments::argumentsAtTime(m_time, true);
+  m_moment = {displayTime(), m_composition.size().toSize(), {}, 0, Relay::tell(m_relay)};
+  m_moment.arguments.wallClock = m_clocks.wall();
+  m_moment.arguments.playout = model::PlayoutArguments::argumentsAtTime(m_moment.time, true);
   m_brokenMarks.clear();
   const QList<QuartzComponent*> components = m_composition.componentsSortedByZLevel();
-  for (size_t i = 0; i < m_entries.size(); ++i) {
-    Entry& entry = m_entries[i];
+  for (size_t i = 0; i < m_pictures.size(); ++i) {
     QuartzComponent& component = *components[static_cast<qsizetype>(i)];
-    if (entry.dirty || (m_allDirty && !entry.tooSlow)) {
-      const DrawList before = std::exchange(entry.list, {});
-      evaluate(entry, component);
-      if (entry.list != before) {
-        changed += entry.touched;
-        entry.touched = reachOf(entry.list).touched;
-        changed += entry.touched;
-      }
-    }
-    noteBroken(entry, component);
+    m_due += followPicture(m_pictures[i], component);
+    noteBroken(m_pictures[i], component);
   }
   m_allDirty = false;
-  changed &= QRect(QPoint(), m_target.pixels);
-  draw(changed);
+  m_due &= QRect(QPoint(), m_target.pixels);
+  if (!m_drawing && !m_due.isEmpty()) {
+    startDrawing(std::exchange(m_due, {}));
+    changed += followDrawing();
+  }
   return changed;
+}
+
+QRegion CompositionLayer::followPicture(ComponentPicture& picture, QuartzComponent& component) {
+  const auto before = picture.list();
+  const QRect left = picture.touched();
+  if (picture.follow(component, m_allDirty, m_moment, m_limits)) ++m_evaluations;
+  if (picture.list() == before) return {};
+  picture.measure(m_target, m_limits);
+  return QRegion(left) + picture.touched();
 }
 
 double CompositionLayer::displayTime() {
@@ -113,95 +113,83 @@ double CompositionLayer::displayTime() {
 QRegion CompositionLayer::followComponents() {
   const QList<QuartzComponent*> components = m_composition.componentsSortedByZLevel();
   const bool same =
-      std::equal(components.begin(), components.end(), m_entries.begin(), m_entries.end(),
-                 [](const QuartzComponent* c, const Entry& entry) { return c == entry.component; });
+      std::equal(components.begin(), components.end(), m_pictures.begin(), m_pictures.end(),
+                 [](const QuartzComponent* c, const ComponentPicture& p) { return p.isOf(c); });
   if (same) return {};
   QRegion changed;
-  std::vector<Entry> before = std::exchange(m_entries, {});
-  for (const Entry& entry : before) changed += entry.touched;
+  std::vector<ComponentPicture> before = std::exchange(m_pictures, {});
+  for (const ComponentPicture& picture : before) changed += picture.touched();
   for (const QuartzComponent* component : components) {
-    const auto known = std::find_if(before.begin(), before.end(), [&](const Entry& entry) {
-      return entry.component == component;
-    });
-    m_entries.push_back(known == before.end() ? Entry() : std::move(*known));
-    m_entries.back().component = component;
+    const auto known =
+        std::find_if(before.begin(), before.end(),
+                     [&](const ComponentPicture& picture) { return picture.isOf(component); });
+    m_pictures.push_back(known == before.end() ? ComponentPicture(component) : std::move(*known));
   }
   return changed;
 }
 
-void CompositionLayer::evaluate(Entry& entry, QuartzComponent& component) {
-  const double begin = m_clocks.seconds();
-  entry.problem.clear();
-  entry.tooSlow = false;
-  // Before it is asked, since what it is asked for may make it want to be asked again.
-  component.setNeedsUpdate(false);
-  entry.dirty = false;
-  if (component.visible() && component.visibleInCompositionEditor()) askComponent(entry, component);
-  const double seconds = m_clocks.seconds() - begin;
-  if (seconds > m_limits.seconds) giveUp(entry, tooSlowProblem(seconds));
-  const double canvas = 1.0 * m_target.pixels.width() * m_target.pixels.height();
-  const double filled = reachOf(entry.list).filled;
-  if (filled > m_limits.coverage * canvas) giveUp(entry, tooMuchProblem(filled / canvas));
+void CompositionLayer::noteBroken(const ComponentPicture& picture,
+                                  const QuartzComponent& component) {
+  if (picture.problem().isEmpty() || !component.visibleInCompositionEditor()) return;
+  m_brokenMarks.append({component.drawingFrame(), component.zRotation(), componentName(component),
+                        picture.problem(), &component});
 }
 
-void CompositionLayer::giveUp(Entry& entry, const QString& problem) const {
-  entry.tooSlow = true;
-  entry.list = {};
-  entry.problem = problem;
-}
+// Drawing
 
-void CompositionLayer::askComponent(Entry& entry, QuartzComponent& component) {
-  ++m_evaluations;
-  if (!component.renderer()) {
-    entry.problem = componentProblem(component);
-    return;
+QImage CompositionLayer::imageToDrawOn() {
+  if (m_imageTarget != m_target || m_image.isNull())
+    return {m_target.pixels, QImage::Format_ARGB32_Premultiplied};
+  if (m_spare.isNull()) {
+    m_stale = {};
+    return m_image.copy();
   }
-  runtime::FrameArguments arguments;
-  arguments.wallClock = m_clocks.wall();
-  arguments.playout = m_playout;
-  // At the picture's own size, as on air; the list is drawn at any other.
-  entry.list = component.renderForView(m_composition.size().toSize(), m_time, arguments);
+  QImage image = std::exchange(m_spare, {});
+  for (const QRect& rect : std::exchange(m_stale, {})) copyPixels(m_image, image, rect);
+  return image;
 }
 
-CompositionLayer::Reach CompositionLayer::reachOf(const DrawList& list) const {
-  const Viewport viewport = viewportOf(m_target, QRect(QPoint(), m_target.pixels));
-  Reach reach;
-  for (const runtime::DrawItem& item : list.items) {
-    const QRect touched = touchedPixels(item, viewport);
-    reach.touched |= touched;
-    reach.filled += 1.0 * touched.width() * touched.height();
+void CompositionLayer::startDrawing(const QRegion& region) {
+  std::vector<CanvasDrawing::Part> parts;
+  for (const ComponentPicture& picture : m_pictures)
+    parts.push_back({picture.list(), picture.touched()});
+  m_drawing = std::make_shared<CanvasDrawing>(imageToDrawOn(), m_target, std::move(parts));
+  m_drawing->start(region, Relay::tell(m_relay));
+  (void)m_drawing->wait(m_limits.drawing);
+}
+
+QRegion CompositionLayer::followDrawing() {
+  if (!m_drawing) return {};
+  if (!m_drawing->wait(0)) {
+    const auto [part, seconds] = m_drawing->slowestPart();
+    if (part < 0 || seconds < m_limits.painting) return {};
+    if (static_cast<size_t>(part) < m_pictures.size())
+      m_pictures[static_cast<size_t>(part)].giveUp(tooSlowProblem(seconds));
+    m_due = QRect(QPoint(), m_target.pixels);
+    giveUpDrawing();
+    return {};
   }
-  return reach;
+  const QRegion region = m_drawing->region();
+  const bool sameTarget = m_imageTarget == m_target;
+  m_spare = sameTarget ? std::exchange(m_image, {}) : QImage();
+  m_stale = region;
+  m_image = std::move(m_drawing->image());
+  m_imageTarget = m_target;
+  m_drawing.reset();
+  return region;
 }
 
-void CompositionLayer::noteBroken(const Entry& entry, const QuartzComponent& component) {
-  if (entry.problem.isEmpty() || !component.visibleInCompositionEditor()) return;
-  m_brokenMarks.append(
-      {component.drawingFrame(), component.zRotation(), componentName(component), entry.problem});
+void CompositionLayer::giveUpDrawing() {
+  if (m_drawing) m_drawing->abandon();
+  m_drawing.reset();
 }
 
-void CompositionLayer::draw(const QRegion& region) {
-  if (region.isEmpty() || m_image.isNull()) return;
-  const runtime::PixelRows rows(m_image);
-  std::vector<std::function<void()>> tasks;
-  for (const QRect& band : bandsOf(region))
-    tasks.emplace_back([this, rows, band] {
-      QImage pixels = rows.asImage();
-      drawBand(pixels, band);
-    });
-  runInPool(tasks);
-}
-
-void CompositionLayer::drawBand(QImage& pixels, const QRect& band) const {
-  {
-    QPainter painter(&pixels);
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
-    painter.fillRect(band, Qt::transparent);
-  }
-  if (m_target.picture.isEmpty()) return;
-  runtime::ListPainter painter{runtime::PixelRows(pixels)};
-  for (const Entry& entry : m_entries)
-    if (entry.touched.intersects(band)) painter.paint(entry.list, viewportOf(m_target, band));
+void CompositionLayer::paint(QPainter& painter, const QPointF& corner) const {
+  if (m_imageTarget == m_target) return painter.drawImage(corner, m_image);
+  const double ratio = m_image.devicePixelRatio();
+  const QRect& place = m_target.picture;
+  painter.drawImage(QRectF(corner + QPointF(place.topLeft()) / ratio, QSizeF(place.size()) / ratio),
+                    m_image, m_imageTarget.picture);
 }
 
 }  // namespace canvas

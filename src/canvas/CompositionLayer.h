@@ -8,36 +8,35 @@
 #include <vector>
 
 #include "canvas/BrokenMark.h"
-#include "canvas/PictureTarget.h"
-#include "runtime/draw/DrawList.h"
+#include "canvas/CanvasDrawing.h"
+#include "canvas/ComponentPicture.h"
 
 namespace model {
 class Composition;
-class QuartzComponent;
-}  // namespace model
+}
 
 namespace canvas {
 
 /// All components, drawn through the runtime. What a component drew last is kept: only components
 /// that may look different are asked again, and only pixels that do look different are drawn again.
+/// Nothing is waited for longer than a hand notices: what takes longer comes when it is ready.
 class CompositionLayer {
  public:
   /// Passed in, so that tests need not wait.
   struct Clocks {
     std::function<QDateTime()> wall = [] { return QDateTime::currentDateTime(); };
-    std::function<double()> seconds;  ///< since any moment; none: the machine's
   };
-  /// A component that exceeds one of these is marked and left alone until it changes, so that the
-  /// canvas stays usable.
-  struct Limits {
-    double seconds = 2;     ///< to say what it draws
-    double coverage = 500;  ///< how often what it draws would fill the canvas
-  };
+  using Limits = ComponentPicture::Limits;
 
   explicit CompositionLayer(model::Composition& composition) : CompositionLayer(composition, {}) {}
   CompositionLayer(model::Composition& composition, Clocks clocks);
+  ~CompositionLayer();
+  CompositionLayer(const CompositionLayer&) = delete;
+  CompositionLayer& operator=(const CompositionLayer&) = delete;
 
   void setLimits(const Limits& limits) { m_limits = limits; }
+  /// Called from the event loop when something that was not waited for is ready to be displayed.
+  void setReady(std::function<void()> ready);
 
   /// Every component may look different.
   void setNeedsDisplay() { m_allDirty = true; }
@@ -51,6 +50,8 @@ class CompositionLayer {
   [[nodiscard]] const QImage& image() const { return m_image; }
   /// How many pixels of the image a painter's logical pixel takes.
   void setDevicePixelRatio(double ratio) { m_image.setDevicePixelRatio(ratio); }
+  /// Paints it where the part begins; until it is drawn for another zoom, as it was, at that zoom.
+  void paint(QPainter& painter, const QPointF& corner) const;
   /// Components that could not be drawn at the last display, lowest first.
   [[nodiscard]] const QList<BrokenMark>& brokenMarks() const { return m_brokenMarks; }
 
@@ -58,39 +59,32 @@ class CompositionLayer {
   [[nodiscard]] qint64 evaluations() const { return m_evaluations; }
 
  private:
-  struct Entry {
-    const model::QuartzComponent* component = nullptr;  ///< for comparing only
-    runtime::DrawList list;
-    QRect touched;  ///< device pixels that the list reaches
-    bool dirty = true;
-    bool tooSlow = false;
-    QString problem;
-  };
+  class Relay;
 
   [[nodiscard]] QRegion followComponents();
-  void evaluate(Entry& entry, model::QuartzComponent& component);
-  void askComponent(Entry& entry, model::QuartzComponent& component);
+  [[nodiscard]] QRegion followPicture(ComponentPicture& picture, model::QuartzComponent& component);
   [[nodiscard]] double displayTime();
-  /// What drawing it takes: the device pixels that it reaches, and how many it fills altogether.
-  struct Reach {
-    QRect touched;
-    double filled = 0;
-  };
-  [[nodiscard]] Reach reachOf(const runtime::DrawList& list) const;
-  void giveUp(Entry& entry, const QString& problem) const;
-  void draw(const QRegion& region);
-  void drawBand(QImage& pixels, const QRect& band) const;
-  void noteBroken(const Entry& entry, const model::QuartzComponent& component);
+  void noteBroken(const ComponentPicture& picture, const model::QuartzComponent& component);
+  void startDrawing(const QRegion& region);
+  [[nodiscard]] QImage imageToDrawOn();
+  /// Takes over a drawing that is through; gives one up that takes too long.
+  [[nodiscard]] QRegion followDrawing();
+  void giveUpDrawing();
 
   model::Composition& m_composition;
   Clocks m_clocks;
   Limits m_limits;
   PictureTarget m_target;
   QImage m_image;
-  std::vector<Entry> m_entries;  ///< lowest first
+  PictureTarget m_imageTarget;  ///< what the image was drawn for
+  QImage m_spare;               ///< the image before, to be drawn on next
+  QRegion m_stale;              ///< what the spare one lacks
+  QRegion m_due;                ///< changed, but not drawn yet
+  std::shared_ptr<CanvasDrawing> m_drawing;
+  std::vector<ComponentPicture> m_pictures;  ///< lowest first
   QList<BrokenMark> m_brokenMarks;
-  double m_time = 0;
-  QVariantHash m_playout;
+  ComponentPicture::Moment m_moment;
+  std::shared_ptr<Relay> m_relay;
   bool m_allDirty = true;
   quint64 m_updateIndex = 0;
   qint64 m_evaluations = 0;

@@ -1,6 +1,7 @@
 #include "canvas/CompositionStage.h"
 
 #include "canvas/TYZoomScrollView.h"
+#include "widgets/TYTooltipWindow.h"
 
 namespace canvas {
 
@@ -10,6 +11,15 @@ void CompositionView::Stage::showRubberBand(const QRectF& rect) {
   const QRectF touched = layer.currentRect() | rect;
   layer.setCurrentRect(rect);
   m_view.update(touched.toAlignedRect().adjusted(-2, -2, 2, 2));
+}
+
+void CompositionView::Stage::showNote(const QString& text, const QPointF& viewPoint) {
+  widgets::TYTooltipWindow& plate = widgets::TYTooltipWindow::sharedWindow();
+  if (text.isEmpty()) return plate.hideTooltip();
+  constexpr int belowPointer = 8;
+  plate.updateTipWithString(text,
+                            m_view.mapToGlobal(viewPoint).toPoint() + QPoint(0, belowPointer));
+  plate.showTooltip();
 }
 
 void CompositionView::Stage::showSnap(const Snap& snap) {

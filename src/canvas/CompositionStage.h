@@ -13,6 +13,7 @@ class CompositionView::Stage : public CanvasStage {
   [[nodiscard]] model::Composition& composition() override { return *m_view.m_composition; }
   void showCursor(Qt::CursorShape shape) override { m_view.setCursor(shape); }
   void showRubberBand(const QRectF& rect) override;
+  void showNote(const QString& text, const QPointF& viewPoint) override;
   void showSnap(const Snap& snap) override;
   [[nodiscard]] QRectF pictureRect(const QRectF& viewRect) const override {
     return m_view.m_geometry.pictureRect(viewRect);

@@ -2,6 +2,8 @@
 
 #include <QDragEnterEvent>
 #include <QGestureEvent>
+#include <QHelpEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QNativeGestureEvent>
@@ -9,6 +11,7 @@
 #include <QWheelEvent>
 #include <cmath>
 
+#include "canvas/CanvasHost.h"
 #include "canvas/ComponentDrop.h"
 #include "canvas/ComponentWalk.h"
 #include "canvas/CompositionStage.h"
@@ -77,6 +80,7 @@ void CompositionView::setComposition(model::Composition* composition,
   m_composition = composition;
   if (composition) {
     m_scene = std::make_unique<CanvasScene>(*composition, std::move(clocks));
+    m_scene->componentsLayer().setReady([this] { m_displayTimer.start(0); });
     m_stage = std::make_unique<Stage>(*this);
     m_keyboard = std::make_unique<CanvasKeyboard>(*composition);
     observeComposition();
@@ -257,6 +261,10 @@ InPlaceTextEditor* CompositionView::textEditor() const {
   return m_textEditor;
 }
 
+bool CompositionView::hasText(const QuartzComponent& component) {
+  return InPlaceTextEditor::textOf(component) != nullptr;
+}
+
 bool CompositionView::editText(QuartzComponent& component) {
   model::Attribute* text = InPlaceTextEditor::textOf(component);
   if (!text) return false;
@@ -308,6 +316,7 @@ void CompositionView::dropEvent(QDropEvent* event) {
   if (!m_composition) return;
   const bool commandKey = event->modifiers().testFlag(Qt::ControlModifier);
   ComponentDrop drop(*m_composition, m_standardComponents, m_reporter.host());
+  drop.setPlace(m_geometry.picturePoint(event->position()));
   if (!drop.take(*event->mimeData(), commandKey)) return;
   event->setDropAction(Qt::CopyAction);
   event->accept();
@@ -333,8 +342,7 @@ void CompositionView::mousePressEvent(QMouseEvent* event) {
     m_keyboard->useSpace();
     m_gestures.begin(std::make_unique<PanGesture>(*m_stage, pointer), event->button());
   } else if (event->button() == Qt::LeftButton) {
-    m_gestures.begin(GesturePicker(*m_composition, m_geometry).press(*m_stage, pointer),
-                     event->button());
+    m_gestures.begin(picker().press(*m_stage, pointer), event->button());
   } else {
     event->ignore();
   }
@@ -362,16 +370,33 @@ void CompositionView::mouseReleaseEvent(QMouseEvent* event) {
 void CompositionView::mouseDoubleClickEvent(QMouseEvent* event) {
   if (!m_composition || event->button() != Qt::LeftButton) return;
   const Pointer pointer = pointerAt(event->position(), event->modifiers());
-  QuartzComponent* component = GesturePicker(*m_composition, m_geometry).componentAt(pointer);
+  QuartzComponent* component = picker().componentAt(pointer);
   if (!component || event->modifiers() != Qt::NoModifier || !editText(*component))
     mousePressEvent(event);
+}
+
+GesturePicker CompositionView::picker() const {
+  return {*m_composition, m_geometry,
+          m_guidesLocked ? GesturePicker::Guides::Locked : GesturePicker::Guides::Free};
+}
+
+void CompositionView::contextMenuEvent(QContextMenuEvent* event) {
+  if (!m_composition || m_gestures.isActive()) return;
+  const bool byMouse = event->reason() == QContextMenuEvent::Mouse;
+  const QRectF extent = m_geometry.viewRect(selectionExtent());
+  const QPointF point =
+      byMouse || selectionExtent().isNull() ? QPointF(event->pos()) : extent.center();
+  if (byMouse) picker().selectForMenu(pointerAt(point, event->modifiers()));
+  QMenu menu(this);
+  m_reporter.host().fillContextMenu(menu, *m_composition);
+  if (!menu.isEmpty()) menu.exec(mapToGlobal(point.toPoint()));
 }
 
 void CompositionView::updateCursor(const Pointer& pointer) {
   if (m_keyboard->holdsSpace())
     setCursor(Qt::OpenHandCursor);
   else
-    setCursor(GesturePicker(*m_composition, m_geometry).cursorAt(pointer));
+    setCursor(picker().cursorAt(pointer));
 }
 
 void CompositionView::leaveEvent(QEvent* event) {
@@ -422,6 +447,8 @@ bool CompositionView::event(QEvent* event) {
   }
   // Nobody would tell the view when the button is released.
   if (event->type() == QEvent::Hide) cancelGesture();
+  if (event->type() == QEvent::ToolTip)
+    return m_reporter.tellProblem(*static_cast<QHelpEvent*>(event));
   if (event->type() == QEvent::NativeGesture) {
     m_zoomInput.pinch(*static_cast<QNativeGestureEvent*>(event));
     return true;

@@ -15,6 +15,7 @@
 
 namespace canvas {
 
+class GesturePicker;
 class InPlaceTextEditor;
 class TYZoomScrollView;
 
@@ -63,6 +64,7 @@ class CompositionView : public QWidget {
   [[nodiscard]] bool canDistribute() const { return selectedComponents().size() >= 3; }
   void updateActionButtons() { Q_EMIT actionButtonsChanged(canAlign(), canDistribute()); }
   void togglePlay();
+  [[nodiscard]] static bool hasText(const model::QuartzComponent& component);
   /// Begins editing the text of the component; false when it has none.
   bool editText(model::QuartzComponent& component);
   [[nodiscard]] InPlaceTextEditor* textEditor() const;
@@ -74,7 +76,7 @@ class CompositionView : public QWidget {
 
   // Components from files
   [[nodiscard]] static QVariantHash argumentsAtTime(double time, bool playing);
-  /// See ComponentDrop.
+  /// See ComponentDrop. What is added stands in the middle of the picture.
   bool addComponentsFromPaths(const QStringList& paths, bool commandKeyPressed);
 
   /// Adds the component of an item of the toolbar, or of an entry of its menu. False when there is
@@ -82,6 +84,9 @@ class CompositionView : public QWidget {
   bool addToolbarComponent(const QString& identifier, int subcomponent = -1);
 
   // Guides, for the rulers
+  /// Locked guides stay where they are and take no clicks.
+  void setGuidesLocked(bool locked) { m_guidesLocked = locked; }
+  [[nodiscard]] bool guidesLocked() const { return m_guidesLocked; }
   /// Pulls a new guide until the gesture ends. Points are those of the screen.
   void pullGuide(Qt::Orientation orientation);
   /// A double click in a ruler sets a guide across the other direction.
@@ -112,6 +117,7 @@ class CompositionView : public QWidget {
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void leaveEvent(QEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
@@ -130,6 +136,7 @@ class CompositionView : public QWidget {
   void scheduleRefresh();
   [[nodiscard]] QRect visiblePart() const;
   [[nodiscard]] Pointer pointerAt(const QPointF& viewPoint, Qt::KeyboardModifiers modifiers) const;
+  [[nodiscard]] GesturePicker picker() const;
   void updateCursor(const Pointer& pointer);
   void setDropTarget(bool isTarget);
 
@@ -145,6 +152,7 @@ class CompositionView : public QWidget {
   GestureRunner m_gestures;  // ends before what it works on
   QPointer<InPlaceTextEditor> m_textEditor;
   ZoomInput m_zoomInput{*this};
+  bool m_guidesLocked = false;
   QTimer m_displayTimer;
   QTimer m_refreshTimer;
   QTimer m_timecodeTimer;

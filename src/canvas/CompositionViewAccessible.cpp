@@ -34,11 +34,13 @@ class ComponentAccessible : public QAccessibleInterface {
     if (text == QAccessible::Name) return found->title();
     if (text != QAccessible::Description) return {};
     const QRectF frame = found->drawingFrame();
-    return CompositionView::tr("At %1, %2, %3 by %4 pixels")
-        .arg(frame.left())
-        .arg(frame.top())
-        .arg(frame.width())
-        .arg(frame.height());
+    const QString place = CompositionView::tr("At %1, %2, %3 by %4 pixels")
+                              .arg(frame.left())
+                              .arg(frame.top())
+                              .arg(frame.width())
+                              .arg(frame.height());
+    const QString problem = m_view->scene()->problemOf(*found);
+    return problem.isEmpty() ? place : problem + QStringLiteral(". ") + place;
   }
 
   [[nodiscard]] QRect rect() const override {

@@ -19,6 +19,7 @@ class DragStep {
   void open(store::ObjectContext& context, const QString& name) {
     if (!m_step) m_step = std::make_unique<store::UndoStep>(context, name);
   }
+  void continuePrevious() { m_step->continuePrevious(); }
   void finish() { m_step.reset(); }
   void cancel() {
     if (m_step) m_step->cancel();

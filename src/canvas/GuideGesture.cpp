@@ -19,10 +19,11 @@ GuideGesture::GuideGesture(CanvasStage& stage, Qt::Orientation orientation)
   stage.showCursor(cursorForGuide(m_horizontal));
 }
 
-Ruler* GuideGesture::guideAt(const model::Composition& composition, const QPointF& point) {
+Ruler* GuideGesture::guideAt(const model::Composition& composition, const QPointF& point,
+                             double reach) {
   for (Ruler* guide : composition.rulers()) {
     const double distance = (guide->horizontal() ? point.y() : point.x()) - guide->position();
-    if (std::abs(distance) < Snapping::grab) return guide;
+    if (std::abs(distance) < reach) return guide;
   }
   return nullptr;
 }
@@ -31,7 +32,10 @@ double GuideGesture::coordinateOf(const QPointF& point) const {
   return m_horizontal ? point.y() : point.x();
 }
 
-bool GuideGesture::isOutside(const QPointF& point) const {
+bool GuideGesture::isOutside(const Pointer& pointer) const {
+  const QPointF& point = pointer.picture;
+  const bool isOnRuler = (m_horizontal ? pointer.screen.y() : pointer.screen.x()) < 0;
+  if (isOnRuler) return true;
   const model::Composition& composition = m_stage.composition();
   const double end = m_horizontal ? composition.height() : composition.width();
   return coordinateOf(point) < 0 || coordinateOf(point) > end;
@@ -47,13 +51,17 @@ void GuideGesture::update(const Pointer& pointer) {
   if (m_guide ? !m_guide->context() : !pointer.isOverView) return;
   const double position = std::round(coordinateOf(pointer.picture));
   begin(position);
-  m_stage.autoscroll(pointer.view);
+  const bool removes = isOutside(pointer);
+  if (!removes) m_stage.autoscroll(pointer.view);
   m_guide->setPosition(position);
-  m_stage.showCursor(isOutside(pointer.picture) ? removalCursor : cursorForGuide(m_horizontal));
+  m_stage.showCursor(removes ? removalCursor : cursorForGuide(m_horizontal));
+  m_stage.showNote(removes ? tr("Remove") : (m_horizontal ? tr("Y %1") : tr("X %1")).arg(position),
+                   pointer.view);
 }
 
 void GuideGesture::finish(const Pointer& pointer) {
-  if (!isOutside(pointer.picture)) {
+  m_stage.showNote({}, {});
+  if (!isOutside(pointer)) {
     m_step.finish();
     return;
   }
@@ -63,6 +71,7 @@ void GuideGesture::finish(const Pointer& pointer) {
 }
 
 void GuideGesture::cancel() {
+  m_stage.showNote({}, {});
   m_step.cancel();
 }
 

@@ -13,7 +13,7 @@ class Ruler;
 namespace canvas {
 
 /// Moves a guide, by whole pixels of the picture, or pulls a new one out of a ruler. One that is
-/// let go outside the picture is removed, or was never there.
+/// let go outside the picture or on its ruler is removed, or was never there.
 class GuideGesture : public Gesture {
   Q_DECLARE_TR_FUNCTIONS(GuideGesture)
 
@@ -21,9 +21,9 @@ class GuideGesture : public Gesture {
   GuideGesture(CanvasStage& stage, model::Ruler& guide);
   GuideGesture(CanvasStage& stage, Qt::Orientation orientation);
 
-  /// The guide that the point of the picture lies on, or none.
+  /// The guide that is nearer to the point of the picture than the reach, or none.
   [[nodiscard]] static model::Ruler* guideAt(const model::Composition& composition,
-                                             const QPointF& point);
+                                             const QPointF& point, double reach = Snapping::grab);
 
   void update(const Pointer& pointer) override;
   void finish(const Pointer& pointer) override;
@@ -31,7 +31,8 @@ class GuideGesture : public Gesture {
 
  private:
   [[nodiscard]] double coordinateOf(const QPointF& point) const;
-  [[nodiscard]] bool isOutside(const QPointF& point) const;
+  /// Outside the picture or back on the ruler: where a guide is let go to be removed.
+  [[nodiscard]] bool isOutside(const Pointer& pointer) const;
   void begin(double position);
 
   CanvasStage& m_stage;

@@ -30,14 +30,30 @@ bool Nudging::press(const QKeyEvent& event) {
   const auto delta = deltaOf(event);
   const auto selected = m_composition.selectedComponents();
   if (!delta || selected.isEmpty()) return false;
-  if (!event.isAutoRepeat()) m_step.finish();
-  m_step.open(*m_composition.context(), MoveGesture::stepName(selected));
+  if (!event.isAutoRepeat()) finish();
+  if (!m_step.isOpen()) {
+    const bool continues = continuesBurst();
+    m_step.open(*m_composition.context(), MoveGesture::stepName(selected));
+    if (continues) m_step.continuePrevious();
+  }
   moveSelection(delta->x(), delta->y());
   return true;
 }
 
 void Nudging::release(const QKeyEvent& event) {
-  if (!event.isAutoRepeat()) m_step.finish();
+  if (!event.isAutoRepeat()) finish();
+}
+
+void Nudging::finish() {
+  if (!m_step.isOpen()) return;
+  m_step.finish();
+  m_lastStep = m_composition.context()->history().index();
+  m_sinceLast.start();
+}
+
+bool Nudging::continuesBurst() const {
+  return m_sinceLast.isValid() && m_sinceLast.elapsed() < burst &&
+         m_composition.context()->history().index() == m_lastStep;
 }
 
 void Nudging::moveSelection(double deltaX, double deltaY) {

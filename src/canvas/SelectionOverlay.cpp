@@ -17,6 +17,10 @@ namespace {
 
 /// An outline shorter than this many handles has none in its middle.
 constexpr double roomForMiddle = 3.5;
+/// One shorter than this many has them outside.
+constexpr double roomForHold = 4;
+/// The least that a hand can take hold of, in points.
+constexpr double leastHold = 10;
 
 struct Ink {
   QColor line;
@@ -43,20 +47,29 @@ bool SelectionOverlay::isShown(const model::QuartzComponent& component) {
   return component.selected() && component.visible() && component.visibleInCompositionEditor();
 }
 
+SelectionOverlay::Places SelectionOverlay::placesAlong(double low, double high, double side,
+                                                       bool outside) {
+  const double first = outside ? low - side : low;
+  const double last = outside ? high : high - side;
+  return {{first, (low + high - side) / 2, last}, last + side - first >= roomForMiddle * side};
+}
+
 void SelectionOverlay::layOutHandles(double side) {
-  const std::array<double, 3> across{m_outline.left(), m_outline.center().x() - side / 2,
-                                     m_outline.right() - side};
-  const std::array<double, 3> down{m_outline.bottom() - side, m_outline.center().y() - side / 2,
-                                   m_outline.top()};
-  const bool middleAcross = m_outline.width() >= roomForMiddle * side;
-  const bool middleDown = m_outline.height() >= roomForMiddle * side;
+  const bool outsideAcross = m_outline.width() < roomForHold * side;
+  const bool outsideDown = m_outline.height() < roomForHold * side;
+  m_givesWay = outsideAcross || outsideDown;
+  const double growAcross = outsideAcross ? std::max(0.0, leastHold - m_outline.width()) / 2 : 0;
+  const double growDown = outsideDown ? std::max(0.0, leastHold - m_outline.height()) / 2 : 0;
+  m_hold = m_outline.adjusted(-growAcross, -growDown, growAcross, growDown);
+  const Places across = placesAlong(m_hold.left(), m_hold.right(), side, outsideAcross);
+  const Places down = placesAlong(m_hold.top(), m_hold.bottom(), side, outsideDown);
   // Column and row (from below) of the handles 1 to 8.
   constexpr std::array<std::array<size_t, 2>, 8> places{
       {{0, 0}, {0, 1}, {0, 2}, {1, 2}, {1, 0}, {2, 0}, {2, 1}, {2, 2}}};
   for (size_t i = 0; i < places.size(); ++i) {
     const auto [column, row] = places[i];
-    if ((column == 1 && !middleAcross) || (row == 1 && !middleDown)) continue;
-    m_handles[i] = QRectF(across[column], down[row], side, side);
+    if ((column == 1 && !across.hasMiddle) || (row == 1 && !down.hasMiddle)) continue;
+    m_handles[i] = QRectF(across.at[column], down.at[2 - row], side, side);
   }
 }
 
@@ -71,6 +84,10 @@ int SelectionOverlay::handleAt(const QPointF& viewPoint) const {
   for (size_t i = 0; i < m_handles.size(); ++i)
     if (m_handles[i].contains(point)) return static_cast<int>(i) + 1;
   return ComponentHandles::body;
+}
+
+bool SelectionOverlay::holdContains(const QPointF& viewPoint) const {
+  return m_hold.contains(turn().inverted().map(viewPoint));
 }
 
 QRect SelectionOverlay::bounds() const {

@@ -19,6 +19,7 @@ namespace {
 const QString outputImageKey = QStringLiteral("outputImage");
 const QString widthKey = QStringLiteral("inputWidth");
 const QString heightKey = QStringLiteral("inputHeight");
+constexpr std::chrono::milliseconds mostTimeToFit(2000);
 
 QString couldNotLoad(const QString& path, const foundation::Error& error) {
   return QStringLiteral("Could not load composition \"%1\"").arg(path) +
@@ -308,7 +309,10 @@ void QuartzComponent::sizeToFit() {
   renderer()->setValueForInputKey(0.0, heightKey);
   const QSize canvas(static_cast<int>(composition()->width()),
                      static_cast<int>(composition()->height()));
-  (void)renderer()->renderAtTime(0, canvas);
+  // A file that does not come to its end cannot say how large its picture is.
+  runtime::FrameArguments arguments;
+  arguments.interruption = std::make_shared<const runtime::Interruption>(mostTimeToFit);
+  (void)renderer()->renderAtTime(0, canvas, arguments);
   const runtime::Image image = renderer()->valueForOutputKey(outputImageKey).toImage();
   if (!image.isInfinite() && image.size().width() > 0 && image.size().height() > 0) {
     const bool constrained = constrainProportions();
@@ -351,15 +355,23 @@ void QuartzComponent::updateFileURL() {
 
 runtime::DrawList QuartzComponent::renderForView(const QSize& viewSize, double time,
                                                  const runtime::FrameArguments& arguments) {
+  runtime::CompositionRenderer* target = rendererForView(viewSize);
+  return target ? target->renderAtTime(ownTime(time), viewSize, arguments) : runtime::DrawList();
+}
+
+runtime::CompositionRenderer* QuartzComponent::rendererForView(const QSize& viewSize) {
   runtime::CompositionRenderer* target = renderer();
-  if (!target) return {};
+  if (!target) return nullptr;
   for (const Attribute* attribute : attributes())
     if (attribute->animateable() && attribute->quartzAttribute())
       attribute->setValueOnRenderer(*target);
   placeSprite(*target, viewSize);
+  return target;
+}
+
+double QuartzComponent::ownTime(double time) const {
   // Rounded as on air, where times come in single precision.
-  const double ownTime = std::round((time - startTime()) * 1e5) / 1e5;
-  return target->renderAtTime(std::max(0.0, ownTime), viewSize, arguments);
+  return std::max(0.0, std::round((time - startTime()) * 1e5) / 1e5);
 }
 
 void QuartzComponent::placeSprite(runtime::CompositionRenderer& renderer,

@@ -107,6 +107,10 @@ class QuartzComponent : public AbstractComponent {
   /// that shows the whole composition.
   [[nodiscard]] runtime::DrawList renderForView(const QSize& viewSize, double time,
                                                 const runtime::FrameArguments& arguments = {});
+  /// The renderer with everything set for renderForView(); none where it has none.
+  [[nodiscard]] runtime::CompositionRenderer* rendererForView(const QSize& viewSize);
+  /// The component's own time at a time of the composition.
+  [[nodiscard]] double ownTime(double time) const;
   /// Tells the renderer where the document lies, for relative paths in compositions.
   void updateFileURL();
 

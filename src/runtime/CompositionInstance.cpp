@@ -1,6 +1,7 @@
 #include "runtime/CompositionInstance.h"
 
 #include <cmath>
+#include <utility>
 
 namespace runtime {
 
@@ -69,6 +70,8 @@ DrawList CompositionInstance::evaluate(double time, const Destination& destinati
                                        const FrameArguments& arguments) {
   m_time = time > 0 ? time : 0;
   m_arguments = arguments;
+  // What the last frame did not come to is looked at again.
+  if (std::exchange(m_interrupted, false)) ++m_hostEpoch;
   ++m_frame;
   ++m_pass;
   m_iterations = 0;
@@ -123,7 +126,7 @@ NodeMemory& CompositionInstance::memory(int index) {
 void CompositionInstance::pull(int index) {
   const CompiledNode& compiledNode = node(index);
   NodeState& state = m_nodes[static_cast<size_t>(index)];
-  if (state.running || compiledNode.isConsumer) return;
+  if (state.running || compiledNode.isConsumer || m_interrupted) return;
   // What an off-screen destination holds is known only while that macro runs.
   const int offscreen =
       m_compiled->scopes()[static_cast<size_t>(compiledNode.scope)].offscreenMacro;
@@ -185,6 +188,7 @@ void CompositionInstance::pullInput(int index, NodeMemory& mem, int input) {
 }
 
 void CompositionInstance::run(int index, NodeMemory& mem) {
+  if (shallEnd()) return;
   const CompiledNode& compiledNode = node(index);
   const double now = nodeTime(index, mem);
   mem.timeStep = mem.executed ? now - mem.time : 0;
@@ -193,10 +197,20 @@ void CompositionInstance::run(int index, NodeMemory& mem) {
   mem.frame = m_frame;
   Execution x(*this, index, mem);
   mem.evaluator->execute(x);
+  if (shallEnd()) {
+    mem.anyChanged = true;  // it may not have come to its end either
+    return;
+  }
   mem.executed = true;
   mem.anyChanged = false;
   std::fill(mem.changed.begin(), mem.changed.end(), false);
   if (mem.evaluator->wantsNextFrame()) m_animated = true;
+}
+
+bool CompositionInstance::shallEnd() {
+  const Interruption* interruption = m_arguments.interruption.get();
+  m_interrupted = m_interrupted || (interruption && interruption->isDue());
+  return m_interrupted;
 }
 
 void CompositionInstance::runConsumer(int index) {
@@ -235,6 +249,7 @@ const ContentContext& CompositionInstance::contextOf(int scope) const {
 }
 
 bool CompositionInstance::enterIteration(int scope, qint64 index, qint64 count) {
+  if (shallEnd()) return false;
   if (++m_iterations > m_compiled->budget().iterations) {
     report(m_compiled->scopes()[static_cast<size_t>(scope)].macro,
            QStringLiteral("more than %1 iterations in one frame; the rest is left out")

@@ -33,6 +33,9 @@ class CompositionInstance {
   ~CompositionInstance();
 
   [[nodiscard]] const CompiledComposition& compiled() const { return *m_compiled; }
+  [[nodiscard]] const std::shared_ptr<const CompiledComposition>& sharedProgram() const {
+    return m_compiled;
+  }
 
   /// Sets the constant of an input; applies from the next frame.
   void setInput(int node, int input, const Value& value);
@@ -43,6 +46,8 @@ class CompositionInstance {
   /// Runs the graph once at the time (seconds, clamped to 0) and returns what it drew.
   [[nodiscard]] DrawList evaluate(double time, const Destination& destination,
                                   const FrameArguments& arguments = {});
+  /// The last frame was ended before it was through; what it drew is a part.
+  [[nodiscard]] bool wasInterrupted() const { return m_interrupted; }
   /// False when a further frame at another time is certain to look the same.
   [[nodiscard]] bool isAnimated() const { return m_animated; }
   /// Facts reported by patches (missing files, scripts with errors …), each once.
@@ -93,6 +98,7 @@ class CompositionInstance {
   void setSlot(int scope, size_t slot, quint64 pass);
   void keepFeedback(int scope);
   [[nodiscard]] bool isRunning(int scope) const;
+  [[nodiscard]] bool shallEnd();
   [[nodiscard]] double scopeTime(int scope);
   [[nodiscard]] double nodeTime(int node, NodeMemory& memory);
   [[nodiscard]] double basedTime(TimeBase base, double parent, const NodeMemory* memory,
@@ -117,6 +123,7 @@ class CompositionInstance {
   size_t m_slotCount = 1;
   QSet<size_t> m_sharedSlots;
   bool m_animated = false;
+  bool m_interrupted = false;
 };
 
 }  // namespace runtime

@@ -28,6 +28,10 @@ class CompositionRenderer {
       const QByteArray& bytes, const QString& fileName, const Budget& budget = {});
 
   [[nodiscard]] const CompiledComposition& compiled() const { return m_instance.compiled(); }
+  /// The same, for a further renderer of it.
+  [[nodiscard]] const std::shared_ptr<const CompiledComposition>& sharedProgram() const {
+    return m_instance.sharedProgram();
+  }
 
   /// Published keys, in the order of the file.
   [[nodiscard]] QStringList inputKeys() const;
@@ -49,6 +53,8 @@ class CompositionRenderer {
   /// Evaluates and draws over transparent black; premultiplied ARGB32.
   [[nodiscard]] QImage imageAtTime(double time, const QSize& size,
                                    const FrameArguments& arguments = {});
+  /// See CompositionInstance::wasInterrupted.
+  [[nodiscard]] bool wasInterrupted() const { return m_instance.wasInterrupted(); }
   /// See CompositionInstance::isAnimated.
   [[nodiscard]] bool isAnimated() const { return m_instance.isAnimated(); }
   /// What loading and running had to report, each once.

@@ -7,7 +7,11 @@
 #include <QString>
 #include <QVariant>
 #include <QVariantHash>
+#include <algorithm>
+#include <atomic>
+#include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace runtime {
@@ -23,6 +27,27 @@ struct Budget {
   int depth = 64;                     ///< nesting of macros
 };
 
+/// Ends an evaluation before it is through: when its time is over or when somebody asks, from any
+/// thread.
+class Interruption {
+ public:
+  using Clock = std::chrono::steady_clock;
+  explicit Interruption(std::chrono::milliseconds allowed) : m_end(Clock::now() + allowed) {}
+
+  void request() { m_requested = true; }
+  [[nodiscard]] bool isDue() const { return m_requested || Clock::now() >= m_end; }
+  /// Until it is due; none when it was requested.
+  [[nodiscard]] std::chrono::milliseconds remaining() const {
+    if (m_requested) return {};
+    return std::max(std::chrono::milliseconds(),
+                    std::chrono::ceil<std::chrono::milliseconds>(m_end - Clock::now()));
+  }
+
+ private:
+  Clock::time_point m_end;
+  std::atomic<bool> m_requested = false;
+};
+
 /// What a frame is given from outside; the runtime itself reads no clock and no device.
 struct FrameArguments {
   QPointF mouse{0.5, 0.5};     ///< 0…1 on both axes from the lower left
@@ -31,6 +56,7 @@ struct FrameArguments {
   /// The wall clock; composition time never depends on it.
   QDateTime wallClock = QDateTime::fromMSecsSinceEpoch(978307200000, Qt::UTC);
   QVariantHash playout;  ///< what a playout system says of the clip on air, by its parameter names
+  std::shared_ptr<const Interruption> interruption;  ///< none: the frame takes what it needs
 };
 
 /// The surface that a patch draws to, in pixels; always 2 units wide.

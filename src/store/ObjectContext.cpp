@@ -5,8 +5,19 @@ namespace store {
 /// One step of the history.
 class ChangeCommand : public QUndoCommand {
  public:
-  ChangeCommand(ObjectContext& context, JournalRecords records, const QString& name)
-      : QUndoCommand(name), m_context(context), m_records(std::move(records)) {}
+  ChangeCommand(ObjectContext& context, JournalRecords records, const QString& name, bool continues)
+      : QUndoCommand(name),
+        m_context(context),
+        m_records(std::move(records)),
+        m_continues(continues) {}
+
+  [[nodiscard]] int id() const override { return 1; }  // all may be merged
+  bool mergeWith(const QUndoCommand* next) override {
+    const auto* other = static_cast<const ChangeCommand*>(next);
+    if (!other->m_continues || other->text() != text()) return false;
+    std::move(other->m_records.begin(), other->m_records.end(), std::back_inserter(m_records));
+    return true;
+  }
 
   void undo() override { m_context.replay(m_records, ObjectContext::Direction::Back); }
   void redo() override {
@@ -19,7 +30,8 @@ class ChangeCommand : public QUndoCommand {
 
  private:
   ObjectContext& m_context;
-  JournalRecords m_records;
+  mutable JournalRecords m_records;  // of one that is merged, which ends with that
+  bool m_continues;
   bool m_fresh = true;
 };
 
@@ -227,13 +239,13 @@ void ObjectContext::endStep(bool cancelled) {
   }
   if (m_replaying) return;  // an observer's step
   JournalRecords records = m_journal.takeFrom(0);
-  if (!m_historyBroken) pushRecords(std::exchange(records, {}), step.name);
+  if (!m_historyBroken) pushRecords(std::exchange(records, {}), step.name, step.continues);
   processPendingChanges();
   dropBrokenHistory();
 }
 
-void ObjectContext::pushRecords(JournalRecords records, const QString& name) {
-  if (!records.empty()) m_stack.push(new ChangeCommand(*this, std::move(records), name));
+void ObjectContext::pushRecords(JournalRecords records, const QString& name, bool continues) {
+  if (!records.empty()) m_stack.push(new ChangeCommand(*this, std::move(records), name, continues));
 }
 
 void ObjectContext::undo() {
@@ -347,6 +359,10 @@ UndoStep::UndoStep(ObjectContext& context, const QString& name) : m_context(&con
 
 UndoStep::~UndoStep() {
   if (m_context) m_context->endStep(false);
+}
+
+void UndoStep::continuePrevious() {
+  if (m_context) m_context->m_steps.back().continues = true;
 }
 
 void UndoStep::cancel() {

@@ -100,6 +100,7 @@ class ObjectContext {
   struct OpenStep {
     QString name;
     size_t firstRecord;
+    bool continues = false;
   };
   using Announcements = std::vector<Announcement>;
   enum class Direction { Back, Forth };
@@ -116,7 +117,7 @@ class ObjectContext {
 
   void beginStep(const QString& name);
   void endStep(bool cancelled);
-  void pushRecords(JournalRecords records, const QString& name);
+  void pushRecords(JournalRecords records, const QString& name, bool continues);
   [[nodiscard]] bool isRecording() const { return m_suspensions == 0 && !m_replaying; }
   [[nodiscard]] bool isAtRest() const { return !isInStep() && !m_replaying && !m_historyBroken; }
   void structureChangesUnrecorded();
@@ -152,6 +153,9 @@ class UndoStep {
   UndoStep& operator=(const UndoStep&) = delete;
   /// Takes back what was changed since the step was opened.
   void cancel();
+  /// Makes it one with the step before, if that is the last one of the history, has the same name
+  /// and nothing was saved in between. For the outermost step.
+  void continuePrevious();
 
  private:
   ObjectContext* m_context;

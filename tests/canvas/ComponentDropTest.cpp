@@ -95,6 +95,10 @@ TEST_F(Dropping, ADropOnTheViewTakesFilesAndComponents) {
   urls.setUrls({QUrl::fromLocalFile(picture)});
   EXPECT_TRUE(drop(urls));
   ASSERT_EQ(graphic->components().size(), 1);
+  // At the pointer, and one undo step with being there.
+  const QPointF pointer = view.geometryOfPicture().picturePoint({100, 100});
+  EXPECT_EQ(graphic->componentArray()[0]->drawingFrame().center(), pointer);
+  EXPECT_EQ(graphic.context->history().count(), 1);
   QMimeData archived;
   archived.setData(model::Composition::supportedDraggedTypes().first(),
                    *model::ComponentClipboard::dataForComponents(graphic->componentArray()));

@@ -169,36 +169,9 @@ TEST_F(Displaying, ComponentsThatCannotBeDrawnSayWhy) {
   EXPECT_TRUE(marks.isEmpty());
 }
 
-TEST_F(Displaying, AComponentThatTakesTooLongIsMarkedAndLeftAloneUntilItChanges) {
-  double now = 0;
-  double cost = 0;
-  CompositionLayer::Clocks clocks;
-  clocks.seconds = [&] { return now += cost; };
-  CompositionLayer layer(*graphic, clocks);
-  const PictureTarget target{{192, 108}, {0, 0, 192, 108}};
-  EXPECT_FALSE(layer.display(target).isEmpty());
-  EXPECT_TRUE(layer.brokenMarks().isEmpty());
-  cost = 3;
-  layer.setNeedsDisplay(*a);
-  EXPECT_FALSE(layer.display(target).isEmpty());
-  ASSERT_EQ(layer.brokenMarks().size(), 1);
-  EXPECT_EQ(layer.brokenMarks()[0].text(),
-            QStringLiteral("Rectangle.qtz takes too long: 3.0 s a frame"));
-  EXPECT_EQ(layer.brokenMarks()[0].frame, a->drawingFrame());
-  cost = 0;
-  const qint64 asked = layer.evaluations();
-  layer.setNeedsDisplay();
-  EXPECT_TRUE(layer.display(target).isEmpty());
-  EXPECT_EQ(layer.evaluations(), asked + 1);  // the other one
-  EXPECT_EQ(layer.brokenMarks().size(), 1);
-  layer.setNeedsDisplay(*a);
-  EXPECT_FALSE(layer.display(target).isEmpty());
-  EXPECT_TRUE(layer.brokenMarks().isEmpty());
-}
-
 TEST_F(Displaying, AComponentThatDrawsTooMuchIsMarked) {
   CompositionLayer layer(*graphic);
-  layer.setLimits({2, 0.005});
+  layer.setLimits({.coverage = 0.005});
   (void)layer.display({{192, 108}, {0, 0, 192, 108}});
   ASSERT_EQ(layer.brokenMarks().size(), 1);  // B is much smaller
   EXPECT_EQ(layer.brokenMarks()[0].frame, a->drawingFrame());

@@ -2,8 +2,11 @@
 #include "canvas/CanvasHost.h"
 #include "canvas/CanvasRuler.h"
 #include "canvas/TYZoomScrollView.h"
+#include "widgets/TYTooltipWindow.h"
 
 namespace canvas {
+
+using model::QuartzComponent;
 
 class Guides : public CanvasFixture {
  protected:
@@ -46,6 +49,42 @@ TEST_F(Guides, AreRemovedOutsideThePicture) {
   graphic.context->undo();
   ASSERT_EQ(graphic->rulers().size(), 1);
   EXPECT_EQ(guide->position(), 500);
+}
+
+TEST_F(Guides, OverABackgroundCanBeTakenOthersStandBehindComponents) {
+  model::Ruler* guide = addGuide(500, true);
+  QuartzComponent* a = add(QStringLiteral("A"), {100, 450, 200, 100});
+  drag({200, 500}, {200, 520});
+  EXPECT_EQ(guide->position(), 500);
+  EXPECT_EQ(a->originY(), 470);
+  QuartzComponent* behind = add(QStringLiteral("Behind"), {0, 0, 1920, 1080});
+  behind->setSelected(true);
+  drag({600, 500}, {600, 700});
+  EXPECT_EQ(guide->position(), 700);
+  EXPECT_EQ(behind->drawingFrame(), QRectF(0, 0, 1920, 1080));
+  view.setGuidesLocked(true);
+  drag({600, 700}, {600, 750});
+  EXPECT_EQ(guide->position(), 700);
+  EXPECT_EQ(behind->originY(), 50);
+  // Zoomed out, a hand needs as many points as at full size.
+  view.setGuidesLocked(false);
+  graphic->removeComponents({behind, a});
+  graphic->setZoomMode(25);
+  drag({600, 708}, {600, 400});
+  EXPECT_EQ(guide->position(), 400);
+}
+
+TEST_F(Guides, TellWhereTheyAreWhileTheyAreDragged) {
+  addGuide(500, true);
+  const widgets::TYTooltipWindow& plate = widgets::TYTooltipWindow::sharedWindow();
+  press({300, 500});
+  move({300, 612.3});
+  EXPECT_TRUE(plate.isVisible());
+  EXPECT_EQ(plate.text(), QStringLiteral("Y 612"));
+  move({300, -20});
+  EXPECT_EQ(plate.text(), QStringLiteral("Remove"));
+  key(Qt::Key_Escape);
+  EXPECT_FALSE(plate.isVisible());
 }
 
 class RulersOfTheCanvas : public Guides {

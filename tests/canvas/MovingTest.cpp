@@ -99,8 +99,16 @@ TEST_F(Moving, ArrowKeysNudge) {
   key(Qt::Key_Left, Qt::ShiftModifier);
   key(Qt::Key_Down, Qt::ShiftModifier);
   EXPECT_EQ(a->drawingFrame().topLeft(), QPointF(91, 91));
-  EXPECT_EQ(graphic.context->history().count(), 4);
+  // All in one go: one step.
+  EXPECT_EQ(graphic.context->history().count(), 1);
   EXPECT_EQ(undoName(), QStringLiteral("Move A"));
+  graphic.context->undo();
+  EXPECT_EQ(a->drawingFrame().topLeft(), QPointF(100, 100));
+  graphic.context->redo();
+  EXPECT_EQ(a->drawingFrame().topLeft(), QPointF(91, 91));
+  a->setTitle(QStringLiteral("A"));
+  a->setTitle(QStringLiteral("Other"));
+  a->setTitle(QStringLiteral("A"));
   // A key that is held makes one step.
   for (const bool repeated : {false, true, true}) {
     QKeyEvent held(QEvent::KeyPress, Qt::Key_Right, Qt::NoModifier, {}, repeated);
@@ -109,7 +117,7 @@ TEST_F(Moving, ArrowKeysNudge) {
   QKeyEvent up(QEvent::KeyRelease, Qt::Key_Right, Qt::NoModifier);
   QApplication::sendEvent(&view, &up);
   EXPECT_EQ(a->originX(), 94);
-  EXPECT_EQ(graphic.context->history().count(), 5);
+  EXPECT_EQ(graphic.context->history().count(), 4);  // after the titles another one
   // Keys with other meanings are left alone.
   key(Qt::Key_Right, Qt::AltModifier);
   EXPECT_EQ(a->originX(), 94);
@@ -162,6 +170,41 @@ TEST_F(Moving, WhatIsDeletedMeanwhileIsLeftAlone) {
   release({170, 150});
   EXPECT_EQ(a->originX(), 120);
   EXPECT_EQ(graphic->components().size(), 1);
+}
+
+TEST_F(Moving, WithAltCopiesAreMoved) {
+  QuartzComponent* b = add(QStringLiteral("B"), {350, 120, 100, 50});
+  graphic->selectAllComponents();
+  const auto dragCopies = [this](const QPointF& to) {
+    press({150, 150}, Qt::AltModifier);
+    EXPECT_EQ(view.cursor().shape(), Qt::DragCopyCursor);
+    move({151, 151}, Qt::AltModifier);
+    EXPECT_EQ(graphic->components().size(), 2);  // within the dead zone
+    move(to, Qt::AltModifier);
+    EXPECT_EQ(graphic->components().size(), 4);
+  };
+  dragCopies({250, 450});
+  key(Qt::Key_Escape);
+  EXPECT_EQ(graphic->components().size(), 2);
+  EXPECT_EQ(graphic.context->history().count(), 0);
+  EXPECT_EQ(view.selectedComponents().size(), 2);
+  EXPECT_EQ(a->originX(), 100);
+
+  dragCopies({250, 450});
+  release({250, 450}, Qt::AltModifier);
+  EXPECT_EQ(graphic.context->history().count(), 1);
+  EXPECT_EQ(undoName(), QStringLiteral("Duplicate"));
+  EXPECT_EQ(a->drawingFrame().topLeft(), QPointF(100, 100));
+  EXPECT_EQ(b->drawingFrame().topLeft(), QPointF(350, 120));
+  const auto stack = graphic->componentsSortedByZLevel();
+  EXPECT_EQ(view.selectedComponents(), stack.mid(2));
+  EXPECT_EQ(stack[2]->drawingFrame(), a->drawingFrame().translated(100, 300));
+  EXPECT_EQ(stack[3]->drawingFrame(), b->drawingFrame().translated(100, 300));
+  graphic.context->undo();
+  EXPECT_EQ(graphic->components().size(), 2);
+  // Without moving it is a click.
+  click({150, 150}, Qt::AltModifier);
+  EXPECT_EQ(graphic->components().size(), 2);
 }
 
 }  // namespace canvas

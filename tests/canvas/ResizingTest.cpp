@@ -70,13 +70,35 @@ TEST_F(Resizing, AnUnselectedComponentsHandlePassesToTheSelectedOne) {
 }
 
 TEST_F(Resizing, ZoomedOutHandlesCanBeGrabbedWhereTheyAreSeen) {
-  graphic->setZoomMode(25);
+  graphic->setZoomMode(50);
   click({200, 150});
-  // 24 pixels inside the frame are 6 points: within the painted handle, not within its own 8
+  // 12 pixels inside the frame are 6 points: within the painted handle, not within its own 8
   // pixels.
-  drag({280, 180}, {480, 180});
+  drag({288, 188}, {488, 188});
   EXPECT_EQ(a->drawingFrame().left(), 100);
-  EXPECT_EQ(a->drawingFrame().right(), 480);
+  EXPECT_EQ(a->drawingFrame().right(), 488);
+}
+
+TEST_F(Resizing, HandlesOfWhatIsSmallLeaveRoomToMoveIt) {
+  graphic->setZoomMode(50);
+  QuartzComponent* dot = add(QStringLiteral("Dot"), {900, 500, 16, 16});
+  click({908, 508});
+  drag({908, 508}, {1008, 608});
+  EXPECT_EQ(dot->drawingFrame(), QRectF(1000, 600, 16, 16));
+  // Eight points of the dot and two for the hand; handles begin beyond them.
+  move({1024, 592});
+  EXPECT_EQ(view.cursor().shape(), Qt::SizeFDiagCursor);
+  drag({1024, 592}, {1124, 592});
+  EXPECT_EQ(dot->drawingFrame(), QRectF(1000, 592, 124, 24));
+  // A line can be taken hold of too, beside what is drawn.
+  QuartzComponent* line = add(QStringLiteral("Line"), {200, 900, 800, 2});
+  line->setSelected(true);
+  drag({500, 906}, {500, 806});
+  EXPECT_EQ(line->drawingFrame(), QRectF(200, 800, 800, 2));
+  // Not before it is selected.
+  graphic->clearSelection();
+  click({500, 806});
+  EXPECT_TRUE(view.selectedComponents().isEmpty());
 }
 
 }  // namespace canvas

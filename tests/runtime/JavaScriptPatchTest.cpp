@@ -32,6 +32,7 @@ class OneScript {
     return m_renderer->valueForOutputKey(QStringLiteral("out"));
   }
   [[nodiscard]] QStringList findings() const { return m_renderer->findings(); }
+  [[nodiscard]] bool wasInterrupted() const { return m_renderer->wasInterrupted(); }
 
  private:
   std::unique_ptr<CompositionRenderer> m_renderer;
@@ -258,4 +259,25 @@ TEST(JavaScriptPatch, RunsOnWhateverThreadOwnsTheComposition) {
     });
   for (std::thread& thread : threads) thread.join();
   for (const Value& result : results) EXPECT_EQ(result, Value(400'000.0));
+}
+
+TEST(JavaScriptPatch, AFrameThatIsInterruptedGoesOnWithTheNextOne) {
+  OneScript looping(mainWith("if (x == 1) while (true) {} return {out: x};"));
+  runtime::FrameArguments soon;
+  soon.interruption = std::make_shared<const runtime::Interruption>(std::chrono::milliseconds(30));
+  QElapsedTimer timer;
+  timer.start();
+  EXPECT_TRUE(looping.run(1.0, soon).isEmpty());
+  EXPECT_LT(timer.elapsed(), 900);  // what a script may take
+  EXPECT_TRUE(looping.wasInterrupted());
+  // Neither the script nor its inputs are lost.
+  EXPECT_EQ(looping.run(2.0).toNumber(), 2);
+  EXPECT_FALSE(looping.wasInterrupted());
+  EXPECT_TRUE(looping.findings().isEmpty());
+  const auto requested = std::make_shared<runtime::Interruption>(std::chrono::milliseconds(10'000));
+  requested->request();
+  runtime::FrameArguments atOnce;
+  atOnce.interruption = requested;
+  EXPECT_EQ(looping.run(3.0, atOnce).toNumber(), 2);
+  EXPECT_EQ(looping.run(3.0).toNumber(), 3);
 }

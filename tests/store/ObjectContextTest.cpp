@@ -125,6 +125,32 @@ TEST_F(ObjectContextTest, StepsGroupNestNameAndVanishWhenEmpty) {
   EXPECT_EQ(shelf->room(), QStringLiteral("B"));
 }
 
+TEST_F(ObjectContextTest, AStepMayContinueTheOneBeforeIfItIsTheLastOfThatNameAndUnsaved) {
+  context.clearHistory();
+  const auto change = [this](int number, const char* name) {
+    UndoStep step(context, QString::fromLatin1(name));
+    step.continuePrevious();
+    shelf->setNumber(number);
+  };
+  change(1, "Nudge");  // nothing there to continue
+  change(2, "Nudge");
+  change(3, "Nudge");
+  EXPECT_EQ(context.history().count(), 1);
+  change(4, "Other");
+  EXPECT_EQ(context.history().count(), 2);
+  context.undo();
+  context.undo();
+  EXPECT_EQ(shelf->number(), 0);
+  context.redo();
+  EXPECT_EQ(shelf->number(), 3);
+  context.markSaved();
+  change(5, "Nudge");
+  EXPECT_EQ(context.history().count(), 2);
+  context.undo();
+  EXPECT_EQ(shelf->number(), 3);
+  EXPECT_FALSE(context.hasChanges());
+}
+
 TEST_F(ObjectContextTest, CancellingRollsBackOnlyItsOwnStep) {
   UndoStep outer(context, QStringLiteral("Outer"));
   shelf->setNumber(1);

@@ -42,9 +42,12 @@ class JavaScriptEvaluator : public PatchEvaluator {
     if (!QCoreApplication::instance()) return stop(x, QStringLiteral("needs an application"));
     ScriptEngine& engine = x.shared<ScriptEngine>();
     engine.setClock(x.arguments().wallClock.toMSecsSinceEpoch());
-    const std::chrono::milliseconds limit(std::max<qint64>(x.budget().scriptMilliseconds, 1));
+    const std::chrono::milliseconds most(std::max<qint64>(x.budget().scriptMilliseconds, 1));
+    const Interruption* interruption = x.arguments().interruption.get();
+    const auto limit = interruption ? std::min(most, interruption->remaining()) : most;
     const script::ScriptWatchdog::Guard guard(engine.engine(), limit);
     const QString error = run(x, engine);
+    if (guard.expired() && limit < most) return;  // the frame ends; the script is not to blame
     if (guard.expired())
       stop(x, QStringLiteral("stopped after %1 ms; it is not run again").arg(limit.count()));
     else if (!error.isEmpty())
