@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QIcon>
+#include <QImageReader>
 #include <cstdio>
 #include <memory>
 
@@ -43,6 +44,9 @@ bool answered(const app::EditorOptions& options) {
   return options.wantsHelp || options.wantsVersion;
 }
 
+/// As many pixels as an image of a composition may have.
+constexpr int mostMegabytesOfAnImage = 256;
+
 void nameProgram() {
   QApplication::setApplicationName(QStringLiteral("tessary"));
   QApplication::setApplicationDisplayName(QStringLiteral("Tessary"));
@@ -62,6 +66,7 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   qInstallMessageHandler(usual);
   nameProgram();
+  QImageReader::setAllocationLimit(mostMegabytesOfAnImage);
   const auto options = app::EditorOptions::read(QApplication::arguments().mid(1));
   if (!options.error.isNull()) {
     say(stderr, QStringLiteral("tessary-editor: ") + options.error);

@@ -39,6 +39,8 @@ class MenuMaker {
   void addMaintenance();
   void addClipboard();
   void addSelected();
+  void addZoom();
+  void addOverlays();
   void addAlign(const QString& kind, const QStringList& sides, const QStringList& texts,
                 int firstTag, qsizetype needed);
   [[nodiscard]] std::function<bool()> hasComposition() const {

@@ -90,8 +90,7 @@ void MenuMaker::addAlign(const QString& kind, const QStringList& sides, const QS
                               : tr("Select three or more components.")});
 }
 
-void MenuMaker::addView() {
-  begin(tr("&View"));
+void MenuMaker::addZoom() {
   TYWindowController& window = m_window;
   add({.identifier = QStringLiteral("zoomIn"),
        .text = tr("Zoom &In"),
@@ -117,7 +116,10 @@ void MenuMaker::addView() {
              [&window, mode] {
                return window.composition() && window.composition()->zoomMode() == mode;
              }});
-  separate();
+}
+
+void MenuMaker::addOverlays() {
+  TYWindowController& window = m_window;
   add({.identifier = QStringLiteral("showsRulers"),
        .text = tr("&Guides"),
        .shortcuts = {QKeySequence(Qt::CTRL | Qt::Key_R)},
@@ -147,6 +149,14 @@ void MenuMaker::addView() {
        .canRun = hasComposition(),
        .isChecked =
            [&window] { return window.composition() && window.composition()->showsSafeZones(); }});
+}
+
+void MenuMaker::addView() {
+  begin(tr("&View"));
+  TYWindowController& window = m_window;
+  addZoom();
+  separate();
+  addOverlays();
   separate();
   for (QDockWidget* dock : window.findChildren<QDockWidget*>())
     m_menu->addAction(dock->toggleViewAction());

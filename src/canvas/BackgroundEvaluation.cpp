@@ -38,7 +38,7 @@ void BackgroundEvaluation::ask(Request request) {
 
 bool BackgroundEvaluation::isBusy() const {
   const std::lock_guard lock(m_mutex);
-  return m_waiting || m_running;
+  return m_waiting || m_works;
 }
 
 std::optional<BackgroundEvaluation::Result> BackgroundEvaluation::takeResult() {
@@ -52,11 +52,11 @@ void BackgroundEvaluation::run() {
     m_changed.wait(lock, [this] { return m_ends || m_waiting; });
     if (m_ends) break;
     Request request = *std::exchange(m_waiting, std::nullopt);
-    m_running = std::make_shared<Interruption>(m_mostTime);
-    request.arguments.interruption = m_running;
+    m_works = true;
     lock.unlock();
-    Result result = evaluate(request);
+    Result result = evaluate(std::move(request));
     lock.lock();
+    m_works = false;
     m_running.reset();
     m_result = std::move(result);
     lock.unlock();
@@ -67,12 +67,24 @@ void BackgroundEvaluation::run() {
   m_renderer.reset();  // where its scripts ran
 }
 
-BackgroundEvaluation::Result BackgroundEvaluation::evaluate(const Request& request) {
+void BackgroundEvaluation::prepareRenderer(const Request& request) {
   if (!m_renderer || m_renderer->sharedProgram() != request.compiled) {
     m_renderer = std::make_unique<CompositionRenderer>(request.compiled);
     m_renderer->userInfo() = request.userInfo;
   }
   for (const auto& [key, value] : request.inputs) m_renderer->setValueForInputKey(value, key);
+}
+
+std::shared_ptr<const Interruption> BackgroundEvaluation::beginFrame() {
+  const std::lock_guard lock(m_mutex);
+  m_running = std::make_shared<Interruption>(m_mostTime);
+  if (m_ends) m_running->request();
+  return m_running;
+}
+
+BackgroundEvaluation::Result BackgroundEvaluation::evaluate(Request request) {
+  prepareRenderer(request);
+  request.arguments.interruption = beginFrame();
   const auto begin = Interruption::Clock::now();
   Result result;
   result.frame = request.frame;

@@ -23,7 +23,7 @@ class BackgroundEvaluation {
     runtime::FrameArguments arguments;
     QRectF frame;  ///< passed on to the result
 
-    /// What the renderer would be asked for now.
+    /// What the renderer would be asked at this moment.
     [[nodiscard]] static Request of(runtime::CompositionRenderer& renderer, double time,
                                     const QSize& size, const runtime::FrameArguments& arguments,
                                     const QRectF& frame);
@@ -50,7 +50,10 @@ class BackgroundEvaluation {
 
  private:
   void run();
-  [[nodiscard]] Result evaluate(const Request& request);
+  [[nodiscard]] Result evaluate(Request request);
+  void prepareRenderer(const Request& request);
+  /// From now on the frame may take so long as it may; it ends at once when all shall end.
+  [[nodiscard]] std::shared_ptr<const runtime::Interruption> beginFrame();
 
   std::chrono::milliseconds m_mostTime;
   std::function<void()> m_finished;
@@ -60,6 +63,7 @@ class BackgroundEvaluation {
   std::optional<Request> m_waiting;
   std::optional<Result> m_result;
   std::shared_ptr<runtime::Interruption> m_running;
+  bool m_works = false;
   bool m_ends = false;
   std::thread m_thread;
 };

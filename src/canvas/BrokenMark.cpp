@@ -1,6 +1,8 @@
 #include "canvas/BrokenMark.h"
 
 #include <QPainter>
+#include <QTextOption>
+#include <algorithm>
 
 #include "widgets/TYGlyph.h"
 #include "widgets/TYStyleKit.h"
@@ -37,6 +39,35 @@ void paintEdge(QPainter& painter, const QRectF& place) {
   painter.drawRect(place.adjusted(0.5, 0.5, -0.5, -0.5));
 }
 
+void paintGlyph(QPainter& painter, const QPointF& corner) {
+  widgets::TYGlyph::paint(painter, QStringLiteral("Broken"),
+                          QRectF(corner, QSizeF(glyphSide, glyphSide)),
+                          TYStyleKit::colour(Token::Broken));
+  painter.setPen(TYStyleKit::colour(Token::Text));
+}
+
+/// Glyph and text in one line; the text may be empty.
+void paintBeside(QPainter& painter, const QRectF& place, const QString& text) {
+  const double advance = QFontMetricsF(painter.font()).horizontalAdvance(text);
+  const double width = glyphSide + (text.isEmpty() ? 0 : gap + advance);
+  const double left = place.center().x() - width / 2;
+  paintGlyph(painter, {left, place.center().y() - glyphSide / 2});
+  painter.drawText(QRectF(left + glyphSide + gap, place.top(), advance + 1, place.height()),
+                   Qt::AlignVCenter | Qt::TextSingleLine, text);
+}
+
+void paintBelow(QPainter& painter, const QRectF& place, const QString& text) {
+  QTextOption wrapped(Qt::AlignHCenter | Qt::AlignTop);
+  wrapped.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  QRectF lines(place.left() + gap, 0, place.width() - 2 * gap,
+               place.height() - glyphSide - 2 * gap);
+  lines.setHeight(std::min(lines.height(), painter.boundingRect(lines, text, wrapped).height()));
+  const double top = place.center().y() - (glyphSide + gap / 2 + lines.height()) / 2;
+  paintGlyph(painter, {place.center().x() - glyphSide / 2, top});
+  lines.moveTop(top + glyphSide + gap / 2);
+  painter.drawText(lines, text, wrapped);
+}
+
 }  // namespace
 
 QString BrokenMark::text() const {
@@ -55,16 +86,15 @@ void BrokenMark::paint(QPainter& painter, const QRectF& place) const {
   painter.setFont(TYStyleKit::font(widgets::TextStyle::Body));
   const QFontMetricsF metrics(painter.font());
   const double room = place.width() - glyphSide - 3 * gap;
-  const bool hasText = room >= leastWidthForText && place.height() >= metrics.height();
-  const QString line = hasText ? metrics.elidedText(text(), Qt::ElideRight, room) : QString();
-  const double width = glyphSide + (hasText ? gap + metrics.horizontalAdvance(line) : 0);
-  const double left = place.center().x() - width / 2;
-  const QRectF glyph(left, place.center().y() - glyphSide / 2, glyphSide, glyphSide);
-  widgets::TYGlyph::paint(painter, QStringLiteral("Broken"), glyph,
-                          TYStyleKit::colour(Token::Broken));
-  painter.setPen(TYStyleKit::colour(Token::Text));
-  painter.drawText(QRectF(glyph.right() + gap, place.top(), room + gap, place.height()),
-                   Qt::AlignVCenter | Qt::TextSingleLine, line);
+  if (metrics.horizontalAdvance(text()) <= room)
+    paintBeside(painter, place, text());
+  else if (place.width() >= leastWidthForText + 2 * gap &&
+           place.height() >= glyphSide + 3 * metrics.lineSpacing() + 2 * gap)
+    paintBelow(painter, place, text());
+  else if (room >= leastWidthForText && place.height() >= metrics.height())
+    paintBeside(painter, place, metrics.elidedText(text(), Qt::ElideRight, room));
+  else
+    paintBeside(painter, place, {});
   painter.restore();
 }
 

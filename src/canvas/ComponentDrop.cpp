@@ -82,6 +82,9 @@ void ComponentDrop::addImage(const QString& path, bool isFlatPSD) {
     reader.setAutoTransform(true);
     reader.setDecideFormatFromContent(true);
     image = reader.read();
+    if (image.isNull() && reader.canRead() &&
+        reader.error() != QImageReader::UnsupportedFormatError)
+      tellWarnings({tr("Could not load image \"%1\": %2").arg(path, reader.errorString())});
   }
   const auto component = m_standard.pathOf(QStringLiteral("ImageComponent"));
   if (image.isNull() || !component) return;

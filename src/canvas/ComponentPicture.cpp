@@ -40,11 +40,17 @@ void translate(runtime::DrawItem& item, const QVector3D& by) {
 
 }  // namespace
 
-bool ComponentPicture::follow(QuartzComponent& component, bool everythingMayDiffer, Moment& moment,
+bool ComponentPicture::isToBeAsked(Reason reason) const {
+  if (m_dirty) return true;
+  if (m_isGivenUp || reason == Reason::Nothing) return false;
+  const bool rests = m_background && (m_background->isBusy() || Clock::now() < m_restsUntil);
+  return reason == Reason::Everything || !rests;
+}
+
+bool ComponentPicture::follow(QuartzComponent& component, Reason reason, Moment& moment,
                               const Limits& limits) {
   if (m_background) takeAnswer(component, limits);
-  const bool rests = m_isGivenUp || (m_background && Clock::now() < m_restsUntil);
-  if (!m_dirty && (!everythingMayDiffer || rests)) return false;
+  if (!isToBeAsked(reason)) return false;
   // Before it is asked, since what it is asked for may make it want to be asked again.
   component.setNeedsUpdate(false);
   m_dirty = false;

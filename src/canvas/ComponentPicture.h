@@ -21,7 +21,7 @@ class ComponentPicture {
   /// A component that exceeds one of the last three is marked and left alone until it changes, so
   /// that the canvas stays usable. Seconds.
   struct Limits {
-    double first = 0.25;      ///< to be waited for at its first frame
+    double first = 0.09;      ///< to be waited for at its first frame
     double next = 0.04;       ///< and at those that follow
     double all = 0.06;        ///< for all components of one display together
     int drawing = 60;         ///< to be waited for until all is drawn; milliseconds
@@ -47,9 +47,11 @@ class ComponentPicture {
     m_dirty = true;
     m_isGivenUp = false;
   }
+  /// What may have changed besides the component itself.
+  enum class Reason { Nothing, Refresh, Everything };
   /// Asks the component if it may look different, and takes what it answered. True when it was
   /// asked.
-  bool follow(model::QuartzComponent& component, bool everythingMayDiffer, Moment& moment,
+  bool follow(model::QuartzComponent& component, Reason reason, Moment& moment,
               const Limits& limits);
 
   [[nodiscard]] const std::shared_ptr<const runtime::DrawList>& list() const { return m_list; }
@@ -63,6 +65,7 @@ class ComponentPicture {
   void measure(const PictureTarget& target, const Limits& limits);
 
  private:
+  [[nodiscard]] bool isToBeAsked(Reason reason) const;
   void ask(model::QuartzComponent& component, Moment& moment, const Limits& limits);
   void askInBackground(model::QuartzComponent& component, const Moment& moment);
   void takeAnswer(const model::QuartzComponent& component, const Limits& limits);

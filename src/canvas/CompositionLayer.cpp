@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <cstring>
+#include <mutex>
 
 #include "canvas/ComponentProblem.h"
 #include "model/Composition.h"
@@ -23,37 +24,39 @@ void copyPixels(const QImage& from, QImage& to, const QRect& rect) {
 
 }  // namespace
 
-/// Brings news from other threads to the one that displays. Outlives the layer where a thread still
-/// holds it.
+/// Brings news from other threads to the one that displays, as long as that wants them.
 class CompositionLayer::Relay {
  public:
-  Relay() : m_place(new QObject) {}
-  ~Relay() { m_place->deleteLater(); }
-  Relay(const Relay&) = delete;
-  Relay& operator=(const Relay&) = delete;
-
-  std::function<void()> ready;  ///< none: nobody wants to know any more
+  std::function<void()> ready;  ///< none: nobody wants to know
 
   [[nodiscard]] static std::function<void()> tell(const std::shared_ptr<Relay>& relay) {
     return [relay] {
-      QMetaObject::invokeMethod(
-          relay->m_place,
-          [relay] {
-            if (relay->ready) relay->ready();
-          },
-          Qt::QueuedConnection);
+      const std::lock_guard lock(relay->m_mutex);
+      if (!relay->m_place) return;
+      const auto deliver = [known = std::weak_ptr(relay)] {
+        const auto there = known.lock();
+        if (there && there->ready) there->ready();
+      };
+      QMetaObject::invokeMethod(relay->m_place.get(), deliver, Qt::QueuedConnection);
     };
+  }
+  /// On the thread that displays.
+  void end() {
+    const std::lock_guard lock(m_mutex);
+    ready = {};
+    m_place.reset();
   }
 
  private:
-  QObject* m_place;
+  std::mutex m_mutex;
+  std::unique_ptr<QObject> m_place = std::make_unique<QObject>();
 };
 
 CompositionLayer::CompositionLayer(model::Composition& composition, Clocks clocks)
     : m_composition(composition), m_clocks(std::move(clocks)), m_relay(std::make_shared<Relay>()) {}
 
 CompositionLayer::~CompositionLayer() {
-  m_relay->ready = {};
+  m_relay->end();
   if (m_drawing) m_drawing->abandon();
 }
 
@@ -85,7 +88,7 @@ QRegion CompositionLayer::display(const PictureTarget& target) {
     m_due += followPicture(m_pictures[i], component);
     noteBroken(m_pictures[i], component);
   }
-  m_allDirty = false;
+  m_reason = Reason::Nothing;
   m_due &= QRect(QPoint(), m_target.pixels);
   if (!m_drawing && !m_due.isEmpty()) {
     startDrawing(std::exchange(m_due, {}));
@@ -97,7 +100,7 @@ QRegion CompositionLayer::display(const PictureTarget& target) {
 QRegion CompositionLayer::followPicture(ComponentPicture& picture, QuartzComponent& component) {
   const auto before = picture.list();
   const QRect left = picture.touched();
-  if (picture.follow(component, m_allDirty, m_moment, m_limits)) ++m_evaluations;
+  if (picture.follow(component, m_reason, m_moment, m_limits)) ++m_evaluations;
   if (picture.list() == before) return {};
   picture.measure(m_target, m_limits);
   return QRegion(left) + picture.touched();

@@ -27,6 +27,7 @@ class CompositionLayer {
     std::function<QDateTime()> wall = [] { return QDateTime::currentDateTime(); };
   };
   using Limits = ComponentPicture::Limits;
+  using Reason = ComponentPicture::Reason;
 
   explicit CompositionLayer(model::Composition& composition) : CompositionLayer(composition, {}) {}
   CompositionLayer(model::Composition& composition, Clocks clocks);
@@ -39,7 +40,9 @@ class CompositionLayer {
   void setReady(std::function<void()> ready);
 
   /// Every component may look different.
-  void setNeedsDisplay() { m_allDirty = true; }
+  void setNeedsDisplay() { m_reason = Reason::Everything; }
+  /// Time goes on, nothing else: what shows the time of day may look different.
+  void setNeedsRefresh() { m_reason = std::max(m_reason, Reason::Refresh); }
   /// The component may look different.
   void setNeedsDisplay(const model::QuartzComponent& component);
 
@@ -85,7 +88,7 @@ class CompositionLayer {
   QList<BrokenMark> m_brokenMarks;
   ComponentPicture::Moment m_moment;
   std::shared_ptr<Relay> m_relay;
-  bool m_allDirty = true;
+  Reason m_reason = Reason::Everything;
   quint64 m_updateIndex = 0;
   qint64 m_evaluations = 0;
 };

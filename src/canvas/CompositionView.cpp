@@ -54,7 +54,10 @@ CompositionView::CompositionView(model::StandardComponents standardComponents, Q
   m_refreshTimer.setInterval(refreshInterval);
   m_timecodeTimer.setInterval(timecodeDuration);
   connect(&m_displayTimer, &QTimer::timeout, this, &CompositionView::displayIfNeeded);
-  connect(&m_refreshTimer, &QTimer::timeout, this, &CompositionView::setNeedsDisplay);
+  connect(&m_refreshTimer, &QTimer::timeout, this, [this] {
+    m_scene->componentsLayer().setNeedsRefresh();
+    displayIfNeeded();
+  });
   connect(&m_timecodeTimer, &QTimer::timeout, this, &CompositionView::hideTimecode);
   connect(&widgets::TYStyleKit::shared(), &widgets::TYStyleKit::themeChanged, this, [this] {
     if (m_scene) m_scene->dropGround();
@@ -226,14 +229,6 @@ QRectF CompositionView::selectionExtent() const {
   QRectF extent;
   for (const QuartzComponent* component : selectedComponents()) extent |= component->drawingFrame();
   return extent;
-}
-
-void CompositionView::zoomIn() {
-  m_zoomInput.step(1, visiblePart().center());
-}
-
-void CompositionView::zoomOut() {
-  m_zoomInput.step(-1, visiblePart().center());
 }
 
 void CompositionView::wheelEvent(QWheelEvent* event) {

@@ -52,8 +52,8 @@ class CompositionView : public QWidget {
   void updateBoundsForZoom();
   void setRulerOffsets();
   /// A step up or down around the middle of what is seen.
-  void zoomIn();
-  void zoomOut();
+  void zoomIn() { m_zoomInput.step(1, visiblePart().center()); }
+  void zoomOut() { m_zoomInput.step(-1, visiblePart().center()); }
 
   // Selection
   [[nodiscard]] QList<model::QuartzComponent*> selectedComponents() const;
