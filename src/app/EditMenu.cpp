@@ -2,6 +2,7 @@
 #include <QClipboard>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QPlainTextEdit>
 #include <QTextEdit>
 
 #include "app/MenuMaker.h"
@@ -47,7 +48,8 @@ void pasteInto(TYWindowController& window) {
 
 bool MenuMaker::editsText() {
   QWidget* focus = QApplication::focusWidget();
-  return qobject_cast<QLineEdit*>(focus) || qobject_cast<QTextEdit*>(focus);
+  return qobject_cast<QLineEdit*>(focus) || qobject_cast<QTextEdit*>(focus) ||
+         qobject_cast<QPlainTextEdit*>(focus);
 }
 
 void MenuMaker::addEdit() {

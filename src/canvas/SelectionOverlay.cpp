@@ -15,10 +15,10 @@ using widgets::TYStyleKit;
 
 namespace {
 
-/// An outline shorter than this many handles has none in its middle.
-constexpr double roomForMiddle = 3.5;
-/// One shorter than this many has them outside.
-constexpr double roomForHold = 4;
+/// Handles at the ends that lie closer than this many, from edge to edge, have none between them.
+constexpr double roomForMiddle = 5;
+/// An outline with a side shorter than this many has its handles outside.
+constexpr double roomForHold = 6;
 /// The least that a hand can take hold of, in points.
 constexpr double leastHold = 10;
 
@@ -55,21 +55,22 @@ SelectionOverlay::Places SelectionOverlay::placesAlong(double low, double high, 
 }
 
 void SelectionOverlay::layOutHandles(double side) {
-  const bool outsideAcross = m_outline.width() < roomForHold * side;
-  const bool outsideDown = m_outline.height() < roomForHold * side;
-  m_givesWay = outsideAcross || outsideDown;
-  const double growAcross = outsideAcross ? std::max(0.0, leastHold - m_outline.width()) / 2 : 0;
-  const double growDown = outsideDown ? std::max(0.0, leastHold - m_outline.height()) / 2 : 0;
-  m_hold = m_outline.adjusted(-growAcross, -growDown, growAcross, growDown);
-  const Places across = placesAlong(m_hold.left(), m_hold.right(), side, outsideAcross);
-  const Places down = placesAlong(m_hold.top(), m_hold.bottom(), side, outsideDown);
+  m_givesWay = std::min(m_outline.width(), m_outline.height()) < roomForHold * side;
+  const auto missing = [this](double length) {
+    return m_givesWay ? std::max(0.0, leastHold - length) / 2 : 0;
+  };
+  const double across = missing(m_outline.width());
+  const double down = missing(m_outline.height());
+  m_hold = m_outline.adjusted(-across, -down, across, down);
+  const Places columns = placesAlong(m_hold.left(), m_hold.right(), side, m_givesWay);
+  const Places rows = placesAlong(m_hold.top(), m_hold.bottom(), side, m_givesWay);
   // Column and row (from below) of the handles 1 to 8.
   constexpr std::array<std::array<size_t, 2>, 8> places{
       {{0, 0}, {0, 1}, {0, 2}, {1, 2}, {1, 0}, {2, 0}, {2, 1}, {2, 2}}};
   for (size_t i = 0; i < places.size(); ++i) {
     const auto [column, row] = places[i];
-    if ((column == 1 && !across.hasMiddle) || (row == 1 && !down.hasMiddle)) continue;
-    m_handles[i] = QRectF(across.at[column], down.at[2 - row], side, side);
+    if ((column == 1 && !columns.hasMiddle) || (row == 1 && !rows.hasMiddle)) continue;
+    m_handles[i] = QRectF(columns.at[column], rows.at[2 - row], side, side);
   }
 }
 

@@ -10,6 +10,7 @@
 #include <QToolButton>
 
 #include "app/AppDelegate.h"
+#include "app/CanvasMenu.h"
 #include "app/DocumentSaving.h"
 #include "app/TYWindowController.h"
 #include "canvas/CompositionView.h"
@@ -114,8 +115,7 @@ TEST_F(EditorWindowTest, TheFirstMinutesWork) {
   EXPECT_TRUE(text.selected());
   EXPECT_TRUE(window().isWindowModified());
   const double x = text.originX();
-  // Beside the middle, where a text as flat as this has its handles.
-  const QPointF grip(text.originX() + text.width() / 4, text.centerV());
+  const QPointF grip(text.centerH(), text.centerV());
   drag(grip, grip + QPointF(137, 61));
   EXPECT_NEAR(text.originX(), x + 137, 1.5);
   EXPECT_EQ(window().actions().action(QStringLiteral("undo"))->text(),
@@ -158,6 +158,56 @@ TEST_F(EditorWindowTest, GeometryFieldsEditTheSelectionInOneStep) {
   EXPECT_EQ(window().document().context().history().undoText(), QStringLiteral("Move"));
   window().document().context().undo();
   EXPECT_NE(composition().componentArray().first()->originX(), 920);
+}
+
+TEST_F(EditorWindowTest, GuidesAndSafeAreasAreShownInAllWindowsAndChangeNoDocument) {
+  TYWindowController& first = window();
+  window().services().newDocument({});
+  settle();
+  ASSERT_NE(&first, &window());
+  EXPECT_FALSE(composition().showsSafeZones());
+  trigger("showsSafeZones");
+  EXPECT_TRUE(composition().showsSafeZones());
+  EXPECT_TRUE(first.composition()->showsSafeZones());
+  EXPECT_TRUE(defaults.value(QStringLiteral("showsSafeZones")).toBool());
+  EXPECT_FALSE(window().isWindowModified());
+  EXPECT_FALSE(first.isWindowModified());
+  EXPECT_FALSE(isEnabled("undo"));
+  // A new guide shows guides everywhere; documents that are made later begin like that.
+  first.composition()->addRulerAtPosition(100, true);
+  settle();
+  EXPECT_TRUE(composition().showsRulers());
+  EXPECT_TRUE(first.isWindowModified());
+  EXPECT_FALSE(window().isWindowModified());
+  window().services().newDocument({});
+  settle();
+  EXPECT_TRUE(composition().showsRulers());
+  EXPECT_TRUE(composition().showsSafeZones());
+  EXPECT_FALSE(window().isWindowModified());
+}
+
+TEST_F(EditorWindowTest, TheMenuOnTheCanvasIsAboutWhatIsSelected) {
+  const auto entries = [this] {
+    QMenu menu;
+    fillCanvasMenu(menu, window(), composition());
+    QStringList texts;
+    for (const QAction* action : menu.actions())
+      if (!action->isSeparator() && action->isEnabled()) texts.append(action->text().remove(u'&'));
+    return texts;
+  };
+  EXPECT_THAT(entries(), testing::Contains(QStringLiteral("Guides")));
+  EXPECT_THAT(entries(), testing::Not(testing::Contains(QStringLiteral("Cut"))));
+  window().addStandardComponent(QStringLiteral("TextComponent"));
+  settle();
+  for (const char* entry : {"Edit Text", "Cut", "Duplicate", "Delete", "Send to Back", "Hide"})
+    EXPECT_THAT(entries(), testing::Contains(QString::fromLatin1(entry)));
+  QMenu menu;
+  fillCanvasMenu(menu, window(), composition());
+  for (QAction* action : menu.actions())
+    if (action->text() == QStringLiteral("&Hide")) action->trigger();
+  EXPECT_FALSE(composition().componentArray().first()->visibleInCompositionEditor());
+  composition().context()->undo();
+  EXPECT_TRUE(composition().componentArray().first()->visibleInCompositionEditor());
 }
 
 TEST_F(EditorWindowTest, ClosingAsksAndSavingRemembersWhere) {
