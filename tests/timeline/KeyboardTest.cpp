@@ -1,0 +1,135 @@
+#include <QAccessible>
+#include <QSignalSpy>
+
+#include "TimelineFixture.h"
+#include "timeline/TimelineEditors.h"
+#include "timeline/TimelineInput.h"
+
+namespace {
+
+using namespace timeline;
+
+class Keyboard : public TimelineFixture {};
+
+TEST_F(Keyboard, walksRowsAndKeyFrames) {
+  auto* lower = add(QStringLiteral("Lower"), 0, 10);
+  auto* upper = add(QStringLiteral("Upper"), 0, 10);
+  keyPress(Qt::Key_Down);
+  EXPECT_TRUE(lower->selected());
+  keyPress(Qt::Key_Up, Qt::ShiftModifier);
+  EXPECT_TRUE(lower->selected() && upper->selected());
+  EXPECT_TRUE(hint.startsWith(QStringLiteral("Upper, from 00:00:00:00")));
+  auto* opacity = key(*upper, "opacity", {1, 2});
+  view.setCurrentRow(view.rows().rowOf(*opacity));
+  keyPress(Qt::Key_Right, Qt::AltModifier);
+  EXPECT_EQ(opacity->selectedTimepoints(), (QList<double>{1}));
+  keyPress(Qt::Key_Right, Qt::AltModifier);
+  EXPECT_EQ(opacity->selectedTimepoints(), (QList<double>{2}));
+  EXPECT_TRUE(hint.contains(QStringLiteral("at 00:00:02:00, value 20")));
+  keyPress(Qt::Key_Right, Qt::ControlModifier);
+  EXPECT_NEAR(opacity->selectedTimepoints().value(0), 2.04, 1e-6);
+  EXPECT_EQ(undoName(), QStringLiteral("Move Key Frame"));
+  keyPress(Qt::Key_Return);
+  EXPECT_TRUE(view.editors().open());
+  view.editors().close();
+}
+
+TEST_F(Keyboard, movesBarsAndStopFrames) {
+  auto* bar = add(QStringLiteral("Bar"), 1, 3);
+  graphic->addStopFrame(2);
+  settle();
+  keyPress(Qt::Key_Down);
+  keyPress(Qt::Key_Right, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_NEAR(bar->startTime(), 1.4, 1e-9);
+  keyPress(Qt::Key_Plus);
+  EXPECT_TRUE(bar->expanded());
+  keyPress(Qt::Key_Up);
+  EXPECT_EQ(view.currentRow(), -1);
+  keyPress(Qt::Key_Right, Qt::AltModifier);
+  keyPress(Qt::Key_Left, Qt::ControlModifier);
+  EXPECT_NEAR(graphic->stopFrameTimepoints().value(0), 1.96, 1e-9);
+  EXPECT_EQ(undoName(), QStringLiteral("Move Stop Frame"));
+}
+
+TEST_F(Keyboard, leavesTheTransportItsKeys) {
+  add(QStringLiteral("Bar"), 1, 3);
+  for (const auto key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Space, Qt::Key_Home, Qt::Key_End}) {
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+    EXPECT_FALSE(view.press(event)) << key;
+  }
+}
+
+TEST_F(Keyboard, screenReadersFindEverything) {
+  auto* bar = add(QStringLiteral("Bar"), 1, 3);
+  auto* opacity = key(*bar, "opacity", {1, 2});
+  graphic->addStopFrame(2, QStringLiteral("Go"));
+  settle();
+  QAccessibleInterface* root = QAccessible::queryAccessibleInterface(&view);
+  ASSERT_TRUE(root);
+  ASSERT_EQ(root->childCount(), 1 + view.rows().count());
+  EXPECT_EQ(root->child(0)->text(QAccessible::Name),
+            QStringLiteral("Stop frame at 00:00:02:00, trigger Go"));
+  QAccessibleInterface* row = root->child(1);
+  EXPECT_EQ(row->text(QAccessible::Name), QStringLiteral("Bar"));
+  EXPECT_EQ(root->indexOfChild(row), 1);
+  row->setText(QAccessible::Name, QStringLiteral("Strap"));
+  EXPECT_EQ(bar->title(), QStringLiteral("Strap"));
+  QAccessibleInterface* attribute = root->child(1 + view.rows().rowOf(*opacity));
+  ASSERT_EQ(attribute->childCount(), 2);
+  QAccessibleInterface* keyFrame = attribute->child(1);
+  EXPECT_EQ(keyFrame->parent(), attribute);
+  EXPECT_FALSE(keyFrame->rect().isEmpty());
+  EXPECT_EQ(root->childAt(row->rect().center().x(), row->rect().center().y()), row);
+  keyFrame->actionInterface()->doAction(QAccessibleActionInterface::increaseAction());
+  EXPECT_NEAR(opacity->sortedKeyFrames().last(), 2.04, 1e-6);
+  EXPECT_FALSE(keyFrame->isValid());
+  graphic->removeComponents({bar});
+  QApplication::processEvents();
+  EXPECT_FALSE(row->isValid());
+  EXPECT_EQ(row->text(QAccessible::Name), QString());
+}
+
+TEST_F(Keyboard, zoomsAroundThePointerAndFits) {
+  QSignalSpy spy(&view, &TYTimelineView::zoomChanged);
+  view.resize(1200, 300);
+  const double time = view.timelineGeometry().secondsAt(500, TYTimelineGeometry::Space::Ruler);
+  QWheelEvent wheel({500, 20}, view.scrollView().clipView().mapToGlobal(QPointF(500, 20)), {},
+                    {0, -120}, Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
+  QApplication::sendEvent(&view.scrollView().clipView(), &wheel);
+  EXPECT_LT(view.zoom(), 1);
+  EXPECT_NEAR(view.timelineGeometry().secondsAt(500, TYTimelineGeometry::Space::Ruler), time, 0.01);
+  view.zoomToFit();
+  EXPECT_GE(spy.count(), 2);
+  EXPECT_EQ(view.timelineGeometry().visibleOrigin().x(), 0);
+  const double end = view.timelineGeometry().xPositionAtTime(10, TYTimelineGeometry::Space::Ruler);
+  EXPECT_LE(end, view.visibleSize().width());
+  EXPECT_GE(end, view.visibleSize().width() - 40);
+}
+
+TEST_F(Keyboard, playingPaintsOnlyTheMarkerAndKeepsItInView) {
+  add(QStringLiteral("Bar"), 0, 10);
+  view.resize(1200, 300);
+  graphic->setEditorTimepoint(1);
+  QApplication::processEvents();
+  view.grab();
+  const auto& scroll = view.scrollView();
+  const qint64 before = scroll.clipView().paintedPixels() +
+                        scroll.horizontalRuler().paintedPixels() +
+                        scroll.verticalRuler().paintedPixels();
+  graphic->setEditorTimepoint(1.04);
+  QApplication::processEvents();
+  const qint64 painted = scroll.clipView().paintedPixels() +
+                         scroll.horizontalRuler().paintedPixels() +
+                         scroll.verticalRuler().paintedPixels() - before;
+  EXPECT_GT(painted, 0);
+  EXPECT_LT(painted, 4000);
+  graphic->setPlayMode(true);
+  graphic->setEditorTimepoint(8);
+  graphic->setPlayMode(false);
+  const double x =
+      view.timelineGeometry().positionOfEditorTimeInRuler(TYTimelineGeometry::Space::Ruler);
+  EXPECT_GE(x, 0);
+  EXPECT_LE(x, view.visibleSize().width());
+}
+
+}  // namespace
