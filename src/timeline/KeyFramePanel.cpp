@@ -66,7 +66,8 @@ void KeyFramePanel::addTime(QGridLayout& grid) {
   m_time->setNotation(
       [rate = m_rate](double frames) { return Timecode(std::llround(frames), rate).toString(); },
       [rate = m_rate](const QString& text, double present) -> foundation::Result<double> {
-        return Timecode::fromString(text, rate, present).map([](const Timecode& code) {
+        const double seconds = Timecode(std::llround(present), rate).seconds();
+        return Timecode::fromString(text, rate, seconds).map([](const Timecode& code) {
           return static_cast<double>(code.frames());
         });
       });

@@ -6,7 +6,9 @@ namespace timeline {
 
 void MarqueeGesture::drag(const TimelinePointer& pointer) {
   TimelineMarks marks;
-  marks.marquee = QRectF(start().rows, pointer.rows).normalized();
+  // Drawn straight along a row it has no height, and touches key frames all the same.
+  const QRectF rect = QRectF(start().rows, pointer.rows).normalized();
+  marks.marquee = rect.united({rect.topLeft(), QSizeF(1, 1)});
   select(marks.marquee, pointer.holds(Qt::ControlModifier));
   stage().showMarks(marks);
 }

@@ -66,6 +66,7 @@ TYTimelineView::TYTimelineView(QWidget* parent)
 
 TYTimelineView::~TYTimelineView() {
   cleanUp();
+  delete m_scrollView;  // it hands its events to what ends with this
 }
 
 void TYTimelineView::setComposition(Composition* composition) {

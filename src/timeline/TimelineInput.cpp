@@ -81,9 +81,7 @@ TimelineInput::TimelineInput(TYTimelineView& view)
   QObject::connect(&m_autoscroll, &QTimer::timeout, &m_autoscroll, [this] { autoscroll(); });
 }
 
-TimelineInput::~TimelineInput() {
-  cancelGesture();
-}
+TimelineInput::~TimelineInput() = default;
 
 double TimelineInput::xInRows(Area area, double x) const {
   const double title = area == Area::Rows ? 0 : m_view.scene().componentsWidth;

@@ -92,6 +92,7 @@ TEST_F(Keyboard, screenReadersFindEverything) {
 TEST_F(Keyboard, zoomsAroundThePointerAndFits) {
   QSignalSpy spy(&view, &TYTimelineView::zoomChanged);
   view.resize(1200, 300);
+  view.scrollBy({700, 0});
   const double time = view.timelineGeometry().secondsAt(500, TYTimelineGeometry::Space::Ruler);
   QWheelEvent wheel({500, 20}, view.scrollView().clipView().mapToGlobal(QPointF(500, 20)), {},
                     {0, -120}, Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);

@@ -28,6 +28,7 @@ class TimelineFixture : public testing::Test, protected TimelineHost {
     view.zoomAround(0, 1);
     view.show();
     view.setFocus(Qt::OtherFocusReason);
+    settle();
   }
   ~TimelineFixture() override { view.cleanUp(); }
 
