@@ -8,6 +8,7 @@
 #include "canvas/CompositionView.h"
 #include "canvas/ZoomSteps.h"
 #include "document/DocumentCommands.h"
+#include "timeline/TimelinePanel.h"
 
 namespace app {
 
@@ -204,6 +205,11 @@ void MenuMaker::addPlayback() {
           &DocumentCommands::addStopFrame);
   command("toggleStopframe", tr("&Stop Frame"), QKeySequence(Qt::Key_M),
           &DocumentCommands::toggleStopframe);
+  add({.identifier = QStringLiteral("toggleKeyframe"),
+       .text = tr("Key Frame in &Timeline Row"),
+       .shortcuts = {QKeySequence(Qt::Key_K)},
+       .run = [&window = m_window] { window.timelinePanel().toggleKeyFrame(); },
+       .canRun = hasComposition()});
   command("togglePosterframe", tr("P&oster Frame"), {}, &DocumentCommands::togglePosterframe);
 }
 

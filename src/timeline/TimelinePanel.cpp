@@ -9,6 +9,7 @@
 #include "timeline/TYTimelineView.h"
 #include "timeline/TimelineHost.h"
 #include "timeline/TransportBar.h"
+#include "timeline/TransportCommands.h"
 
 namespace timeline {
 
@@ -52,6 +53,13 @@ void TimelinePanel::selectAllKeyFrames() {
   if (!m_composition) return;
   KeyFrameSelection selection(*m_composition);
   selection.set(selection.all());
+}
+
+void TimelinePanel::toggleKeyFrame() {
+  if (model::Attribute* attribute = pasteTarget())
+    TransportCommands(*m_composition).toggleKeyFrameOnAttribute(*attribute);
+  else
+    m_view->host().showHint(tr("Choose the row of an attribute in the timeline first."));
 }
 
 model::Attribute* TimelinePanel::pasteTarget() const {

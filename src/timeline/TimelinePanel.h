@@ -32,6 +32,8 @@ class TimelinePanel : public QWidget {
 
   /// Of all attributes that can be animated.
   void selectAllKeyFrames();
+  /// At the editor time, in the row that the keyboard is in: adds one or deletes the one there.
+  void toggleKeyFrame();
   /// The attribute in whose row the keyboard is; none in the row of a component.
   [[nodiscard]] model::Attribute* pasteTarget() const;
 

@@ -210,6 +210,11 @@ TEST_F(TimelineWindowTest, KeyFramesAreMadeCopiedMovedAndDeleted) {
   addKeyFrameByButtons();
   ASSERT_THAT(keyFrames(), ElementsAre(1));
   EXPECT_EQ(undoName(), QStringLiteral("Add Key Frame"));
+  composition().setEditorTimepoint(2);
+  key(Qt::Key_K);
+  EXPECT_THAT(keyFrames(), ElementsAre(1, 2)) << "in the row that was clicked";
+  key(Qt::Key_K);
+  EXPECT_THAT(keyFrames(), ElementsAre(1));
   click(clip(), {x(1), middleOfRow(opacity())});
   ASSERT_THAT(opacity().selectedTimepoints(), SizeIs(1));
   trigger("copy");
