@@ -362,6 +362,10 @@ bool TYTimelineView::clickOnAttributeButtons(int row, const QPointF& point) {
   return m_buttons->clickInRow(*m_scene, row, point);
 }
 
+bool TYTimelineView::isOnAttributeButtons(int row, const QPointF& point) const {
+  return m_buttons->isInRow(*m_scene, row, point);
+}
+
 // Events
 
 bool TYTimelineView::event(QEvent* event) {

@@ -97,6 +97,8 @@ class TYTimelineView : public QWidget {
   /// there is no button.
   bool clickInCorner(const QPointF& point);
   bool clickOnAttributeButtons(int row, const QPointF& point);
+  /// Whether a click there would do something.
+  [[nodiscard]] bool isOnAttributeButtons(int row, const QPointF& point) const;
 
   /// A key as if it was pressed here. True when it did something.
   bool press(const QKeyEvent& event);

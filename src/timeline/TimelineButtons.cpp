@@ -76,16 +76,24 @@ bool TimelineButtons::clickInCorner(const TimelineScene& scene, const QPointF& p
   return true;
 }
 
+TYTimelineControlButtons::Action TimelineButtons::actionInRow(const TimelineScene& scene, int row,
+                                                              const QPointF& point) const {
+  const model::Attribute* attribute = scene.rows.at(row).attribute;
+  if (!attribute) return Action::None;
+  return m_keyframeButtons.controlActionInRect(
+      rowRect(scene, row), point,
+      TransportCommands::keyFrameControlFlagsAtTime(scene.composition->editorTimepoint(),
+                                                    *attribute));
+}
+
+bool TimelineButtons::isInRow(const TimelineScene& scene, int row, const QPointF& point) const {
+  return actionInRow(scene, row, point) != Action::None;
+}
+
 bool TimelineButtons::clickInRow(const TimelineScene& scene, int row, const QPointF& point) const {
-  model::Attribute* attribute = scene.rows.at(row).attribute;
-  if (!attribute) return false;
-  TransportCommands commands(*scene.composition);
-  const Action action =
-      m_keyframeButtons.controlActionInRect(rowRect(scene, row), point,
-                                            TransportCommands::keyFrameControlFlagsAtTime(
-                                                scene.composition->editorTimepoint(), *attribute));
+  const Action action = actionInRow(scene, row, point);
   if (action == Action::None) return false;
-  commands.performOnAttribute(action, *attribute);
+  TransportCommands(*scene.composition).performOnAttribute(action, *scene.rows.at(row).attribute);
   return true;
 }
 

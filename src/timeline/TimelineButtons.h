@@ -21,12 +21,16 @@ class TimelineButtons {
   /// True when there was a button that did something, or a group to be hit.
   [[nodiscard]] bool clickInCorner(const TimelineScene& scene, const QPointF& point) const;
   [[nodiscard]] bool clickInRow(const TimelineScene& scene, int row, const QPointF& point) const;
+  /// Whether that would do something.
+  [[nodiscard]] bool isInRow(const TimelineScene& scene, int row, const QPointF& point) const;
   /// What the groups look like at the editor time, in the corner and in the row under the pointer.
   [[nodiscard]] std::pair<int, int> flags(const TimelineScene& scene) const;
   [[nodiscard]] QRectF cornerRect(const TimelineScene& scene) const;
   [[nodiscard]] QRectF rowRect(const TimelineScene& scene, int row) const;
 
  private:
+  [[nodiscard]] TYTimelineControlButtons::Action actionInRow(const TimelineScene& scene, int row,
+                                                             const QPointF& point) const;
   TYTimelineControlButtons m_stopframeButtons;
   TYTimelineControlButtons m_keyframeButtons;
 };

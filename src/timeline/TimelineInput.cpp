@@ -135,6 +135,7 @@ void TimelineInput::begin(std::unique_ptr<TimelineGesture> gesture) {
 
 void TimelineInput::cancelGesture() {
   m_autoscroll.stop();
+  m_click = nullptr;
   if (const auto gesture = std::move(m_gesture)) gesture->cancel();
   m_view.scrollView().unsetCursor();
 }
@@ -174,7 +175,7 @@ void TimelineInput::pressInRows(const TimelinePointer& pointer) {
 void TimelineInput::pressInTimeRuler(const TimelinePointer& pointer, const QPointF& position) {
   const double left = m_view.scene().componentsWidth;
   if (position.x() < left) {
-    m_view.clickInCorner(position);
+    m_click = [this](const QPointF& point) { m_view.clickInCorner(point); };
     return;
   }
   const QPointF inRuler(position.x() - left, position.y());
@@ -196,7 +197,12 @@ void TimelineInput::pressInTitles(const TimelinePointer& pointer, const QPointF&
     return;
   }
   m_view.setCurrentRow(hit.rowIndex);
-  if (hit.row.attribute && m_view.clickOnAttributeButtons(hit.rowIndex, position)) return;
+  if (m_view.isOnAttributeButtons(hit.rowIndex, position)) {
+    m_click = [this, row = hit.rowIndex](const QPointF& point) {
+      m_view.clickOnAttributeButtons(row, point);
+    };
+    return;
+  }
   const QPointF inRow(position.x(), std::fmod(pointer.rows.y(), TimelineMeasures::componentHeight));
   const auto part = TitlePainter::partAt(hit.row, inRow, m_view.scene().componentsWidth);
   const bool option = pointer.holds(Qt::AltModifier);
@@ -245,6 +251,9 @@ void TimelineInput::autoscroll() {
 
 void TimelineInput::release(Area area, const QMouseEvent& event) {
   m_autoscroll.stop();
+  // Buttons act where the pointer is let go, so that a slip can be taken back beside them.
+  if (event.button() == Qt::LeftButton && m_click)
+    std::exchange(m_click, nullptr)(event.position());
   if (event.button() == Qt::LeftButton && m_gesture) {
     m_last = pointerAt(area, event.position(), event.modifiers());
     m_last.screen = event.globalPosition();
@@ -263,7 +272,8 @@ void TimelineInput::doubleClick(Area area, const QMouseEvent& event) {
   if (area == Area::TimeRuler) {
     const QPointF inRuler(event.position().x() - m_view.scene().componentsWidth,
                           event.position().y());
-    if (model::StopFrame* stopFrame = picker.stopFrameAt(inRuler))
+    model::StopFrame* stopFrame = inRuler.x() < 0 ? nullptr : picker.stopFrameAt(inRuler);
+    if (stopFrame)
       m_view.editors().editTriggerText(*stopFrame);
     else
       press(area, event);

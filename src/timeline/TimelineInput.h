@@ -2,6 +2,7 @@
 
 #include <QPointF>
 #include <QTimer>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -61,7 +62,8 @@ class TimelineInput {
   RowSelecting m_selecting;
   DragDistance m_distance;
   std::unique_ptr<Stage> m_stage;
-  std::unique_ptr<TimelineGesture> m_gesture;  // ends before what it works on
+  std::unique_ptr<TimelineGesture> m_gesture;   // ends before what it works on
+  std::function<void(const QPointF&)> m_click;  ///< of the buttons that were pressed
   TimelinePointer m_last;
   Area m_area = Area::Rows;
   QTimer m_autoscroll;

@@ -193,6 +193,8 @@ TEST_F(TimelineWindowTest, StopFramesComeFromMenuAndCorner) {
   const int corner = ruler().width() - clip().width() - 8 - 46;
   click(ruler(), {corner + 23, 11});
   EXPECT_THAT(composition().stopFrameTimepoints(), ElementsAre(2, 4));
+  drag(ruler(), {corner + 4, 11}, {corner - 20, 11});
+  EXPECT_EQ(time(), 4) << "let go beside the button";
   click(ruler(), {corner + 4, 11});
   EXPECT_EQ(time(), 2);
   key(Qt::Key_Period, Qt::AltModifier);
