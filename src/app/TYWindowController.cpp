@@ -315,7 +315,8 @@ bool TYWindowController::event(QEvent* event) {
 }
 
 bool TYWindowController::editsKeyFrames() const {
-  return !m_view->hasFocus() && document::KeyFrameClipboard(m_document).canCopy();
+  return m_timeline->isVisible() && !m_view->hasFocus() &&
+         document::KeyFrameClipboard(m_document).canCopy();
 }
 
 void TYWindowController::showReport(const model::CommandReport& report) {

@@ -51,8 +51,8 @@ class TYWindowController : public QMainWindow,
   [[nodiscard]] ActionTable& actions() { return m_actions; }
   [[nodiscard]] canvas::CompositionView& view() const { return *m_view; }
   [[nodiscard]] timeline::TimelinePanel& timelinePanel() const { return *m_timeline; }
-  /// Whether commands like Copy are about key frames: some are selected, and it is not the canvas
-  /// that is worked on.
+  /// Whether commands like Copy are about key frames: some are seen selected, and it is not the
+  /// canvas that is worked on.
   [[nodiscard]] bool editsKeyFrames() const;
   [[nodiscard]] canvas::TYAlignmentController& alignment() { return m_alignment; }
   [[nodiscard]] DocumentSaving& saving() const { return *m_saving; }
