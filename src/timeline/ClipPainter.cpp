@@ -18,8 +18,6 @@ using Space = TYTimelineGeometry::Space;
 
 namespace {
 
-constexpr double tickOpacity = 0.4;
-constexpr double beyondOpacity = 0.55;
 constexpr double stopFrameOpacity = 0.8;
 constexpr double haloOpacity = 0.6;
 constexpr double guideOpacity = 0.5;
@@ -28,16 +26,6 @@ QColor faded(Token token, double opacity) {
   QColor color = TYStyleKit::colour(token);
   color.setAlphaF(color.alphaF() * static_cast<float>(opacity));
   return color;
-}
-
-void drawGrid(QPainter& painter, const TimelineScene& scene, const QRectF& seen) {
-  const DevicePixels pixels(painter);
-  const QColor seconds = TYStyleKit::colour(Token::TimelineGrid);
-  const QColor ticks = faded(Token::TimelineGrid, tickOpacity);
-  scene.geometry.enumerateTicks(Space::Rows, seen.left(), seen.right(), [&](double x, int second) {
-    if (x < seen.left() - 1) return;
-    pixels.vertical(std::round(x), seen.top(), seen.bottom(), second >= 0 ? seconds : ticks);
-  });
 }
 
 void drawStopFrames(QPainter& painter, const TimelineScene& scene, const QRectF& seen) {
@@ -112,12 +100,20 @@ QRect ClipPainter::markerStrip(int x, int height) {
 
 void ClipPainter::drawGrounds(QPainter& painter, const TimelineScene& scene, int first, int last,
                               const QRectF& seen) const {
+  const bool outlines = TYStyleKit::shared().theme().highContrast;
   for (int row = first; row <= last; ++row) {
-    const QRectF rect(seen.left(), row * Measures::componentHeight, seen.width(),
-                      Measures::componentHeight);
     const TimelineRow content = scene.rows.at(row);
-    RowPainter::fillComponent(painter, content.isComponent() ? content.component : nullptr, rect,
-                              row);
+    const bool isSelected = content.isComponent() && content.component->selected();
+    m_grounds.draw(painter, row,
+                   isSelected     ? GroundStrips::Selected
+                   : row % 2 != 0 ? GroundStrips::Odd
+                                  : GroundStrips::Even,
+                   seen.left(), seen.right());
+    if (isSelected && outlines)
+      RowPainter::fillComponent(
+          painter, content.component,
+          {seen.left(), row * Measures::componentHeight, seen.width(), Measures::componentHeight},
+          row);
   }
 }
 
@@ -135,15 +131,9 @@ void ClipPainter::drawClip(QPainter& painter, const TimelineScene& scene, const 
   const int last = static_cast<int>(seen.bottom() / Measures::componentHeight);
   painter.save();
   painter.translate(-origin);
+  m_grounds.update(scene, view.width(), std::abs(painter.deviceTransform().m11()));
   drawGrounds(painter, scene, first, last, seen);
   if (scene.composition) {
-    drawGrid(painter, scene, seen);
-    const double end =
-        scene.geometry.xPositionAtTime(scene.geometry.content().duration, Space::Rows) + 1;
-    if (end < seen.right())
-      painter.fillRect(QRectF(std::max(end, seen.left()), seen.top(),
-                              seen.right() - std::max(end, seen.left()), seen.height()),
-                       faded(Token::Window, beyondOpacity));
     drawComponents(painter, scene, first, last, seen);
     drawStopFrames(painter, scene, seen);
     drawGhosts(painter, scene.marks);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "timeline/GroundStrips.h"
 #include "timeline/RowPainter.h"
 
 namespace timeline {
@@ -23,6 +24,7 @@ class ClipPainter {
                       const QRectF& seen);
 
   RowPainter m_rows;
+  GroundStrips m_grounds;
 };
 
 }  // namespace timeline

@@ -135,7 +135,6 @@ void TYTimelineView::zoomKeeping(double time, double x, double zoom) {
   updateSize();
   m_scrollView->scrollTo({TYTimelineGeometry::xOffset + geometry.xPositionAtTime(time) - x,
                           geometry.visibleOrigin().y()});
-  scrolled();
   Q_EMIT zoomChanged(geometry.zoom());
 }
 
@@ -194,10 +193,14 @@ void TYTimelineView::revealRow(int row) {
 
 void TYTimelineView::scrolled() {
   const QPoint origin = m_scrollView->visibleOrigin();
+  const QPoint moved = m_scene->geometry.visibleOrigin().toPoint() - origin;
   m_scene->geometry.setVisibleOrigin(origin);
   m_markerX = static_cast<int>(m_scene->geometry.positionOfEditorTimeInRuler(Space::Ruler));
   followVisibleRows();
-  updateAll();
+  // What stays in sight is moved, not painted.
+  m_scrollView->clipView().scroll(moved.x(), moved.y());
+  m_scrollView->verticalRuler().scroll(0, moved.y());
+  if (moved.x() != 0) updateTimelineRuler();
 }
 
 std::pair<int, int> TYTimelineView::visibleRows() const {
@@ -223,6 +226,7 @@ void TYTimelineView::updateSize() {
   takeContent();
   m_scrollView->setDocumentSize(m_scene->geometry.timeAxisSize());
   scrolled();
+  updateAll();
 }
 
 void TYTimelineView::updateTimelineRuler() {
