@@ -83,16 +83,12 @@ bool TYTimelineScrollView::viewportEvent(QEvent* event) {
   return isOurs && QAbstractScrollArea::viewportEvent(event);
 }
 
-void TYTimelineScrollView::wheelEvent(QWheelEvent* event) {
-  // With the command key the wheel zooms, which has been done; with Shift it goes sideways.
-  if (event->modifiers().testFlag(Qt::ControlModifier)) return;
-  if (!event->modifiers().testFlag(Qt::ShiftModifier)) {
-    QAbstractScrollArea::wheelEvent(event);
-    return;
-  }
-  const bool isFine = !event->pixelDelta().isNull();
-  const QPoint turn = isFine ? event->pixelDelta() : event->angleDelta() * 3 * rowHeight / 120;
+void TYTimelineScrollView::turnWheel(QWheelEvent& event) {
+  if (!event.modifiers().testFlag(Qt::ShiftModifier)) return wheelEvent(&event);
+  const bool isFine = !event.pixelDelta().isNull();
+  const QPoint turn = isFine ? event.pixelDelta() : event.angleDelta() * 3 * rowHeight / 120;
   m_view.scrollBy(-QPointF(turn.x() + turn.y(), 0));
+  event.accept();
 }
 
 }  // namespace timeline

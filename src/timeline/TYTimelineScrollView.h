@@ -22,12 +22,13 @@ class TYTimelineScrollView : public QAbstractScrollArea {
   void setComponentsWidth(int width);
   [[nodiscard]] QPoint visibleOrigin() const;
   void scrollTo(const QPointF& origin);
+  /// With Shift the wheel goes sideways.
+  void turnWheel(QWheelEvent& event);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void scrollContentsBy(int dx, int dy) override;
   bool viewportEvent(QEvent* event) override;
-  void wheelEvent(QWheelEvent* event) override;
 
  private:
   void placeRulers();

@@ -26,7 +26,7 @@ constexpr double thickness = Geometry::rulerThickness;
 constexpr double labelGap = 4;
 constexpr double titleIndent = 12;
 constexpr double handleWidth = 7;
-constexpr double handleHeight = 9;
+constexpr double handleHeight = 8;
 
 void drawTimelineRuler(QPainter& painter, const TimelineScene& scene, double from, double to) {
   const DevicePixels pixels(painter);

@@ -115,9 +115,7 @@ bool TimelineInput::handle(Area area, QEvent& event) {
       leave();
       return false;
     case QEvent::Wheel:
-      if (!static_cast<QWheelEvent&>(event).modifiers().testFlag(Qt::ControlModifier)) return false;
       turnWheel(area, static_cast<QWheelEvent&>(event));
-      event.accept();
       return true;
     case QEvent::Gesture:
     case QEvent::NativeGesture:
@@ -335,7 +333,9 @@ void TimelineInput::leave() {
   m_view.host().showHint({});
 }
 
-void TimelineInput::turnWheel(Area area, const QWheelEvent& event) {
+void TimelineInput::turnWheel(Area area, QWheelEvent& event) {
+  if (!event.modifiers().testFlag(Qt::ControlModifier)) return m_view.scrollView().turnWheel(event);
+  event.accept();
   const double x = area == Area::Rows
                        ? event.position().x()
                        : std::max(0.0, event.position().x() - m_view.scene().componentsWidth);

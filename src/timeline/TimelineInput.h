@@ -49,7 +49,7 @@ class TimelineInput {
   void doubleClick(Area area, const QMouseEvent& event);
   void hover(Area area, const QMouseEvent& event);
   void leave();
-  void turnWheel(Area area, const QWheelEvent& event);
+  void turnWheel(Area area, QWheelEvent& event);
   bool pinch(Area area, QEvent& event);
   bool showToolTip(Area area, const QHelpEvent& event);
   void begin(std::unique_ptr<TimelineGesture> gesture);

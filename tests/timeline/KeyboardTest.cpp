@@ -107,6 +107,23 @@ TEST_F(Keyboard, zoomsAroundThePointerAndFits) {
   EXPECT_GE(end, view.visibleSize().width() - 40);
 }
 
+TEST_F(Keyboard, theWheelScrollsOverRowsAndTitles) {
+  for (int i = 0; i < 30; ++i) add(QString::number(i), 0, 5);
+  view.resize(1200, 200);
+  const auto turn = [](QWidget& widget, Qt::KeyboardModifiers modifiers) {
+    QWheelEvent wheel({50, 20}, widget.mapToGlobal(QPointF(50, 20)), {}, {0, -120}, Qt::NoButton,
+                      modifiers, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&widget, &wheel);
+  };
+  turn(view.scrollView().clipView(), Qt::NoModifier);
+  const double once = view.timelineGeometry().visibleOrigin().y();
+  EXPECT_GT(once, 0);
+  turn(view.scrollView().verticalRuler(), Qt::NoModifier);
+  EXPECT_EQ(view.timelineGeometry().visibleOrigin().y(), 2 * once);
+  turn(view.scrollView().horizontalRuler(), Qt::ShiftModifier);
+  EXPECT_EQ(view.timelineGeometry().visibleOrigin().x(), 72);
+}
+
 TEST_F(Keyboard, playingPaintsOnlyTheMarkerAndKeepsItInView) {
   add(QStringLiteral("Bar"), 0, 10);
   view.resize(1200, 300);
