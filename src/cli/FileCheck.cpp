@@ -20,7 +20,9 @@ foundation::Result<foundation::Findings> checkComposition(const QString& path) {
 foundation::Result<foundation::Findings> checkDocument(const QString& path) {
   const auto document = DocumentLoader::load(path);
   if (!document) return tl::unexpected(document.error().error);
-  foundation::Findings findings = model::compositionFindings(document->composition());
+  foundation::Findings findings;
+  for (const foundation::Finding& finding : model::compositionFindings(document->composition()))
+    findings.append(finding);
   for (const QString& warning : document->warnings())
     findings.append({QStringLiteral("store"), QStringLiteral("document"), warning});
   const QTemporaryDir folder;

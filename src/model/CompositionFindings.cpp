@@ -11,9 +11,6 @@
 
 namespace model {
 
-using foundation::Finding;
-using foundation::Findings;
-
 namespace {
 
 constexpr qsizetype mostStopFrames = 255;
@@ -25,17 +22,19 @@ class FindingsCollector {
     if (file.isLocalFile()) m_folder = QFileInfo(file.toLocalFile()).absolutePath();
   }
 
-  Findings collect() {
+  QList<CompositionFinding> collect() {
     checkStopFrames();
     checkBackground();
-    for (const QuartzComponent* component : m_composition.componentsSortedByZLevel())
+    for (const QuartzComponent* component : m_composition.componentsSortedByZLevel()) {
+      m_component = component->objectId();
       checkComponent(*component);
+    }
     return m_findings;
   }
 
  private:
   void add(const char* code, const QString& object, const QString& sentence) {
-    m_findings.append({QString::fromLatin1(code), object, sentence});
+    m_findings.append({{QString::fromLatin1(code), object, sentence}, m_component, m_attribute});
   }
 
   void checkStopFrames() {
@@ -79,7 +78,11 @@ class FindingsCollector {
                          "the editor")
               .arg(left)
               .arg(below));
-    for (const Attribute* attribute : component.attributes()) checkAttribute(component, *attribute);
+    for (const Attribute* attribute : component.attributes()) {
+      m_attribute = attribute->objectId();
+      checkAttribute(component, *attribute);
+    }
+    m_attribute = 0;
   }
 
   void checkProgram(const QString& title, const ComponentProgram& program) {
@@ -199,14 +202,16 @@ class FindingsCollector {
 
   const Composition& m_composition;
   QString m_folder;
-  Findings m_findings;
+  QList<CompositionFinding> m_findings;
+  store::ObjectId m_component = 0;  ///< looked at now
+  store::ObjectId m_attribute = 0;
   QHash<QString, QString> m_pathByName;
   QHash<QString, QString> m_publishedKeys;
 };
 
 }  // namespace
 
-Findings compositionFindings(const Composition& composition) {
+QList<CompositionFinding> compositionFindings(const Composition& composition) {
   return FindingsCollector(composition).collect();
 }
 

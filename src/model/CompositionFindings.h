@@ -1,10 +1,17 @@
 #pragma once
 
 #include "foundation/Finding.h"
+#include "store/ObjectContext.h"
 
 namespace model {
 
 class Composition;
+
+/// A finding with the objects that it is about, by their numbers; 0 for none.
+struct CompositionFinding : foundation::Finding {
+  store::ObjectId component = 0;
+  store::ObjectId attribute = 0;
+};
 
 /// What in a graphic will not come out as its designer may expect, although it is allowed. Objects
 /// are a component's title, "/" and an attribute's label, or "Composition". Codes:
@@ -24,6 +31,6 @@ class Composition;
 ///   key-gets-counter          two published keys would have one name
 ///   stop-frame-outside        a stop frame lies after the composition's end
 ///   too-many-stop-frames      with more than 255 an export has none
-[[nodiscard]] foundation::Findings compositionFindings(const Composition& composition);
+[[nodiscard]] QList<CompositionFinding> compositionFindings(const Composition& composition);
 
 }  // namespace model

@@ -101,6 +101,12 @@ FontMatch FontResolver::resolve(const QString& name) {
   return *known.insert(name, lookUp(name));
 }
 
+QString FontResolver::nameOf(const QFont& font) {
+  const QString style = font.styleName();
+  const bool isPlain = style.isEmpty() || style == QLatin1String("Regular");
+  return isPlain ? font.family() : font.family() + u' ' + style;
+}
+
 bool FontResolver::contains(const QString& name) {
   return !resolve(name).isStandIn;
 }

@@ -24,6 +24,8 @@ class FontResolver {
  public:
   /// By PostScript name ("Inter-SemiBold"), full name, family and style, or family.
   [[nodiscard]] static FontMatch resolve(const QString& name);
+  /// The name by which files hold a font that was chosen here: family and style.
+  [[nodiscard]] static QString nameOf(const QFont& font);
   /// False when a stand-in that a person should hear of would be drawn.
   [[nodiscard]] static bool contains(const QString& name);
 
