@@ -24,8 +24,11 @@ class LibraryDelegate : public QStyledItemDelegate {
   [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
                                const QModelIndex& index) const override;
 
- private:
+ protected:
+  /// The file's picture in the middle of the box, or the glyph of its kind.
   void paintThumbnail(QPainter& painter, const QRect& box, const QModelIndex& index) const;
+
+ private:
   void paintName(QPainter& painter, const QStyleOptionViewItem& option,
                  const QModelIndex& index) const;
 

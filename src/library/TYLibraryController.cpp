@@ -1,158 +1,139 @@
 #include "library/TYLibraryController.h"
 
 #include <QDesktopServices>
+#include <QDir>
 #include <QFileDialog>
-#include <QHeaderView>
 #include <QLabel>
-#include <QListWidget>
 #include <QMenu>
-#include <QPushButton>
 #include <QStackedWidget>
 #include <QToolButton>
-#include <QTreeView>
 #include <QUrl>
 #include <QVBoxLayout>
 
-#include "library/LibraryDelegate.h"
+#include "library/LibraryGrid.h"
+#include "library/LibraryList.h"
 #include "widgets/TYEmptyPanel.h"
-#include "widgets/TYPaneHeader.h"
 #include "widgets/TYSearchField.h"
 #include "widgets/TokenLabel.h"
 
 namespace library {
 
-using widgets::TYStyleKit;
-
 namespace {
 
 constexpr int margin = 12;
-constexpr int placeHeight = 24;
-constexpr int foldBelow = 300;
+constexpr QSize thumbnailPixels(192, 108);  ///< sharp as tiles, too
 const QString pathKey = QStringLiteral("imagesLibraryPath");
-
-int countIn(const QString& folder) {
-  int count = 0;
-  for (const QString& name :
-       QDir(folder).entryList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot))
-    count += LibraryEntry::isListed(name) ? 1 : 0;
-  return count;
-}
+const QString gridKey = QStringLiteral("libraryShowsGrid");
 
 }  // namespace
 
 TYLibraryController::TYLibraryController(foundation::UserDefaults& defaults,
-                                         const QList<Place>& fixedPlaces, QWidget* parent)
+                                         QList<Place> fixedPlaces, QWidget* parent)
     : QWidget(parent),
       m_defaults(defaults),
-      m_model(LibraryDelegate::thumbnailSize * 2),
-      m_delegate(new LibraryDelegate(this)) {
+      m_fixedPlaces(std::move(fixedPlaces)),
+      m_model(thumbnailPixels),
+      m_places(new PlacesView) {
   setAccessibleName(tr("Library"));
-  auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(0, 0, 0, 0);
-  column->setSpacing(0);
-  auto* search = new widgets::TYSearchField;
-  search->setPlaceholderText(tr("Search"));
-  search->setAccessibleName(tr("Search the library"));
-  auto* top = new QVBoxLayout;
-  top->setContentsMargins(margin, 8, margin, 8);
-  top->addWidget(search);
-  column->addLayout(top);
-  m_places = new QListWidget;
-  m_places->setAccessibleName(tr("Places"));
-  m_places->setFrameShape(QFrame::NoFrame);
-  m_places->setUniformItemSizes(true);
-  m_places->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  m_places->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  column->addWidget(m_places);
-  auto* path = new QHBoxLayout;
-  path->setContentsMargins(margin, 4, margin, 4);
-  auto* up = new QToolButton;
-  up->setText(tr("‹ Back"));
-  up->setAutoRaise(true);
-  m_folderName = new widgets::TokenLabel({}, widgets::TextStyle::Small, widgets::Token::Text2);
-  path->addWidget(up);
-  path->addWidget(m_folderName, 1);
-  m_up = new QWidget;
-  m_up->setLayout(path);
-  m_up->hide();
-  column->addWidget(m_up);
-  connect(up, &QToolButton::clicked, this, &TYLibraryController::goUp);
-
   m_sorted.setSourceModel(&m_model);
   m_sorted.setSortRole(LibraryModel::SortRole);
   m_sorted.setSortCaseSensitivity(Qt::CaseInsensitive);
   m_sorted.setFilterCaseSensitivity(Qt::CaseInsensitive);
   m_sorted.setFilterKeyColumn(LibraryModel::Name);
-  m_list = new QTreeView;
-  m_list->setAccessibleName(tr("Files"));
-  m_list->setModel(&m_sorted);
-  m_list->setItemDelegate(m_delegate);
-  m_list->setRootIsDecorated(false);
-  m_list->setUniformRowHeights(true);
-  m_list->setFrameShape(QFrame::NoFrame);
-  m_list->setSortingEnabled(true);
-  m_list->sortByColumn(LibraryModel::Name, Qt::AscendingOrder);
-  m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
-  m_list->setDragEnabled(true);
-  m_list->setDragDropMode(QAbstractItemView::DragOnly);
-  m_list->setDefaultDropAction(Qt::CopyAction);
-  m_list->setContextMenuPolicy(Qt::CustomContextMenu);
-  m_list->header()->setStretchLastSection(false);
-  m_list->header()->setSectionResizeMode(LibraryModel::Name, QHeaderView::Stretch);
-  for (const int hidden : {LibraryModel::DateCreated, LibraryModel::DateAdded,
-                           LibraryModel::LastOpened, LibraryModel::Tags})
-    m_list->setColumnHidden(hidden, true);
-  m_list->setColumnWidth(LibraryModel::Resolution, 84);
-  m_list->setColumnWidth(LibraryModel::SizeOfFile, 58);
-  m_list->setColumnWidth(LibraryModel::DateModified, 68);
-  m_list->setColumnWidth(LibraryModel::Kind, 86);
-  m_stack = new QStackedWidget;
-  m_stack->addWidget(m_list);
-  auto* empty = new widgets::TYEmptyPanel(QStringLiteral("Folder"), tr("Nothing to use here"),
-                                          tr("Choose the folder where your graphics are kept."));
-  empty->setButton(tr("Choose Folder…"));
-  m_stack->addWidget(empty);
-  column->addWidget(m_stack, 1);
-
-  connect(empty, &widgets::TYEmptyPanel::buttonClicked, this, [this] {
-    const QString chosen =
-        QFileDialog::getExistingDirectory(this, tr("Library Folder"), paths().first());
-    if (chosen.isEmpty()) return;
-    m_defaults.setValue(chosen, pathKey);
-    refresh();
-    choosePlace(m_places->count() - 1);
-  });
-  connect(search, &QLineEdit::textChanged, &m_sorted, &QSortFilterProxyModel::setFilterFixedString);
-  connect(m_list, &QTreeView::doubleClicked, this, &TYLibraryController::activate);
-  connect(m_list, &QWidget::customContextMenuRequested, this, &TYLibraryController::showMenu);
-  connect(&m_sorted, &QAbstractItemModel::modelReset, this, &TYLibraryController::showEmptiness);
-  connect(&m_sorted, &QAbstractItemModel::layoutChanged, this, &TYLibraryController::showEmptiness);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  addSearch(*column);
+  column->addWidget(m_places);
+  addWayUp(*column);
+  addFiles(*column);
+  keepSelection();
   connect(m_places, &QListWidget::currentRowChanged, this, [this](int row) {
-    if (row >= 0 && row < m_folders.size()) setFolder(m_folders.at(row));
+    if (row >= 0) setFolder(m_places->places().at(row).folder);
   });
-  addPlaces(fixedPlaces);
+  m_places->setPlaces(allPlaces());
   choosePlace(0);
 }
 
 TYLibraryController::~TYLibraryController() = default;
 
+void TYLibraryController::addSearch(QVBoxLayout& column) {
+  auto* search = new widgets::TYSearchField;
+  search->setPlaceholderText(tr("Search"));
+  search->setAccessibleName(tr("Search the library"));
+  connect(search, &QLineEdit::textChanged, &m_sorted, &QSortFilterProxyModel::setFilterFixedString);
+  auto* top = new QVBoxLayout;
+  top->setContentsMargins(margin, 8, margin, 8);
+  top->addWidget(search);
+  column.addLayout(top);
+}
+
+void TYLibraryController::addWayUp(QVBoxLayout& column) {
+  m_up = new QWidget;
+  auto* path = new QHBoxLayout(m_up);
+  path->setContentsMargins(margin, 4, margin, 4);
+  auto* up = new QToolButton;
+  up->setText(tr("‹ Back"));
+  up->setAutoRaise(true);
+  connect(up, &QToolButton::clicked, this,
+          [this] { setFolder(QFileInfo(m_model.folder()).path()); });
+  m_folderName = new widgets::TokenLabel({}, widgets::TextStyle::Small, widgets::Token::Text2);
+  path->addWidget(up);
+  path->addWidget(m_folderName, 1);
+  m_up->hide();
+  column.addWidget(m_up);
+}
+
+void TYLibraryController::addFiles(QVBoxLayout& column) {
+  m_list = new LibraryList(m_defaults);
+  m_list->setModel(&m_sorted);
+  m_grid = new LibraryGrid;
+  m_grid->setModel(&m_sorted);
+  m_grid->setSelectionModel(m_list->selectionModel());
+  m_empty = emptyPanel();
+  m_stack = new QStackedWidget;
+  for (QWidget* page : {static_cast<QWidget*>(m_list), static_cast<QWidget*>(m_grid), m_empty})
+    m_stack->addWidget(page);
+  column.addWidget(m_stack, 1);
+  for (QAbstractItemView* view :
+       {static_cast<QAbstractItemView*>(m_list), static_cast<QAbstractItemView*>(m_grid)}) {
+    connect(view, &QAbstractItemView::doubleClicked, this, &TYLibraryController::activate);
+    connect(view, &QWidget::customContextMenuRequested, this, &TYLibraryController::showMenu);
+  }
+  connect(&m_sorted, &QAbstractItemModel::modelReset, this, &TYLibraryController::showContent);
+}
+
+QWidget* TYLibraryController::emptyPanel() {
+  auto* empty = new widgets::TYEmptyPanel(QStringLiteral("Folder"), tr("Nothing to use here"),
+                                          tr("Choose the folder where your graphics are kept."));
+  empty->setButton(tr("Choose Folder…"));
+  connect(empty, &widgets::TYEmptyPanel::buttonClicked, this, &TYLibraryController::chooseFolder);
+  return empty;
+}
+
+void TYLibraryController::chooseFolder() {
+  const QString chosen =
+      QFileDialog::getExistingDirectory(this, tr("Library Folder"), paths().first());
+  if (chosen.isEmpty()) return;
+  m_defaults.setValue(chosen, pathKey);
+  refresh();
+  choosePlace(static_cast<int>(m_fixedPlaces.size()));
+}
+
 QStringList TYLibraryController::paths() const {
   return {m_defaults.value(pathKey).toString()};
 }
 
-void TYLibraryController::addPlaces(const QList<Place>& fixedPlaces) {
-  QList<Place> places = fixedPlaces;
-  const QString own = paths().first();
-  places.append({QFileInfo(own).fileName(), QStringLiteral("Folder"), own});
-  for (const Place& place : std::as_const(places)) {
-    auto* item = new QListWidgetItem(
-        TYStyleKit::image(place.glyph),
-        QStringLiteral("%1  (%2)").arg(place.title).arg(countIn(place.folder)), m_places);
-    item->setSizeHint(QSize(0, placeHeight));
-    item->setToolTip(QDir::toNativeSeparators(place.folder));
-    m_folders.append(place.folder);
-  }
-  m_places->setFixedHeight(placeHeight * static_cast<int>(places.size()) + 6);
+QList<TYLibraryController::Place> TYLibraryController::allPlaces() const {
+  QList<Place> places = m_fixedPlaces;
+  QStringList own = paths();
+  for (const char* key : {"componentsLibraryPath", "compositionsLibraryPath"})
+    own.append(m_defaults.value(QString::fromLatin1(key)).toString());
+  own.removeDuplicates();
+  own.removeAll(QString());
+  for (const QString& folder : std::as_const(own))
+    places.append({QFileInfo(folder).fileName(), QStringLiteral("Folder"), folder});
+  return places;
 }
 
 void TYLibraryController::choosePlace(int index) {
@@ -160,30 +141,55 @@ void TYLibraryController::choosePlace(int index) {
 }
 
 void TYLibraryController::refresh() {
-  const QString own = paths().first();
-  if (m_folders.last() == own) return;
-  m_folders.last() = own;
-  QListWidgetItem* item = m_places->item(m_places->count() - 1);
-  item->setText(QStringLiteral("%1  (%2)").arg(QFileInfo(own).fileName()).arg(countIn(own)));
-  item->setToolTip(QDir::toNativeSeparators(own));
-  if (m_places->currentRow() == m_places->count() - 1) setFolder(own);
+  const QList<Place> before = m_places->places();
+  m_places->setPlaces(allPlaces());
+  const int row = m_places->currentRow();
+  if (row >= 0 && before.value(row) != m_places->places().at(row))
+    setFolder(m_places->places().at(row).folder);
 }
 
 void TYLibraryController::setFolder(const QString& folder) {
   m_model.setFolder(folder);
-  const bool isPlace = m_folders.contains(folder);
-  m_up->setVisible(!isPlace);
+  m_up->setVisible(!m_places->contains(folder));
   m_folderName->setText(QFileInfo(folder).fileName());
-  showEmptiness();
+  showContent();
 }
 
-void TYLibraryController::goUp() {
-  setFolder(QFileInfo(m_model.folder()).path());
+void TYLibraryController::setShowsGrid(bool showsGrid) {
+  m_defaults.setValue(showsGrid, gridKey);
+  showContent();
 }
 
-void TYLibraryController::showEmptiness() {
-  const bool isOwn = m_places->currentRow() == m_places->count() - 1;
-  m_stack->setCurrentIndex(m_model.rowCount() == 0 && isOwn ? 1 : 0);
+bool TYLibraryController::showsGrid() const {
+  return m_defaults.value(gridKey).toBool();
+}
+
+QAbstractItemView& TYLibraryController::files() const {
+  if (showsGrid()) return *m_grid;
+  return *m_list;
+}
+
+void TYLibraryController::showContent() {
+  const bool isOwn = m_places->currentRow() >= m_fixedPlaces.size();
+  if (m_model.rowCount() == 0 && isOwn)
+    m_stack->setCurrentWidget(m_empty);
+  else
+    m_stack->setCurrentWidget(&files());
+}
+
+/// Files come and go while someone browses: what was selected stays so.
+void TYLibraryController::keepSelection() {
+  connect(&m_sorted, &QAbstractItemModel::modelAboutToBeReset, this, [this] {
+    m_selectedPaths.clear();
+    for (const QModelIndex& row : m_list->selectionModel()->selectedRows())
+      m_selectedPaths.append(pathAt(row));
+  });
+  connect(&m_sorted, &QAbstractItemModel::modelReset, this, [this] {
+    for (int row = 0; row < m_sorted.rowCount(); ++row)
+      if (const QModelIndex index = m_sorted.index(row, 0); m_selectedPaths.contains(pathAt(index)))
+        m_list->selectionModel()->select(index,
+                                         QItemSelectionModel::Select | QItemSelectionModel::Rows);
+  });
 }
 
 QString TYLibraryController::pathAt(const QModelIndex& index) const {
@@ -209,7 +215,7 @@ void TYLibraryController::activate(const QModelIndex& index) {
 }
 
 void TYLibraryController::showMenu(const QPoint& position) {
-  const QModelIndex index = m_list->indexAt(position);
+  const QModelIndex index = files().indexAt(position);
   if (!index.isValid()) return;
   const QString path = pathAt(index);
   QMenu menu(this);
@@ -225,22 +231,7 @@ void TYLibraryController::showMenu(const QPoint& position) {
     else
       QDesktopServices::openUrl(QUrl::fromLocalFile(path));
   });
-  menu.exec(m_list->viewport()->mapToGlobal(position));
-}
-
-void TYLibraryController::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
-  fold();
-}
-
-void TYLibraryController::fold() {
-  const bool folded = width() < foldBelow;
-  m_delegate->setFolded(folded);
-  for (const int column : {LibraryModel::Resolution, LibraryModel::SizeOfFile,
-                           LibraryModel::DateModified, LibraryModel::Kind})
-    m_list->setColumnHidden(column, folded);
-  m_list->header()->setHidden(folded);
-  m_list->doItemsLayout();
+  menu.exec(files().viewport()->mapToGlobal(position));
 }
 
 }  // namespace library

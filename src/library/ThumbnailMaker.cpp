@@ -95,6 +95,18 @@ Thumbnail ofDocument(const QString& path, const QSize& size) {
       picture.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation), entry.resolution, {}};
 }
 
+/// What draws nothing, because it needs a picture or the time, is better shown by its kind.
+Thumbnail withoutEmptiness(Thumbnail thumbnail) {
+  const QImage alpha = thumbnail.picture.convertToFormat(QImage::Format_Alpha8);
+  for (int y = 0; y < alpha.height(); ++y) {
+    const uchar* line = alpha.constScanLine(y);
+    if (std::any_of(line, line + alpha.width(), [](uchar value) { return value != 0; }))
+      return thumbnail;
+  }
+  thumbnail.picture = {};
+  return thumbnail;
+}
+
 }  // namespace
 
 ThumbnailMaker::ThumbnailMaker(const QSize& size, QObject* parent)
@@ -109,9 +121,9 @@ Thumbnail ThumbnailMaker::make(const QString& path, const QSize& size) {
     case LibraryKind::Image:
       return ofPicture(path, size);
     case LibraryKind::Component:
-      return ofComponent(path, size);
+      return withoutEmptiness(ofComponent(path, size));
     case LibraryKind::Composition:
-      return ofDocument(path, size);
+      return withoutEmptiness(ofDocument(path, size));
     case LibraryKind::Folder:
       break;
   }

@@ -15,17 +15,17 @@ class TYAlert : public TYSheet {
   enum class Answer { Default, Alternate, Other };
 
   struct Message {
-    QString title;
-    QString text;
+    QString title = {};
+    QString text = {};
     Kind kind = Kind::Information;
     /// Shown as rows in a frame; each may begin with the name of a glyph and a tab.
-    QStringList list;
+    QStringList list = {};
     QString defaultButton = QStringLiteral("Ok");
     /// Also what Esc answers; empty for none.
-    QString alternateButton;
-    QString otherButton;
+    QString alternateButton = {};
+    QString otherButton = {};
     /// Where "Don't show this message again" is kept; empty offers no such choice.
-    QString preferencesKey;
+    QString preferencesKey = {};
   };
 
   /// Shows the message on the widget's window and calls back once with the answer. A message that
