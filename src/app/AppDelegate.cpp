@@ -4,14 +4,16 @@
 #include <QFileInfo>
 #include <QImageReader>
 #include <QLocale>
-#include <QMessageBox>
 #include <QStandardPaths>
 #include <algorithm>
 #include <chrono>
 
+#include "app/AboutSheet.h"
+#include "app/HelpWindow.h"
 #include "app/PackageDialog.h"
 #include "app/TYPreferencesController.h"
 #include "app/TYWindowController.h"
+#include "app/WindowMenus.h"
 #include "canvas/ComponentDrop.h"
 #include "canvas/CompositionView.h"
 #include "document/ApplicationDefaults.h"
@@ -68,6 +70,8 @@ AppDelegate::AppDelegate(foundation::UserDefaults& userDefaults,
   using Appearance = widgets::TYStyleKit::Appearance;
   widgets::TYStyleKit::shared().setAppearance(
       static_cast<Appearance>(m_defaults.value(QStringLiteral("appearance")).toInt()));
+  widgets::TYStyleKit::shared().setContrast(static_cast<widgets::TYStyleKit::Contrast>(
+      m_defaults.value(QStringLiteral("contrast")).toInt()));
   m_controller.setHooks(
       {.showWindows = [this](CompositionDocument& document) { showDocument(document); },
        .willClose = {},
@@ -226,15 +230,30 @@ void AppDelegate::showDocument(CompositionDocument& document) {
 }
 
 void AppDelegate::showPreferences() {
-  if (!m_preferences) m_preferences = std::make_unique<TYPreferencesController>(m_defaults);
+  if (!m_preferences) {
+    ProgramServices& services = *this;
+    m_preferences = std::make_unique<TYPreferencesController>(services);
+    connect(m_preferences.get(), &TYPreferencesController::defaultFormatChanged, this, [this] {
+      for (TYWindowController* window : std::as_const(m_windows)) registerNewDocumentMenu(*window);
+    });
+  }
   m_preferences->show();
   m_preferences->raise();
 }
 
 void AppDelegate::showAbout() {
-  QMessageBox::about(anyWindow(), tr("About Tessary"),
-                     tr("<b>Tessary %1</b><p>Editor for broadcast graphics templates.</p>")
-                         .arg(QApplication::applicationVersion()));
+  auto* sheet = new AboutSheet(&windowForMessages());
+  sheet->present();
+}
+
+void AppDelegate::showHelp() {
+  if (!m_help) {
+    const QString resources = QFileInfo(model::StandardComponents::located().folder()).path();
+    m_help = std::make_unique<HelpWindow>(resources + QStringLiteral("/help"));
+  }
+  m_help->show();
+  m_help->raise();
+  m_help->activateWindow();
 }
 
 void AppDelegate::quit() {

@@ -11,6 +11,7 @@
 
 namespace app {
 
+class HelpWindow;
 class TYPreferencesController;
 class TYWindowController;
 
@@ -47,6 +48,7 @@ class AppDelegate : public QObject, private ProgramServices {
   void showDocument(document::CompositionDocument& document) override;
   void showPreferences() override;
   void showAbout() override;
+  void showHelp() override;
   void quit() override;
 
   void offerRecovery(const QList<document::RecoveryEntry>& entries);
@@ -66,6 +68,7 @@ class AppDelegate : public QObject, private ProgramServices {
   document::CompositionDocumentsController m_controller;
   QHash<const document::CompositionDocument*, TYWindowController*> m_windows;
   std::unique_ptr<TYPreferencesController> m_preferences;
+  std::unique_ptr<HelpWindow> m_help;
   QTimer m_autosave;
 };
 

@@ -5,6 +5,7 @@
 #include <QPlainTextEdit>
 #include <QTextEdit>
 
+#include "app/BackgroundMenu.h"
 #include "app/MenuMaker.h"
 #include "app/ProgramServices.h"
 #include "document/DocumentClipboard.h"
@@ -83,6 +84,8 @@ void MenuMaker::addEdit() {
                window.composition()->selectAllComponents();
            },
        .canRun = [has = hasComposition()] { return editsText() || has(); }});
+  separate();
+  addBackgroundCommands(window, *m_menu->addMenu(tr("&Background")));
   separate();
   add({.identifier = QStringLiteral("preferences"),
        .text = tr("Pre&ferences…"),

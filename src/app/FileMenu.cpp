@@ -3,6 +3,7 @@
 #include "app/DocumentSaving.h"
 #include "app/MenuMaker.h"
 #include "app/ProgramServices.h"
+#include "app/WindowMenus.h"
 #include "document/DocumentCommands.h"
 #include "document/NewDocumentMenu.h"
 #include "foundation/UserDefaults.h"
@@ -11,25 +12,42 @@ namespace app {
 
 using document::DocumentCommands;
 
+namespace {
+
+QString newIdentifier(const QString& format) {
+  return QStringLiteral("new ") + format;
+}
+
+}  // namespace
+
 void MenuMaker::addNew() {
   QMenu* all = m_menu;
   m_menu = all->addMenu(tr("&New"));
   const document::NewDocumentMenu formats;
-  const qsizetype standard = formats.indexOf(
-      model::VideoResolution::defaultVideoResolution(m_window.services().defaults()).title());
-  for (qsizetype i = 0; i < formats.items().size(); ++i) {
-    const QString& title = formats.items().at(i).title;
-    if (formats.items().at(i).isSeparator()) {
+  for (const auto& item : formats.items()) {
+    if (item.isSeparator())
       separate();
-      continue;
-    }
-    add({.identifier = QStringLiteral("new ") + title,
-         .text = title,
-         .shortcuts =
-             i == standard ? QList<QKeySequence>{QKeySequence::New} : QList<QKeySequence>(),
-         .run = [&window = m_window, title] { window.services().newDocument(title); }});
+    else
+      add({.identifier = newIdentifier(item.title),
+           .text = item.title,
+           .run = [&window = m_window, title = item.title] {
+             window.services().newDocument(title);
+           }});
   }
   m_menu = all;
+  registerNewDocumentMenu(m_window);
+}
+
+void registerNewDocumentMenu(TYWindowController& window) {
+  const document::NewDocumentMenu formats;
+  const qsizetype standard = formats.indexOf(
+      model::VideoResolution::defaultVideoResolution(window.services().defaults()).title());
+  for (qsizetype i = 0; i < formats.items().size(); ++i)
+    if (const auto& item = formats.items().at(i); !item.isSeparator())
+      window.actions()
+          .action(newIdentifier(item.title))
+          ->setShortcuts(i == standard ? QList<QKeySequence>{QKeySequence::New}
+                                       : QList<QKeySequence>());
 }
 
 void MenuMaker::addRecent() {

@@ -31,6 +31,7 @@ class ProgramServices {
   virtual void showDocument(document::CompositionDocument& document) = 0;
   virtual void showPreferences() = 0;
   virtual void showAbout() = 0;
+  virtual void showHelp() = 0;
   virtual void quit() = 0;
 };
 

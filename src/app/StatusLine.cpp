@@ -1,6 +1,7 @@
 #include "app/StatusLine.h"
 
 #include <QHBoxLayout>
+#include <QToolButton>
 #include <cmath>
 
 #include "foundation/Timecode.h"
@@ -14,6 +15,7 @@ namespace {
 constexpr int lineHeight = 24;
 constexpr int margin = 12;
 constexpr int gap = 20;
+constexpr int glyphSize = 16;
 
 QLabel* addLabel(QHBoxLayout& row) {
   auto* label = new widgets::TokenLabel({}, widgets::TextStyle::Small, widgets::Token::Text2);
@@ -34,6 +36,19 @@ StatusLine::StatusLine(QWidget* parent) : QWidget(parent) {
   m_pointer = addLabel(*row);
   m_hint = addLabel(*row);
   row->addStretch(1);
+  m_findings = new QToolButton;
+  m_findings->setObjectName(QStringLiteral("findings"));
+  m_findings->setAutoRaise(true);
+  m_findings->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  m_findings->setIcon(
+      widgets::TYStyleKit::image(QStringLiteral("Warning"), widgets::Token::Warning));
+  m_findings->setIconSize({glyphSize, glyphSize});
+  m_findings->setFont(widgets::TYStyleKit::font(widgets::TextStyle::Small));
+  m_findings->setFixedHeight(lineHeight - 4);
+  m_findings->setFocusPolicy(Qt::TabFocus);
+  m_findings->hide();
+  connect(m_findings, &QToolButton::clicked, this, &StatusLine::findingsRequested);
+  row->addWidget(m_findings);
   m_format = addLabel(*row);
   m_duration = addLabel(*row);
 }
@@ -69,6 +84,16 @@ void StatusLine::showPointer(const std::optional<QPointF>& pixel) {
   m_pointer->setText(
       pixel ? tr("Pointer %1, %2").arg(std::lround(pixel->x())).arg(std::lround(pixel->y()))
             : QString());
+}
+
+void StatusLine::showFindings(qsizetype count) {
+  m_findings->setVisible(count > 0);
+  m_findings->setText(count == 1 ? tr("1 finding") : tr("%1 findings").arg(count));
+  m_findings->setToolTip(tr("What will not come out as it may be expected"));
+}
+
+QPoint StatusLine::findingsCorner() const {
+  return m_findings->mapToGlobal(QPoint(m_findings->width(), -4));
 }
 
 }  // namespace app

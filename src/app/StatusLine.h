@@ -5,6 +5,7 @@
 #include <optional>
 
 class QLabel;
+class QToolButton;
 
 namespace model {
 class Composition;
@@ -24,12 +25,20 @@ class StatusLine : public QWidget {
   /// Empty: nothing in particular.
   void showHint(const QString& hint);
   void showPointer(const std::optional<QPointF>& pixel);
+  /// Nothing is shown for none.
+  void showFindings(qsizetype count);
+  /// Where their list opens, its lower right corner (global).
+  [[nodiscard]] QPoint findingsCorner() const;
+
+ Q_SIGNALS:
+  void findingsRequested();
 
  private:
   QLabel* m_selection;
   QLabel* m_zoom;
   QLabel* m_pointer;
   QLabel* m_hint;
+  QToolButton* m_findings;
   QLabel* m_format;
   QLabel* m_duration;
 };

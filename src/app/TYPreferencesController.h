@@ -2,33 +2,30 @@
 
 #include <QDialog>
 
-#include "foundation/UserDefaults.h"
-
-class QFormLayout;
-class QVBoxLayout;
+class QStackedWidget;
 
 namespace app {
 
-/// The window of the user's settings. Every choice counts at once.
+class ApplicationPage;
+class ProgramServices;
+
+/// The window of the user's settings, in tabs. Every choice counts at once.
 class TYPreferencesController : public QDialog {
   Q_OBJECT
 
  public:
-  explicit TYPreferencesController(foundation::UserDefaults& defaults, QWidget* parent = nullptr);
+  explicit TYPreferencesController(ProgramServices& services, QWidget* parent = nullptr);
 
  Q_SIGNALS:
   /// Another format is the one of new documents.
   void defaultFormatChanged();
 
- private:
-  QFormLayout* addSection(QVBoxLayout& column, const QString& title);
-  void addNewDocuments(QFormLayout& form);
-  void addBackground(QFormLayout& form);
-  void addFont(QFormLayout& form);
-  void addFolder(QFormLayout& form, const QString& label, const QString& key);
-  void addAppearance(QFormLayout& form);
+ protected:
+  void showEvent(QShowEvent* event) override;
 
-  foundation::UserDefaults& m_defaults;
+ private:
+  QStackedWidget* m_pages;
+  ApplicationPage* m_application;
 };
 
 }  // namespace app

@@ -13,7 +13,11 @@
 
 #include "app/CanvasDefaults.h"
 #include "app/CanvasMenu.h"
+#include "app/DockTitle.h"
+#include "app/DocumentFindings.h"
 #include "app/DocumentSaving.h"
+#include "app/FindingsMending.h"
+#include "app/FindingsPanel.h"
 #include "app/HistoryPanel.h"
 #include "app/MainToolbar.h"
 #include "app/PSDImportSheet.h"
@@ -30,6 +34,7 @@
 #include "model/Composition.h"
 #include "timeline/TimelinePanel.h"
 #include "widgets/TYAlert.h"
+#include "widgets/TYSegmentedControl.h"
 
 namespace app {
 
@@ -61,6 +66,7 @@ TYWindowController::TYWindowController(CompositionDocument& document, ProgramSer
   setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
   setCorner(Qt::BottomLeftCorner, Qt::BottomDockWidgetArea);
   makePanels();
+  makeFindings();
   makeMenus();
   m_replacement = m_document.observeReplacement([this](const auto&) {
     letGo();
@@ -82,6 +88,7 @@ void TYWindowController::letGo() {
   m_timeline->setComposition(nullptr);
   m_history->setContext(nullptr);
   m_alignment.setComposition(nullptr);
+  m_findings->setComposition(nullptr);
 }
 
 void TYWindowController::makePanels() {
@@ -101,7 +108,17 @@ void TYWindowController::makePanels() {
           [this](const QString& path) { m_services.openDocument(path); });
   connect(m_library, &library::TYLibraryController::addRequested, this,
           [this](const QString& path) { m_view->addComponentsFromPaths({path}, false); });
-  makeDock(QStringLiteral("library"), tr("Library"), m_library, Qt::LeftDockWidgetArea);
+  auto* libraryTitle = new DockTitle(
+      *makeDock(QStringLiteral("library"), tr("Library"), m_library, Qt::LeftDockWidgetArea),
+      QStringLiteral("Library"));
+  auto* looks = new widgets::TYSegmentedControl;
+  looks->setAccessibleName(tr("How files are shown"));
+  looks->addGlyph(QStringLiteral("GridView"), tr("Tiles"));
+  looks->addGlyph(QStringLiteral("ListView"), tr("List"));
+  looks->setSelectedSegment(m_library->showsGrid() ? 0 : 1);
+  connect(looks, &widgets::TYSegmentedControl::activated, m_library,
+          [this](int index) { m_library->setShowsGrid(index == 0); });
+  libraryTitle->addControl(looks);
 
   m_timeline = new timeline::TimelinePanel;
   m_timeline->setHost(*this);
@@ -126,6 +143,22 @@ void TYWindowController::makePanels() {
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
     if (now && now->window() == this) setNeedsUpdate();
   });
+}
+
+void TYWindowController::makeFindings() {
+  m_findings = new DocumentFindings(this);
+  m_findingsPanel = new FindingsPanel(this);
+  connect(m_findings, &DocumentFindings::changed, this, [this] {
+    m_status->showFindings(m_findings->groups().size());
+    if (m_findingsPanel->isVisible()) m_findingsPanel->setGroups(m_findings->groups());
+  });
+  connect(m_status, &StatusLine::findingsRequested, this, [this] {
+    m_findings->refresh();
+    m_findingsPanel->setGroups(m_findings->groups());
+    if (!m_findings->groups().isEmpty()) m_findingsPanel->openAbove(m_status->findingsCorner());
+  });
+  connect(m_findingsPanel, &FindingsPanel::acted, this,
+          [this](const DocumentFindings::Group& group) { FindingsMending(*this).act(group); });
 }
 
 QDockWidget* TYWindowController::makeDock(const QString& name, const QString& title,
@@ -199,6 +232,7 @@ void TYWindowController::takeComposition() {
   m_alignment.setComposition(composition);
   CanvasDefaults(m_services).applyTo(m_document);
   m_view->setGuidesLocked(CanvasDefaults(m_services).guidesLocked());
+  m_findings->setComposition(composition);
   m_subscriptions.clear();
   // A guide that is added shows all guides, in every window.
   if (composition)
@@ -296,6 +330,7 @@ void TYWindowController::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
     m_library->refresh();
+    m_findings->refresh();  // files may have come or gone meanwhile
     setNeedsUpdate();
   }
 }

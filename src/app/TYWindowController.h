@@ -25,9 +25,10 @@ class TimelinePanel;
 
 namespace app {
 
+class DocumentFindings;
 class DocumentSaving;
+class FindingsPanel;
 class HistoryPanel;
-
 class MainToolbar;
 class ProgramServices;
 class StatusLine;
@@ -88,6 +89,7 @@ class TYWindowController : public QMainWindow,
   void makeMenus();
   void restoreLayout();
   void saveWindowState();
+  void makeFindings();
   void takeComposition();
   void letGo();
   void update();
@@ -105,6 +107,8 @@ class TYWindowController : public QMainWindow,
   HistoryPanel* m_history;
   MainToolbar* m_toolbar;
   StatusLine* m_status;
+  DocumentFindings* m_findings;
+  FindingsPanel* m_findingsPanel;
   bool m_updateIsDue = false;
   bool m_mayClose = false;
   std::vector<store::Subscription> m_subscriptions;

@@ -238,6 +238,10 @@ void MenuMaker::addWindow() {
 void MenuMaker::addHelp() {
   begin(tr("&Help"));
   TYWindowController& window = m_window;
+  add({.identifier = QStringLiteral("showHelp"),
+       .text = tr("User &Guide"),
+       .shortcuts = {QKeySequence(Qt::Key_F1)},
+       .run = [&window] { window.services().showHelp(); }});
   add({.identifier = QStringLiteral("aboutPanel"), .text = tr("&About"), .run = [&window] {
          window.services().showAbout();
        }});

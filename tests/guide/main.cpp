@@ -1,0 +1,151 @@
+// Makes the pictures of the user's guide with the editor itself:
+//   guide_pictures FOLDER-OF-EXAMPLES BACKGROUND.jpg OUTPUT-FOLDER
+#include <QApplication>
+#include <QDir>
+#include <QDockWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolButton>
+#include <cstdio>
+
+#include "app/AppDelegate.h"
+#include "app/FindingsPanel.h"
+#include "app/TYPreferencesController.h"
+#include "app/TYWindowController.h"
+#include "canvas/CompositionView.h"
+#include "model/Composition.h"
+#include "timeline/TYTimelineView.h"
+#include "widgets/TYStyleKit.h"
+
+namespace {
+
+constexpr QSize windowSize(1600, 960);
+constexpr int patience = 1500;  ///< milliseconds that thumbnails may take
+
+/// The editor, told what to show.
+class Studio {
+ public:
+  explicit Studio(const QString& outputFolder)
+      : m_output(outputFolder), m_defaults(m_folder.filePath(QStringLiteral("settings.conf"))) {
+    m_defaults.setValue(static_cast<int>(widgets::TYStyleKit::Appearance::Dark),
+                        QStringLiteral("appearance"));
+    const QString pictures = m_folder.filePath(QStringLiteral("Pictures"));
+    QDir().mkpath(pictures);
+    for (const char* key :
+         {"imagesLibraryPath", "componentsLibraryPath", "compositionsLibraryPath"})
+      m_defaults.setValue(pictures, QString::fromLatin1(key));
+    m_defaults.setValue(QVariantMap(), QStringLiteral("windowState"));
+    m_delegate = std::make_unique<app::AppDelegate>(
+        m_defaults, document::RecoveryStore(m_folder.filePath(QStringLiteral("state"))));
+  }
+
+  app::TYWindowController& open(const QString& document) {
+    m_delegate->openDocuments({document});
+    return prepare();
+  }
+  app::TYWindowController& openEmpty() {
+    m_delegate->start({});
+    return prepare();
+  }
+  app::AppDelegate& delegate() { return *m_delegate; }
+
+  void save(QWidget& widget, const char* name) const {
+    QTest::qWait(patience);
+    const QString path = QDir(m_output).filePath(QString::fromLatin1(name));
+    if (!widget.grab().toImage().save(path, nullptr, 90))
+      qFatal("cannot write %s", qPrintable(path));
+    std::printf("%s\n", qPrintable(path));
+  }
+
+ private:
+  app::TYWindowController& prepare() {
+    app::TYWindowController& window =
+        *m_delegate->windowOf(*m_delegate->controller().documents().last());
+    window.setWindowState(Qt::WindowNoState);
+    window.resize(windowSize);
+    window.resizeDocks({window.findChild<QDockWidget*>(QStringLiteral("timeline"))}, {280},
+                       Qt::Vertical);
+    window.resizeDocks({window.findChild<QDockWidget*>(QStringLiteral("library"))}, {400},
+                       Qt::Horizontal);
+    return window;
+  }
+
+  QTemporaryDir m_folder;
+  QString m_output;
+  foundation::UserDefaults m_defaults;
+  std::unique_ptr<app::AppDelegate> m_delegate;
+};
+
+model::QuartzComponent* componentNamed(const model::Composition& composition,
+                                       const QString& title) {
+  for (model::QuartzComponent* component : composition.components())
+    if (component->title() == title) return component;
+  return nullptr;
+}
+
+/// The picture that README shows.
+void showEditor(app::TYWindowController& window, const QImage& background) {
+  model::Composition& composition = *window.composition();
+  composition.setBackgroundImage(background);
+  composition.setBackgroundMode(model::BackgroundMode::Image);
+  composition.addRulerAtPosition(148, true);
+  composition.setShowsRulers(true);
+  composition.setShowsSafeZones(true);
+  composition.setEditorTimepoint(0.8);
+  if (model::QuartzComponent* headline = componentNamed(composition, QStringLiteral("Name 1"))) {
+    headline->setSelected(true);
+    auto* timeline = window.findChild<timeline::TYTimelineView*>();
+    timeline->setExpanded(*headline, true, timeline::TYTimelineView::Expanded::One);
+    QTest::qWait(patience);  // until the window has its size
+    timeline->zoomToFit();
+  }
+}
+
+/// Something that does not come out as meant, for the list of findings.
+void spoil(model::Composition& composition) {
+  for (model::QuartzComponent* component : composition.components())
+    for (model::Attribute* attribute : component->attributes()) {
+      const model::AttributeValue value = attribute->currentValue();
+      if (const auto* font = value.as<model::FontValue>())
+        attribute->setCurrentValue(
+            model::FontValue{QStringLiteral("Harbour Sans Bold"), font->size});
+    }
+  composition.components().list().first()->setEndTime(composition.duration() + 1);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication application(argc, argv);
+  QApplication::setApplicationVersion(QStringLiteral(TESSARY_VERSION));
+  if (argc != 4) qFatal("usage: guide_pictures EXAMPLES BACKGROUND OUTPUT");
+  widgets::TYStyleKit::install(application);
+  const QDir examples(QString::fromLocal8Bit(argv[1]));
+  Studio studio(QString::fromLocal8Bit(argv[3]));
+
+  app::TYWindowController& empty = studio.openEmpty();
+  studio.save(empty, "empty.jpg");
+
+  app::TYWindowController& editor =
+      studio.open(examples.filePath(QStringLiteral("lower-third.composition")));
+  showEditor(editor, QImage(QString::fromLocal8Bit(argv[2])));
+  studio.save(editor, "editor.jpg");
+  studio.save(*editor.findChild<QDockWidget*>(QStringLiteral("timeline")), "timeline.png");
+  studio.save(*editor.findChild<QDockWidget*>(QStringLiteral("library")), "library.png");
+
+  spoil(*editor.composition());
+  QTest::qWait(patience);
+  if (auto* button = editor.findChild<QToolButton*>(QStringLiteral("findings")))
+    QTest::mouseClick(button, Qt::LeftButton);
+  if (auto* panel = editor.findChild<app::FindingsPanel*>()) {
+    studio.save(*panel, "findings.png");
+    panel->close();
+  }
+
+  editor.actions().action(QStringLiteral("preferences"))->trigger();
+  for (QWidget* window : QApplication::topLevelWidgets())
+    if (auto* preferences = qobject_cast<app::TYPreferencesController*>(window))
+      studio.save(*preferences, "preferences.png");
+  return 0;
+}
