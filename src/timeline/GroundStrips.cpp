@@ -16,7 +16,7 @@ using Space = TYTimelineGeometry::Space;
 namespace {
 
 constexpr double height = TimelineMeasures::componentHeight;
-constexpr double tickOpacity = 0.4;
+constexpr double tickOpacity = 0.28;
 constexpr double beyondOpacity = 0.55;
 
 QColor faded(Token token, double opacity) {

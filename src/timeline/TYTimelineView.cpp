@@ -102,6 +102,7 @@ void TYTimelineView::setComposition(Composition* composition) {
             .playModeChanged = [this] { updateTimelineRuler(); }});
   updateSize();
   m_scrollView->scrollTo({0, 0});
+  if (composition && isVisible() && m_fitsWhenShown) zoomToFit();
 }
 
 const TYTimelineGeometry& TYTimelineView::timelineGeometry() const {
@@ -127,6 +128,7 @@ void TYTimelineView::takeContent() {
 // Zoom
 
 void TYTimelineView::zoomKeeping(double time, double x, double zoom) {
+  m_fitsWhenShown = false;
   TYTimelineGeometry& geometry = m_scene->geometry;
   const double before = geometry.zoom();
   geometry.setZoom(zoom);
@@ -390,6 +392,11 @@ void TYTimelineView::resizeEvent(QResizeEvent* event) {
       width() < narrowView ? Measures::narrowComponentsWidth : Measures::componentsWidth;
   m_scrollView->setComponentsWidth(static_cast<int>(m_scene->componentsWidth));
   m_scrollView->setGeometry(rect());
+}
+
+void TYTimelineView::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (m_composition && m_fitsWhenShown) zoomToFit();
 }
 
 bool TYTimelineView::press(const QKeyEvent& event) {

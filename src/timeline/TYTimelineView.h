@@ -115,6 +115,7 @@ class TYTimelineView : public QWidget {
  protected:
   bool event(QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
@@ -148,6 +149,7 @@ class TYTimelineView : public QWidget {
   TYTimelineScrollView* m_scrollView;
   int m_markerX = 0;  ///< where the editor marker was painted last
   bool m_rowsAreDue = false;
+  bool m_fitsWhenShown = true;  ///< until the zoom was chosen
   std::pair<int, int> m_buttonFlags;  ///< that were painted
 };
 
