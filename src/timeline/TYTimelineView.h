@@ -149,7 +149,7 @@ class TYTimelineView : public QWidget {
   TYTimelineScrollView* m_scrollView;
   int m_markerX = 0;  ///< where the editor marker was painted last
   bool m_rowsAreDue = false;
-  bool m_fitsWhenShown = true;  ///< until the zoom was chosen
+  bool m_fitsWhenShown = true;        ///< until the zoom was chosen
   std::pair<int, int> m_buttonFlags;  ///< that were painted
 };
 

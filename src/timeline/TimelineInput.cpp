@@ -223,6 +223,7 @@ void TimelineInput::move(Area area, const QMouseEvent& event) {
   m_last = pointerAt(area, event.position(), event.modifiers());
   m_last.screen = event.globalPosition();
   m_gesture->update(m_last);
+  m_view.host().showHint(m_hint);  // selecting may have brought up another one
   const QRect room = m_view.scrollView().clipView().rect();
   const QPointF inClip = m_last.rows - m_view.timelineGeometry().visibleOrigin();
   const bool isOutside =
@@ -324,6 +325,7 @@ void TimelineInput::hover(Area area, const QMouseEvent& event) {
   }
   m_view.scrollView().setCursor(shape);
   m_view.setMouseOver(overRow, overEye);
+  m_hint = hint;
   m_view.host().showHint(hint);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointF>
+#include <QString>
 #include <QTimer>
 #include <functional>
 #include <memory>
@@ -67,6 +68,7 @@ class TimelineInput {
   TimelinePointer m_last;
   Area m_area = Area::Rows;
   QTimer m_autoscroll;
+  QString m_hint;  ///< of what the pointer is over, or is being dragged
 };
 
 }  // namespace timeline
