@@ -151,7 +151,7 @@ void TYTimelineView::setZoom(double zoom) {
 }
 
 void TYTimelineView::zoomToFit() {
-  const double room = visibleSize().width() - TYTimelineGeometry::xOffset - revealMargin;
+  const double room = visibleSize().width() - TYTimelineGeometry::spaceBehindEnd;
   const double duration = std::max(m_scene->geometry.content().duration, 0.001);
   zoomKeeping(0, TYTimelineGeometry::xOffset,
               TYTimelineGeometry::zoomForUnitWidth(room / duration));

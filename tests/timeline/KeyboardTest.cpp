@@ -104,7 +104,8 @@ TEST_F(Keyboard, zoomsAroundThePointerAndFits) {
   EXPECT_EQ(view.timelineGeometry().visibleOrigin().x(), 0);
   const double end = view.timelineGeometry().xPositionAtTime(10, TYTimelineGeometry::Space::Ruler);
   EXPECT_LE(end, view.visibleSize().width());
-  EXPECT_GE(end, view.visibleSize().width() - 40);
+  EXPECT_GE(end, view.visibleSize().width() - 60);
+  EXPECT_LE(view.timelineGeometry().timeAxisSize().width(), view.visibleSize().width());
 }
 
 TEST_F(Keyboard, theWheelScrollsOverRowsAndTitles) {
