@@ -29,7 +29,7 @@
 #include "document/KeyFrameClipboard.h"
 #include "foundation/Log.h"
 #include "foundation/UserDefaults.h"
-#include "inspector/GeometryPane.h"
+#include "inspector/TYInspectorController.h"
 #include "library/TYLibraryController.h"
 #include "model/Composition.h"
 #include "timeline/TimelinePanel.h"
@@ -84,7 +84,7 @@ TYWindowController::~TYWindowController() {
 void TYWindowController::letGo() {
   m_subscriptions.clear();
   m_view->cleanUp();
-  m_geometry->setComposition(nullptr);
+  m_inspector->setComposition(nullptr);
   m_timeline->setComposition(nullptr);
   m_history->setContext(nullptr);
   m_alignment.setComposition(nullptr);
@@ -127,9 +127,9 @@ void TYWindowController::makePanels() {
   // The transport is its head.
   timelineDock->setTitleBarWidget(new QWidget);
 
-  m_geometry = new inspector::GeometryPane;
+  m_inspector = new inspector::TYInspectorController;
   QDockWidget* inspectorDock =
-      makeDock(QStringLiteral("inspector"), tr("Inspector"), m_geometry, Qt::RightDockWidgetArea);
+      makeDock(QStringLiteral("inspector"), tr("Inspector"), m_inspector, Qt::RightDockWidgetArea);
   m_history = new HistoryPanel;
   QDockWidget* historyDock =
       makeDock(QStringLiteral("history"), tr("History"), m_history, Qt::RightDockWidgetArea);
@@ -226,7 +226,7 @@ void TYWindowController::saveWindowState() {
 void TYWindowController::takeComposition() {
   model::Composition* composition = m_document.composition();
   m_view->setComposition(composition);
-  m_geometry->setComposition(composition);
+  m_inspector->setComposition(composition);
   m_timeline->setComposition(composition);
   m_history->setContext(&m_document.context());
   m_alignment.setComposition(composition);

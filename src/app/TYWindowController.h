@@ -14,7 +14,7 @@ class CompositionView;
 class TYZoomScrollView;
 }  // namespace canvas
 namespace inspector {
-class GeometryPane;
+class TYInspectorController;
 }
 namespace library {
 class TYLibraryController;
@@ -101,7 +101,7 @@ class TYWindowController : public QMainWindow,
   std::unique_ptr<DocumentSaving> m_saving;
   canvas::CompositionView* m_view;
   canvas::TYZoomScrollView* m_scrollView;
-  inspector::GeometryPane* m_geometry;
+  inspector::TYInspectorController* m_inspector;
   library::TYLibraryController* m_library;
   timeline::TimelinePanel* m_timeline;
   HistoryPanel* m_history;

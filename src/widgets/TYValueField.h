@@ -36,6 +36,8 @@ class TYValueField : public QLineEdit {
   /// Stands behind the figures.
   void setUnit(const QString& unit);
   [[nodiscard]] QString unit() const { return m_unit; }
+  /// Text that is being typed goes; the value shows again.
+  void discardEntry() { showValue(); }
   [[nodiscard]] bool isInvalid() const { return !m_complaint.isEmpty(); }
   /// What is wrong with the text, for the person who typed it; empty when nothing is.
   [[nodiscard]] const QString& complaint() const { return m_complaint; }

@@ -1,0 +1,36 @@
+#include "inspector/FileChooser.h"
+
+#include <QFileDialog>
+#include <QImageReader>
+#include <QPointer>
+
+#include "inspector/ValueTransformers.h"
+
+namespace inspector {
+
+QString FileChooser::filter(Kind kind) {
+  const QString all = tr("All files (*)");
+  if (kind == AnyFile) return all;
+  if (kind == Movies)
+    return tr("Movies (*.mov *.mp4 *.m4v *.mxf *.avi *.mkv *.webm)") + QStringLiteral(";;") + all;
+  QStringList patterns;
+  for (const QByteArray& format : QImageReader::supportedImageFormats())
+    patterns.append(QStringLiteral("*.") + QString::fromLatin1(format));
+  return tr("Pictures (%1)").arg(patterns.join(u' ')) + QStringLiteral(";;") + all;
+}
+
+void FileChooser::open(QWidget& beside, const QString& title, Kind kind, const QString& presentPath,
+                       const std::function<void(const QString& path)>& chosen) {
+  auto* dialog =
+      new QFileDialog(beside.window(), title, QFileInfo(presentPath).path(), filter(kind));
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->setFileMode(QFileDialog::ExistingFile);
+  if (!presentPath.isEmpty()) dialog->selectFile(presentPath);
+  QObject::connect(dialog, &QFileDialog::urlSelected, &beside, [chosen](const QUrl& location) {
+    const QString path = StringToURL::reverseTransformedValue(location);
+    if (!path.isEmpty()) chosen(path);
+  });
+  dialog->open();
+}
+
+}  // namespace inspector

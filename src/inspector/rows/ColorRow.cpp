@@ -1,0 +1,37 @@
+#include "inspector/rows/ColorRow.h"
+
+#include "inspector/InspectorContext.h"
+#include "widgets/TYColorWell.h"
+
+namespace inspector {
+
+using foundation::Color;
+using widgets::TYColorWell;
+
+ColorRow::ColorRow(InspectorContext& context, const QString& label)
+    : InspectorRow(context, label), m_well(new TYColorWell) {
+  m_well->setColor(Qt::black);
+  addControl(m_well, 0);
+  addStretch();
+  connect(m_well, &TYColorWell::editBegan, this, [this] {
+    if (isBound()) this->context().begin(binding().stepName);
+  });
+  connect(m_well, &TYColorWell::colorEdited, this, [this](const QColor& color) {
+    if (isBound()) binding().setAll(Color::fromQColor(color));
+  });
+  connect(m_well, &TYColorWell::editCommitted, this, [this] { this->context().commit(); });
+  connect(m_well, &TYColorWell::editCancelled, this, [this] { this->context().cancel(); });
+}
+
+void ColorRow::showValues() {
+  const model::AttributeValue value = binding().value();
+  const auto* color = value.as<Color>();
+  m_well->setColor(color ? color->toQColor() : QColor(Qt::black));
+  m_well->setMixed(binding().isMixed());
+}
+
+void ColorRow::nameControls(const QString& name) {
+  m_well->setAccessibleName(name);
+}
+
+}  // namespace inspector

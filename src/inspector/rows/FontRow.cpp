@@ -1,0 +1,86 @@
+#include "inspector/rows/FontRow.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "inspector/FontPanel.h"
+#include "inspector/FontValues.h"
+#include "inspector/InspectorContext.h"
+#include "runtime/text/FontResolver.h"
+
+namespace inspector {
+
+using model::FontValue;
+
+FontRow::FontRow(InspectorContext& context, const QString& label)
+    : InspectorRow(context, label), m_field(new QLineEdit) {
+  connect(m_field, &QLineEdit::editingFinished, this, [this] {
+    if (m_field->isModified()) takeText();
+  });
+  auto* button = new QPushButton(tr("Choose..."));
+  connect(button, &QPushButton::clicked, this, &FontRow::showFontPanel);
+  addControl(m_field, 1);
+  addControl(button, 0);
+}
+
+void FontRow::showFontPanel() {
+  if (!isBound()) return;
+  FontPanel::of(*this).open(*this, fontOf(binding().value()),
+                            [this](const FontValue& font) { changeFont(font); });
+}
+
+void FontRow::changeFont(const FontValue& font) {
+  if (!isBound()) return;
+  context().change(binding().stepName, [&] {
+    for (qsizetype i = 0; i < binding().count; ++i)
+      binding().set(i, withFont(binding().get(i), font));
+  });
+  showValues();
+}
+
+void FontRow::takeText() {
+  m_field->setModified(false);
+  if (!isBound()) return;
+  FontValue font = fontOf(binding().value());
+  const QString text = m_field->text().trimmed();
+  const qsizetype comma = text.lastIndexOf(u',');
+  bool hasSize = false;
+  const double size = QLocale().toDouble(text.mid(comma + 1).trimmed(), &hasSize);
+  const QString name = comma >= 0 && hasSize ? text.left(comma).trimmed() : text;
+  if (comma >= 0 && hasSize && size > 0) font.size = size;
+  if (!runtime::FontResolver::contains(name)) {
+    showValues();
+    setComplaint(tr("No font “%1” is installed. The font was kept.").arg(name));
+    return;
+  }
+  font.name = name;
+  changeFont(font);
+}
+
+void FontRow::showValues() {
+  const FontValue font = fontOf(binding().value());
+  const bool mixed = binding().isMixed();
+  if (!m_field->isModified()) {
+    m_field->setText(mixed ? QString() : fontText(font));
+    m_field->setCursorPosition(0);
+    m_field->setToolTip(m_field->text());
+  }
+  m_field->setPlaceholderText(mixed ? QStringLiteral("—") : QString());
+  if (font.name.isEmpty() || runtime::FontResolver::contains(font.name))
+    setComplaint({});
+  else
+    setComplaint(tr("“%1” is not installed.").arg(font.name), tr("Replace…"),
+                 [this] { showFontPanel(); });
+}
+
+void FontRow::nameControls(const QString& name) {
+  m_field->setAccessibleName(name);
+  if (auto* button = findChild<QPushButton*>())
+    button->setAccessibleName(tr("Choose %1").arg(name));
+}
+
+void FontRow::dropEntries() {
+  m_field->setModified(false);
+}
+
+}  // namespace inspector
