@@ -20,10 +20,7 @@ constexpr double tolerance = 1e-6;
 }  // namespace
 
 foundation::TimecodeRate TYTimelineGeometry::rateOf(const model::Composition& composition) {
-  using foundation::TimecodeRate;
-  const int nominal = static_cast<int>(std::max<quint64>(composition.ticksPerSecond(), 1));
-  const bool isWhole = composition.videoResolution().framesPerSecond() == nominal;
-  return isWhole ? TimecodeRate::whole(nominal) : TimecodeRate::slowed(nominal);
+  return composition.videoResolution().timecodeRate();
 }
 
 double TYTimelineGeometry::zoomForUnitWidth(double width) {

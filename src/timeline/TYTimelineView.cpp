@@ -1,8 +1,7 @@
 #include "timeline/TYTimelineView.h"
 
-#include <QContextMenuEvent>
+#include <QAccessible>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QPainter>
 #include <cmath>
 
@@ -19,7 +18,6 @@
 #include "timeline/TimelineKeyboard.h"
 #include "timeline/TimelineMenu.h"
 #include "timeline/TimelineObserver.h"
-#include "timeline/TimelinePicker.h"
 #include "timeline/TitlePainter.h"
 #include "widgets/TYStyleKit.h"
 
@@ -270,6 +268,8 @@ void TYTimelineView::rowsChanged() {
   m_scene->currentRow = std::min(m_scene->currentRow, m_scene->rows.count() - 1);
   m_scene->componentMouseOverRow = -1;
   updateSize();
+  QAccessibleEvent event(this, QAccessible::ObjectReorder);
+  QAccessible::updateAccessibility(&event);
 }
 
 void TYTimelineView::attributeChanged(const model::Attribute& attribute) {
@@ -377,8 +377,8 @@ bool TYTimelineView::isOnAttributeButtons(int row, const QPointF& point) const {
 bool TYTimelineView::event(QEvent* event) {
   if (event->type() == QEvent::ShortcutOverride) {
     const auto& key = static_cast<QKeyEvent&>(*event);
-    const bool cancels = m_input->isInGesture() && key.key() == Qt::Key_Escape;
-    if (cancels || (m_composition && m_keyboard->claims(key))) {
+    // No command changes anything while it is being dragged.
+    if (m_input->isInGesture() || (m_composition && m_keyboard->claims(key))) {
       event->accept();
       return true;
     }
@@ -434,63 +434,8 @@ void TYTimelineView::changeEvent(QEvent* event) {
   if (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange) updateAll();
 }
 
-TimelineTarget TYTimelineView::targetAt(const QPoint& point) const {
-  TimelineTarget target;
-  const double left = m_scene->componentsWidth;
-  const QPointF inClip(point.x() - left, point.y() - TYTimelineGeometry::rulerThickness);
-  const TimelinePicker picker(*m_scene);
-  if (inClip.x() >= 0)
-    target.time = std::max(0.0, m_scene->geometry.timeFromPosition(inClip.x() + 0.5, Space::Ruler));
-  if (inClip.y() < 0) {
-    if (inClip.x() >= 0) target.stopFrame = picker.stopFrameAt({inClip.x(), double(point.y())});
-    if (target.stopFrame) target.time = target.stopFrame->timepoint();
-    return target;
-  }
-  const TimelineHit hit = picker.hitAt(inClip + m_scene->geometry.visibleOrigin());
-  target.component = hit.row.component;
-  target.attribute = hit.row.attribute;
-  if (hit.kind == TimelineHit::Kind::KeyFrame && inClip.x() >= 0) {
-    target.isKeyFrame = true;
-    target.time = hit.keyFrame.time;
-  }
-  return target;
-}
-
-TimelineTarget TYTimelineView::currentTarget() const {
-  TimelineTarget target;
-  target.time = m_scene->currentTime.value_or(m_composition->editorTimepoint());
-  if (m_scene->currentRow < 0) {
-    target.stopFrame = m_keyboard->currentStopFrame();
-    return target;
-  }
-  const TimelineRow row = m_scene->rows.at(m_scene->currentRow);
-  target.component = row.component;
-  target.attribute = row.attribute;
-  target.isKeyFrame = row.attribute && m_scene->currentTime;
-  return target;
-}
-
 void TYTimelineView::contextMenuEvent(QContextMenuEvent* event) {
-  if (!m_composition) return;
-  const bool byKeyboard = event->reason() == QContextMenuEvent::Keyboard;
-  const TimelineTarget target = byKeyboard ? currentTarget() : targetAt(event->pos());
-  if (target.component && !target.component->selected()) {
-    m_composition->clearSelection();
-    target.component->setSelected(true);
-  }
-  if (target.isKeyFrame && !target.attribute->isTimePointSelected(target.time)) {
-    m_composition->deselectAllKeyFrames();
-    KeyFrameSelection::add({target.attribute, target.time});
-  }
-  auto* menu = new QMenu(this);
-  menu->setAttribute(Qt::WA_DeleteOnClose);
-  TimelineMenu::fill(*menu, *this, target);
-  m_host->fillContextMenu(*menu, target);
-  const double top = m_scene->currentRow * Measures::componentHeight -
-                     m_scene->geometry.visibleOrigin().y() + TYTimelineGeometry::rulerThickness;
-  menu->popup(byKeyboard ? mapToGlobal(QPoint(int(Measures::componentIndent1),
-                                              qBound(0, int(top), height())))
-                         : event->globalPos());
+  if (m_composition) TimelineMenu::popUp(*this, *event);
 }
 
 }  // namespace timeline

@@ -102,8 +102,6 @@ class TYTimelineView : public QWidget {
 
   /// A key as if it was pressed here. True when it did something.
   bool press(const QKeyEvent& event);
-  /// What lies at a point of this widget.
-  [[nodiscard]] TimelineTarget targetAt(const QPoint& point) const;
 
   // Drawing, for the widgets inside; pixels of the widget
   void drawClipInView(QPainter& painter, const QRectF& rect);
@@ -134,7 +132,6 @@ class TYTimelineView : public QWidget {
   void zoomKeeping(double time, double x, double zoom);
   void setNeedsRows();
   void updateButtons();
-  [[nodiscard]] TimelineTarget currentTarget() const;
   [[nodiscard]] std::pair<int, int> visibleRows() const;
 
   model::Composition* m_composition = nullptr;

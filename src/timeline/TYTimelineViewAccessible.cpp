@@ -11,6 +11,9 @@ using Kind = TimelineItem::Kind;
 
 namespace {
 
+/// Key frames that move are others from then on; those of before are looked through at this number.
+constexpr qsizetype mostChildren = 2000;
+
 QAccessibleInterface* makeInterface(const QString&, QObject* object) {
   auto* view = qobject_cast<TYTimelineView*>(object);
   return view ? new TYTimelineViewAccessible(view) : nullptr;
@@ -42,9 +45,19 @@ TYTimelineView* TYTimelineViewAccessible::view() const {
 QAccessibleInterface* TYTimelineViewAccessible::interfaceOf(const TimelineItem& item) const {
   const auto known = m_children.constFind(item);
   if (known != m_children.constEnd()) return QAccessible::accessibleInterface(*known);
+  if (m_children.size() >= mostChildren) forgetGone();
   auto* made = new TimelineItemAccessible(view(), item);
   m_children.insert(item, QAccessible::registerAccessibleInterface(made));
   return made;
+}
+
+void TYTimelineViewAccessible::forgetGone() const {
+  m_children.removeIf([](const auto& entry) {
+    const QAccessibleInterface* one = QAccessible::accessibleInterface(entry.value());
+    if (one && one->isValid()) return false;
+    QAccessible::deleteAccessibleInterface(entry.value());
+    return true;
+  });
 }
 
 int TYTimelineViewAccessible::stopFrameCount() const {

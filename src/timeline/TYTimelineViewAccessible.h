@@ -31,6 +31,7 @@ class TYTimelineViewAccessible : public QAccessibleWidget {
  private:
   [[nodiscard]] TYTimelineView* view() const;
   [[nodiscard]] int stopFrameCount() const;
+  void forgetGone() const;
 
   mutable QHash<TimelineItem, QAccessible::Id> m_children;
 };

@@ -1,5 +1,6 @@
 #include "timeline/TimelineMenu.h"
 
+#include <QContextMenuEvent>
 #include <QMenu>
 
 #include "model/Composition.h"
@@ -7,6 +8,8 @@
 #include "timeline/RowVisibility.h"
 #include "timeline/TYTimelineView.h"
 #include "timeline/TimelineEditors.h"
+#include "timeline/TimelinePicker.h"
+#include "timeline/TimelineScene.h"
 
 namespace timeline {
 
@@ -94,6 +97,66 @@ void TimelineMenu::addForTime(QMenu& menu, TYTimelineView& view, double time) {
                    composition.setDuration(time);
                  })
       ->setEnabled(time > 0);
+}
+
+TimelineTarget TimelineMenu::targetAt(const TimelineScene& scene, const QPoint& point) {
+  TimelineTarget target;
+  const QPointF inClip(point.x() - scene.componentsWidth,
+                       point.y() - TYTimelineGeometry::rulerThickness);
+  const TimelinePicker picker(scene);
+  if (inClip.x() >= 0)
+    target.time = std::max(
+        0.0, scene.geometry.timeFromPosition(inClip.x() + 0.5, TYTimelineGeometry::Space::Ruler));
+  if (inClip.y() < 0) {
+    if (inClip.x() >= 0) target.stopFrame = picker.stopFrameAt({inClip.x(), double(point.y())});
+    if (target.stopFrame) target.time = target.stopFrame->timepoint();
+    return target;
+  }
+  const TimelineHit hit = picker.hitAt(inClip + scene.geometry.visibleOrigin());
+  target.component = hit.row.component;
+  target.attribute = hit.row.attribute;
+  if (hit.kind == TimelineHit::Kind::KeyFrame && inClip.x() >= 0) {
+    target.isKeyFrame = true;
+    target.time = hit.keyFrame.time;
+  }
+  return target;
+}
+
+TimelineTarget TimelineMenu::currentTarget(const TimelineScene& scene) {
+  TimelineTarget target;
+  target.time = scene.currentTime.value_or(scene.composition->editorTimepoint());
+  if (scene.currentRow < 0) {
+    if (scene.currentTime) target.stopFrame = scene.composition->stopFrameAtTimepoint(target.time);
+    return target;
+  }
+  const TimelineRow row = scene.rows.at(scene.currentRow);
+  target.component = row.component;
+  target.attribute = row.attribute;
+  target.isKeyFrame = row.attribute && scene.currentTime;
+  return target;
+}
+
+void TimelineMenu::popUp(TYTimelineView& view, const QContextMenuEvent& event) {
+  const TimelineScene& scene = view.scene();
+  const bool byKeyboard = event.reason() == QContextMenuEvent::Keyboard;
+  const TimelineTarget target = byKeyboard ? currentTarget(scene) : targetAt(scene, event.pos());
+  if (target.component && !target.component->selected()) {
+    scene.composition->clearSelection();
+    target.component->setSelected(true);
+  }
+  if (target.isKeyFrame && !target.attribute->isTimePointSelected(target.time)) {
+    scene.composition->deselectAllKeyFrames();
+    KeyFrameSelection::add({target.attribute, target.time});
+  }
+  auto* menu = new QMenu(&view);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  fill(*menu, view, target);
+  view.host().fillContextMenu(*menu, target);
+  const double top = scene.currentRow * TimelineMeasures::componentHeight -
+                     scene.geometry.visibleOrigin().y() + TYTimelineGeometry::rulerThickness;
+  const QPoint beside(static_cast<int>(TimelineMeasures::componentIndent1),
+                      qBound(0, static_cast<int>(top), view.height()));
+  menu->popup(byKeyboard ? view.mapToGlobal(beside) : event.globalPos());
 }
 
 }  // namespace timeline

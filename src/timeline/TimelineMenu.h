@@ -4,17 +4,26 @@
 
 #include "timeline/TimelineHost.h"
 
+class QContextMenuEvent;
 class QMenu;
 
 namespace timeline {
 
 class TYTimelineView;
+struct TimelineScene;
 
 /// What can be done with what a context menu was asked for on.
 class TimelineMenu {
   Q_DECLARE_TR_FUNCTIONS(TimelineMenu)
 
  public:
+  /// What lies at a point of the view.
+  [[nodiscard]] static TimelineTarget targetAt(const TimelineScene& scene, const QPoint& point);
+  /// What the keyboard is on.
+  [[nodiscard]] static TimelineTarget currentTarget(const TimelineScene& scene);
+  /// Selects what is meant and opens its menu, with what the window adds to it.
+  static void popUp(TYTimelineView& view, const QContextMenuEvent& event);
+
   static void fill(QMenu& menu, TYTimelineView& view, const TimelineTarget& target);
 
  private:

@@ -1,10 +1,12 @@
 #include <QLineEdit>
+#include <QMenu>
 
 #include "TimelineFixture.h"
 #include "timeline/AttributeCurve.h"
 #include "timeline/InPlaceField.h"
 #include "timeline/KeyFramePanel.h"
 #include "timeline/TimelineEditors.h"
+#include "timeline/TimelineMenu.h"
 #include "timeline/TitlePainter.h"
 #include "widgets/TYNumberField.h"
 #include "widgets/TYTimecodeField.h"
@@ -169,6 +171,29 @@ TEST_F(Rows, curvesShowEditorAndPlayout) {
   EXPECT_NEAR(curve.inPlayout()[5].y(), 0.5, 1e-3);
   x->setValueForTimepoint(10.0, 2);
   EXPECT_TRUE(AttributeCurve(*x).isFlat());
+}
+
+TEST_F(Rows, contextMenusAreAboutWhatIsUnderThePointer) {
+  auto* bar = add(QStringLiteral("Bar"), 0, 10);
+  auto* opacity = key(*bar, "opacity", {1, 2});
+  model::StopFrame* stop = graphic->addStopFrame(3);
+  settle();
+  const auto& scene = view.scene();
+  const auto inView = [&](const QPointF& rows) {
+    return (rows + QPointF(scene.componentsWidth, TYTimelineGeometry::rulerThickness)).toPoint();
+  };
+  const auto onKeyFrame = TimelineMenu::targetAt(scene, inView(at(*opacity, 2)));
+  EXPECT_TRUE(onKeyFrame.isKeyFrame);
+  EXPECT_EQ(onKeyFrame.attribute, opacity);
+  EXPECT_EQ(onKeyFrame.time, 2);
+  EXPECT_EQ(TimelineMenu::targetAt(scene, inView({903, -17})).stopFrame, stop);
+  EXPECT_EQ(TimelineMenu::targetAt(scene, inView(at(*bar, 2))).component, bar);
+  QMenu menu;
+  TimelineMenu::fill(menu, view, onKeyFrame);
+  for (QAction* action : menu.actions())
+    if (action->text() == QStringLiteral("Remove Key Frame")) action->trigger();
+  EXPECT_EQ(opacity->sortedKeyFrames(), (QList<double>{1}));
+  EXPECT_EQ(undoName(), QStringLiteral("Remove Key Frame"));
 }
 
 TEST_F(Rows, onlyThoseThatAreSeenAreKept) {
