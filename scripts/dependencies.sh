@@ -5,7 +5,7 @@ packages=(
   qt6-base-dev qt6-declarative-dev qt6-image-formats-plugins libgl1-mesa-dev
   libplist-dev libexpected-dev libfontconfig-dev zlib1g-dev libpng-dev
   libavformat-dev libavcodec-dev libswscale-dev libavutil-dev
-  libgtest-dev libgmock-dev libvalijson-dev
+  libgtest-dev libgmock-dev libvalijson-dev libxtst-dev xvfb xauth
   fonts-inter fonts-noto-core fonts-noto-color-emoji
 )
 

@@ -1,0 +1,243 @@
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolButton>
+#include <atomic>
+#include <functional>
+#include <thread>
+
+#include "Hand.h"
+#include "app/AppDelegate.h"
+#include "app/TYWindowController.h"
+#include "canvas/CanvasRuler.h"
+#include "canvas/CompositionView.h"
+#include "library/TYLibraryController.h"
+#include "model/Composition.h"
+#include "runtime/CompositionRenderer.h"
+#include "widgets/TYSegmentedControl.h"
+
+namespace desktop {
+
+namespace {
+
+using testing::SizeIs;
+
+constexpr int settleTime = 150;
+
+/// The editor on a real screen, used by a hand.
+class FirstMinutesTest : public testing::Test {
+ protected:
+  FirstMinutesTest() {
+    defaults.setValue(QVariantMap(), QStringLiteral("windowState"));
+    delegate = std::make_unique<app::AppDelegate>(defaults, document::RecoveryStore(path("state")));
+    delegate->start({});
+    useWindow();
+  }
+
+  void useWindow() {
+    window().setGeometry(0, 0, 1600, 960);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window()));
+    QTest::qWait(4 * settleTime);
+  }
+  [[nodiscard]] app::TYWindowController& window() const {
+    return *delegate->windowOf(*delegate->controller().documents().last());
+  }
+  [[nodiscard]] model::Composition& graphic() const { return *window().composition(); }
+  [[nodiscard]] canvas::CompositionView& view() const { return window().view(); }
+  [[nodiscard]] QString path(const char* name) const {
+    return folder.filePath(QString::fromLatin1(name));
+  }
+
+  /// The hand works while the program runs.
+  void perform(const std::function<void(Hand&)>& work) {
+    std::atomic<bool> done = false;
+    std::thread thread([&] {
+      work(hand);
+      done = true;
+    });
+    while (!done) QTest::qWait(5);
+    thread.join();
+    QTest::qWait(settleTime);
+  }
+  void key(const char* combination, int times = 1) {
+    perform([&](Hand& h) {
+      for (int i = 0; i < times; ++i) h.key(combination);
+    });
+  }
+  void click(const QPoint& point) {
+    perform([&](Hand& h) { h.click(point.x(), point.y()); });
+  }
+  void drag(const QPoint& from, const QPoint& to) {
+    perform([&](Hand& h) { h.drag(from.x(), from.y(), to.x(), to.y()); });
+  }
+
+  // Where things are on the screen
+  [[nodiscard]] static QPoint middleOf(const QWidget& widget) {
+    return widget.mapToGlobal(widget.rect().center());
+  }
+  [[nodiscard]] QPoint pixel(const QPointF& ofPicture) const {
+    return view().mapToGlobal(view().geometryOfPicture().viewPoint(ofPicture)).toPoint();
+  }
+  [[nodiscard]] QPoint libraryFile(const QString& name) const {
+    const QAbstractItemView& files = window().findChild<library::TYLibraryController*>()->files();
+    for (int row = 0; row < files.model()->rowCount(); ++row) {
+      const QModelIndex index = files.model()->index(row, 0);
+      if (index.data().toString() == name)
+        return files.viewport()->mapToGlobal(files.visualRect(index).center());
+    }
+    ADD_FAILURE() << "the library has no " << name.toStdString();
+    return {};
+  }
+  [[nodiscard]] QPoint tool(const QString& name) const {
+    for (const QToolButton* button : window().findChildren<QToolButton*>())
+      if (button->accessibleName() == name) return middleOf(*button);
+    ADD_FAILURE() << "there is no tool " << name.toStdString();
+    return {};
+  }
+  void choose(const QMenu& menu, const QString& text) {
+    for (QAction* action : menu.actions())
+      if (action->text().remove(u'&').startsWith(text))
+        return click(menu.mapToGlobal(menu.actionGeometry(action).center()));
+    ADD_FAILURE() << "the menu has no " << text.toStdString();
+  }
+  void openMenu(const QString& title) {
+    const auto* bar = window().findChild<QMenuBar*>();
+    for (QAction* action : bar->actions())
+      if (action->text().remove(u'&') == title)
+        click(bar->mapToGlobal(bar->actionGeometry(action).center()));
+  }
+  [[nodiscard]] static QMenu& openedMenu() {
+    return *qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  }
+  /// Types into the file dialog that is open.
+  void giveFile(const QString& file) {
+    QTest::qWait(3 * settleTime);
+    perform([&](Hand& h) {
+      h.key("ctrl+a");
+      h.type(file.toStdString());
+      h.key("Return");
+    });
+    QTest::qWait(3 * settleTime);
+  }
+
+  QTemporaryDir folder{QDir::tempPath() + QStringLiteral("/minutes")};
+  foundation::UserDefaults defaults{path("defaults.conf")};
+  std::unique_ptr<app::AppDelegate> delegate;
+  Hand hand;
+};
+
+}  // namespace
+
+TEST_F(FirstMinutesTest, AGraphicIsMadeSavedAndFoundAgain) {
+  EXPECT_EQ(window().windowTitle(), QStringLiteral("Untitled - 1080i25 RGBA[*]"));
+
+  // A component out of the library, to where the pointer is.
+  drag(libraryFile(QStringLiteral("Rectangle")), pixel({960, 700}));
+  ASSERT_THAT(graphic().componentArray(), SizeIs(1));
+  model::QuartzComponent& bar = *graphic().componentArray().first();
+  EXPECT_NEAR(bar.centerH(), 960, 4);
+  EXPECT_NEAR(bar.centerV(), 700, 4);
+
+  // A guide out of the ruler at the left; the component snaps to it.
+  const auto rulers = window().findChildren<canvas::CanvasRuler*>();
+  const auto upright = std::find_if(rulers.begin(), rulers.end(), [](const QWidget* ruler) {
+    return ruler->height() > ruler->width();
+  });
+  ASSERT_NE(upright, rulers.end());
+  drag(middleOf(**upright), pixel({300, 540}));
+  ASSERT_THAT(graphic().rulers().list(), SizeIs(1));
+  const double guide = graphic().rulers().list().first()->position();
+  EXPECT_NEAR(guide, 300, 3);
+  const QPointF grip(bar.centerH() + 40, bar.centerV() + 20);
+  drag(pixel(grip), pixel(grip + QPointF(guide - bar.originX() + 5, -200)));
+  EXPECT_EQ(bar.originX(), guide);
+  EXPECT_NEAR(bar.centerV(), 500, 6);
+
+  // The handle at the right, then the keys.
+  const double width = bar.width();
+  const QPointF handle(bar.originX() + bar.width() - 2, bar.centerV());
+  drag(pixel(handle), pixel(handle + QPointF(180, 0)));
+  EXPECT_NEAR(bar.width(), width + 180, 6);
+  const double x = bar.originX();
+  key("Right", 3);
+  EXPECT_NEAR(bar.originX(), x + 3, 0.01);
+
+  // A text by the toolbar; copies, aligned, reordered.
+  click(tool(QStringLiteral("Text")));
+  ASSERT_THAT(graphic().componentArray(), SizeIs(2));
+  key("ctrl+d", 2);
+  ASSERT_THAT(graphic().componentArray(), SizeIs(4));
+  key("ctrl+a");
+  const auto controls = window().findChildren<widgets::TYSegmentedControl*>();
+  const auto align = std::find_if(controls.begin(), controls.end(), [](const auto* control) {
+    return control->count() == 6 && control->segment(0)->toolTip().startsWith(u"Align Left");
+  });
+  ASSERT_NE(align, controls.end());
+  click(middleOf(*(*align)->segment(0)));
+  for (const model::QuartzComponent* component : graphic().componentArray())
+    EXPECT_EQ(component->originX(), graphic().componentArray().first()->originX());
+  click(pixel({bar.centerH() + 60, bar.originY() + 8}));
+  key("ctrl+shift+bracketleft");
+  EXPECT_EQ(graphic().componentsSortedByZLevel().first(), &bar);
+
+  // Everything back, and again.
+  key("ctrl+z", 12);
+  EXPECT_THAT(graphic().componentArray(), SizeIs(0));
+  key("ctrl+shift+z", 12);
+  EXPECT_THAT(graphic().componentArray(), SizeIs(4));
+
+  // Background and zoom.
+  openMenu(QStringLiteral("Edit"));
+  choose(openedMenu(), QStringLiteral("Background"));
+  const QImage red = [] {
+    QImage image(64, 36, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    return image;
+  }();
+  ASSERT_TRUE(red.save(path("red.png")));
+  choose(openedMenu(), QStringLiteral("Image"));
+  giveFile(path("red.png"));
+  EXPECT_EQ(graphic().backgroundMode(), model::BackgroundMode::Image);
+  const auto zoom = view().zoomFactor();
+  const QPoint middle = pixel({960, 540});
+  perform([&](Hand& h) {
+    h.move(middle.x(), middle.y());
+    h.hold("ctrl");
+    h.wheel(2);
+    h.letGo("ctrl");
+  });
+  EXPECT_GT(view().zoomFactor(), zoom);
+  openMenu(QStringLiteral("View"));
+  choose(openedMenu(), QStringLiteral("Fit"));
+  EXPECT_EQ(graphic().zoomMode(), 0);
+
+  // Saved, closed, found in the recent files, exported.
+  key("ctrl+s");
+  giveFile(path("strap"));
+  const QString package = path("strap.composition");
+  ASSERT_TRUE(QFileInfo::exists(package + QStringLiteral("/data.xml")));
+  EXPECT_FALSE(window().isWindowModified());
+  click(pixel({-40, 540}));  // without a window manager nobody gives the keyboard back
+  key("ctrl+n");
+  ASSERT_THAT(delegate->controller().documents(), SizeIs(2));
+  delegate->windowOf(*delegate->controller().documents().first())->close();
+  QTest::qWait(settleTime);
+  ASSERT_THAT(delegate->controller().documents(), SizeIs(1));
+  useWindow();
+  openMenu(QStringLiteral("File"));
+  choose(openedMenu(), QStringLiteral("Open Recent"));
+  choose(openedMenu(), package);
+  QTest::qWait(2 * settleTime);
+  EXPECT_THAT(graphic().componentArray(), SizeIs(4));
+  EXPECT_EQ(window().windowTitle(), QStringLiteral("strap - 1080i25 RGBA[*]"));
+  key("ctrl+e");
+  giveFile(path("strap.qtz"));
+  EXPECT_TRUE(runtime::CompositionRenderer::fromFile(path("strap.qtz"), {}));
+}
+
+}  // namespace desktop
