@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <QMenu>
+#include <QResizeEvent>
 
 #include "library/LibraryDelegate.h"
 #include "library/LibraryModel.h"
@@ -11,6 +12,8 @@ namespace library {
 namespace {
 
 constexpr int foldBelow = 300;
+constexpr int leastName = 150;  ///< with its thumbnail
+constexpr int standardWidth = 80;
 const QString columnsKey = QStringLiteral("libraryColumns");
 
 }  // namespace
@@ -43,7 +46,9 @@ void LibraryList::setModel(QAbstractItemModel* model) {
   connect(header(), &QHeaderView::sortIndicatorChanged, this, save);
   connect(header(), &QHeaderView::sectionResized, this, [this](int column, int, int size) {
     // The name takes what the others leave; that is no choice of the user's.
-    if (column != LibraryModel::Name && size > 0) saveColumns();
+    if (column == LibraryModel::Name || size <= 0) return;
+    m_widths.insert(column, size);
+    saveColumns();
   });
 }
 
@@ -70,6 +75,8 @@ void LibraryList::restoreColumns() {
       if (shown.contains(LibraryModel::columnIdentifier(static_cast<LibraryModel::Column>(column))))
         m_shownColumns.append(column);
   }
+  for (int column = 1; column < LibraryModel::ColumnCount; ++column)
+    if (const int size = header()->sectionSize(column); size > 0) m_widths.insert(column, size);
   fold(m_delegate->isFolded());
 }
 
@@ -104,13 +111,31 @@ void LibraryList::showColumnMenu(const QPoint& position) {
 
 void LibraryList::resizeEvent(QResizeEvent* event) {
   QTreeView::resizeEvent(event);
-  if (model() && m_delegate->isFolded() != (width() < foldBelow)) fold(width() < foldBelow);
+  if (model() && event->oldSize().width() != width()) fold(width() < foldBelow);
+}
+
+QList<int> LibraryList::fittingColumns() const {
+  // What tells least goes first where there is no room for all.
+  static constexpr int byWorth[] = {LibraryModel::Resolution,  LibraryModel::Kind,
+                                    LibraryModel::SizeOfFile,  LibraryModel::DateModified,
+                                    LibraryModel::Tags,        LibraryModel::LastOpened,
+                                    LibraryModel::DateCreated, LibraryModel::DateAdded};
+  QList<int> fitting;
+  int left = viewport()->width() - leastName;
+  for (const int column : byWorth) {
+    if (!m_shownColumns.contains(column)) continue;
+    left -= m_widths.value(column, standardWidth);
+    if (left < 0) break;
+    fitting.append(column);
+  }
+  return fitting;
 }
 
 void LibraryList::fold(bool folded) {
   m_delegate->setFolded(folded);
+  const QList<int> shown = folded ? QList<int>() : fittingColumns();
   for (int column = 1; column < LibraryModel::ColumnCount; ++column)
-    setColumnHidden(column, folded || !m_shownColumns.contains(column));
+    setColumnHidden(column, !shown.contains(column));
   header()->setHidden(folded);
   doItemsLayout();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QTreeView>
 
 #include "foundation/UserDefaults.h"
@@ -25,11 +26,14 @@ class LibraryList : public QTreeView {
   void restoreColumns();
   void saveColumns();
   void showColumnMenu(const QPoint& position);
+  /// Of the user's choice, as many as leave the name its room.
+  [[nodiscard]] QList<int> fittingColumns() const;
   void fold(bool folded);
 
   foundation::UserDefaults& m_defaults;
   LibraryDelegate* m_delegate;
-  QList<int> m_shownColumns;
+  QList<int> m_shownColumns;  ///< the user's choice
+  QHash<int, int> m_widths;   ///< pixels, also of columns that have no room now
 };
 
 }  // namespace library

@@ -43,11 +43,6 @@ class Studio {
     m_delegate->openDocuments({document});
     return prepare();
   }
-  app::TYWindowController& openEmpty() {
-    m_delegate->start({});
-    return prepare();
-  }
-  app::AppDelegate& delegate() { return *m_delegate; }
 
   void save(QWidget& widget, const char* name) const {
     QTest::qWait(patience);
@@ -65,7 +60,7 @@ class Studio {
     window.resize(windowSize);
     window.resizeDocks({window.findChild<QDockWidget*>(QStringLiteral("timeline"))}, {280},
                        Qt::Vertical);
-    window.resizeDocks({window.findChild<QDockWidget*>(QStringLiteral("library"))}, {400},
+    window.resizeDocks({window.findChild<QDockWidget*>(QStringLiteral("library"))}, {452},
                        Qt::Horizontal);
     return window;
   }
@@ -92,13 +87,29 @@ void showEditor(app::TYWindowController& window, const QImage& background) {
   composition.setShowsRulers(true);
   composition.setShowsSafeZones(true);
   composition.setEditorTimepoint(0.8);
-  if (model::QuartzComponent* headline = componentNamed(composition, QStringLiteral("Name 1"))) {
-    headline->setSelected(true);
-    auto* timeline = window.findChild<timeline::TYTimelineView*>();
-    timeline->setExpanded(*headline, true, timeline::TYTimelineView::Expanded::One);
-    QTest::qWait(patience);  // until the window has its size
-    timeline->zoomToFit();
+  if (auto* name = componentNamed(composition, QStringLiteral("Name 1"))) name->setSelected(true);
+  QTest::qWait(patience);  // until the window has its size
+  window.findChild<timeline::TYTimelineView*>()->zoomToFit();
+}
+
+/// Key frames, and stop frames above them.
+void showKeyFrames(app::TYWindowController& window) {
+  model::QuartzComponent* richest = nullptr;
+  qsizetype most = 0;
+  for (model::QuartzComponent* component : window.composition()->components()) {
+    qsizetype keyFrames = 0;
+    for (const model::Attribute* attribute : component->attributes())
+      if (attribute->animateable()) keyFrames += attribute->sortedKeyFrames().size();
+    if (keyFrames > most) richest = component;
+    most = std::max(most, keyFrames);
   }
+  if (!richest) return;
+  for (auto* other : window.composition()->selectedComponents()) other->setSelected(false);
+  richest->setSelected(true);
+  auto* timeline = window.findChild<timeline::TYTimelineView*>();
+  timeline->setExpanded(*richest, true, timeline::TYTimelineView::Expanded::One);
+  window.resizeDocks({window.findChild<QDockWidget*>(QStringLiteral("timeline"))}, {480},
+                     Qt::Vertical);
 }
 
 /// Something that does not come out as meant, for the list of findings.
@@ -124,28 +135,26 @@ int main(int argc, char** argv) {
   const QDir examples(QString::fromLocal8Bit(argv[1]));
   Studio studio(QString::fromLocal8Bit(argv[3]));
 
-  app::TYWindowController& empty = studio.openEmpty();
-  studio.save(empty, "empty.jpg");
-
   app::TYWindowController& editor =
       studio.open(examples.filePath(QStringLiteral("lower-third.composition")));
   showEditor(editor, QImage(QString::fromLocal8Bit(argv[2])));
   studio.save(editor, "editor.jpg");
-  studio.save(*editor.findChild<QDockWidget*>(QStringLiteral("timeline")), "timeline.png");
-  studio.save(*editor.findChild<QDockWidget*>(QStringLiteral("library")), "library.png");
+  studio.save(*editor.findChild<QDockWidget*>(QStringLiteral("library")), "library.jpg");
+  showKeyFrames(editor);
+  studio.save(*editor.findChild<QDockWidget*>(QStringLiteral("timeline")), "timeline.jpg");
 
   spoil(*editor.composition());
   QTest::qWait(patience);
   if (auto* button = editor.findChild<QToolButton*>(QStringLiteral("findings")))
     QTest::mouseClick(button, Qt::LeftButton);
   if (auto* panel = editor.findChild<app::FindingsPanel*>()) {
-    studio.save(*panel, "findings.png");
+    studio.save(*panel, "findings.jpg");
     panel->close();
   }
 
   editor.actions().action(QStringLiteral("preferences"))->trigger();
   for (QWidget* window : QApplication::topLevelWidgets())
     if (auto* preferences = qobject_cast<app::TYPreferencesController*>(window))
-      studio.save(*preferences, "preferences.png");
+      studio.save(*preferences, "preferences.jpg");
   return 0;
 }
