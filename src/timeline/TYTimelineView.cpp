@@ -405,7 +405,10 @@ bool TYTimelineView::press(const QKeyEvent& event) {
     m_input->updateModifiers(event.modifiers());
     return true;
   }
-  return m_keyboard->press(event);
+  if (!m_keyboard->press(event)) return false;
+  m_scene->hasFocus = true;  // whoever clicked before uses the keyboard now
+  updateAll();
+  return true;
 }
 
 void TYTimelineView::keyPressEvent(QKeyEvent* event) {

@@ -146,6 +146,7 @@ void TimelineInput::updateModifiers(Qt::KeyboardModifiers modifiers) {
 
 void TimelineInput::press(Area area, const QMouseEvent& event) {
   m_view.setFocus(Qt::MouseFocusReason);
+  m_view.scene().hasFocus = false;
   if (event.button() != Qt::LeftButton) return;
   cancelGesture();
   m_area = area;

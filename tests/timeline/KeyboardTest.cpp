@@ -34,6 +34,16 @@ TEST_F(Keyboard, walksRowsAndKeyFrames) {
   view.editors().close();
 }
 
+TEST_F(Keyboard, itsPlaceIsSeenOnlyWhileItIsUsed) {
+  add(QStringLiteral("Bar"), 0, 10);
+  click(Where::Rows, inRow(0, 1));
+  EXPECT_FALSE(view.scene().hasFocus);
+  keyPress(Qt::Key_Down);
+  EXPECT_TRUE(view.scene().hasFocus);
+  click(Where::Rows, inRow(0, 1));
+  EXPECT_FALSE(view.scene().hasFocus);
+}
+
 TEST_F(Keyboard, movesBarsAndStopFrames) {
   auto* bar = add(QStringLiteral("Bar"), 1, 3);
   graphic->addStopFrame(2);
