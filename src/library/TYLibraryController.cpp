@@ -141,11 +141,10 @@ void TYLibraryController::choosePlace(int index) {
 }
 
 void TYLibraryController::refresh() {
-  const QList<Place> before = m_places->places();
+  const Place shown = m_places->places().value(m_places->currentRow());
   m_places->setPlaces(allPlaces());
-  const int row = m_places->currentRow();
-  if (row >= 0 && before.value(row) != m_places->places().at(row))
-    setFolder(m_places->places().at(row).folder);
+  const Place now = m_places->places().value(m_places->currentRow());
+  if (now != shown) setFolder(now.folder);
 }
 
 void TYLibraryController::setFolder(const QString& folder) {

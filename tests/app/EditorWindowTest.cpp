@@ -5,14 +5,12 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
 
-#include "app/AppDelegate.h"
+#include "RunningEditor.h"
 #include "app/CanvasMenu.h"
 #include "app/DocumentSaving.h"
-#include "app/TYWindowController.h"
 #include "canvas/CompositionView.h"
 #include "model/Composition.h"
 #include "widgets/TYAlert.h"
@@ -26,31 +24,10 @@ using document::CompositionDocument;
 using testing::SizeIs;
 
 /// The editor with an empty document, and hands that work on its window.
-class EditorWindowTest : public testing::Test {
+class EditorWindowTest : public RunningEditor {
  protected:
-  EditorWindowTest() {
-    delegate = std::make_unique<AppDelegate>(
-        defaults, document::RecoveryStore(folder.filePath(QStringLiteral("state"))));
-    delegate->start({});
-    settle();
-  }
-  ~EditorWindowTest() override { QApplication::clipboard()->clear(); }
+  EditorWindowTest() { start(); }
 
-  static void settle() {
-    for (int i = 0; i < 5; ++i) QApplication::processEvents();
-  }
-  [[nodiscard]] TYWindowController& window() const {
-    return *delegate->windowOf(*delegate->controller().documents().last());
-  }
-  [[nodiscard]] model::Composition& composition() const { return *window().composition(); }
-  void trigger(const char* identifier) {
-    settle();
-    QAction* action = window().actions().action(QString::fromLatin1(identifier));
-    ASSERT_TRUE(action) << identifier;
-    ASSERT_TRUE(action->isEnabled()) << identifier;
-    action->trigger();
-    settle();
-  }
   [[nodiscard]] bool isEnabled(const char* identifier) const {
     settle();
     return window().actions().action(QString::fromLatin1(identifier))->isEnabled();
@@ -84,13 +61,6 @@ class EditorWindowTest : public testing::Test {
     send(QEvent::MouseButtonRelease, to, Qt::LeftButton);
     settle();
   }
-  [[nodiscard]] QString path(const char* name) const {
-    return folder.filePath(QString::fromLatin1(name));
-  }
-
-  QTemporaryDir folder;
-  foundation::UserDefaults defaults{folder.filePath(QStringLiteral("defaults.conf"))};
-  std::unique_ptr<AppDelegate> delegate;
 };
 
 }  // namespace

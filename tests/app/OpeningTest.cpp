@@ -4,11 +4,9 @@
 #include <QImage>
 #include <QLabel>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 
-#include "app/AppDelegate.h"
+#include "RunningEditor.h"
 #include "app/EditorOptions.h"
-#include "app/TYWindowController.h"
 #include "model/Composition.h"
 #include "widgets/TYAlert.h"
 
@@ -20,18 +18,8 @@ using testing::HasSubstr;
 using testing::SizeIs;
 
 /// An editor that is started with files.
-class OpeningTest : public testing::Test {
+class OpeningTest : public RunningEditor {
  protected:
-  void start(const QStringList& paths) {
-    delegate.reset();
-    delegate = std::make_unique<AppDelegate>(
-        defaults, document::RecoveryStore(folder.filePath(QStringLiteral("state"))));
-    delegate->start(paths);
-    for (int i = 0; i < 5; ++i) QApplication::processEvents();
-  }
-  [[nodiscard]] TYWindowController& window() const {
-    return *delegate->windowOf(*delegate->controller().documents().last());
-  }
   /// All texts of the alert in the window.
   [[nodiscard]] std::string alert() const {
     QStringList texts;
@@ -39,18 +27,11 @@ class OpeningTest : public testing::Test {
       for (const auto* label : sheet->findChildren<QLabel*>()) texts.append(label->text());
     return texts.join(u'\n').toStdString();
   }
-  [[nodiscard]] QString path(const char* name) const {
-    return folder.filePath(QString::fromUtf8(name));
-  }
   void write(const char* name, const QByteArray& bytes) const {
     QFile file(path(name));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(bytes);
   }
-
-  QTemporaryDir folder;
-  foundation::UserDefaults defaults{folder.filePath(QStringLiteral("defaults.conf"))};
-  std::unique_ptr<AppDelegate> delegate;
 };
 
 TEST_F(OpeningTest, WhatCannotBeOpenedIsToldAndAnEmptyDocumentIsThere) {

@@ -5,11 +5,9 @@
 #include <QClipboard>
 #include <QDockWidget>
 #include <QMimeData>
-#include <QTemporaryDir>
 #include <QTest>
 
-#include "app/AppDelegate.h"
-#include "app/TYWindowController.h"
+#include "RunningEditor.h"
 #include "canvas/CompositionView.h"
 #include "document/KeyFrameClipboard.h"
 #include "model/Composition.h"
@@ -34,27 +32,16 @@ using timeline::TYTimelineGeometry;
 
 /// The editor with one text, worked on through its timeline by mouse and keys. New documents have
 /// 25 frames a second and last five seconds.
-class TimelineWindowTest : public testing::Test {
+class TimelineWindowTest : public RunningEditor {
  protected:
   TimelineWindowTest() {
-    delegate = std::make_unique<AppDelegate>(
-        defaults, document::RecoveryStore(folder.filePath(QStringLiteral("state"))));
-    delegate->start({});
-    settle();
+    start();
     window().addStandardComponent(QStringLiteral("TextComponent"));
-    const QUrl package = QUrl::fromLocalFile(folder.filePath(QStringLiteral("a.composition")));
+    const QUrl package = QUrl::fromLocalFile(path("a.composition"));
     EXPECT_TRUE(window().document().saveToURL(package, document::SaveOperation::SaveAs));
     settle();
   }
-  ~TimelineWindowTest() override { QApplication::clipboard()->clear(); }
 
-  static void settle() {
-    for (int i = 0; i < 5; ++i) QApplication::processEvents();
-  }
-  [[nodiscard]] TYWindowController& window() const {
-    return *delegate->windowOf(*delegate->controller().documents().last());
-  }
-  [[nodiscard]] model::Composition& composition() const { return *window().composition(); }
   [[nodiscard]] double time() const { return composition().editorTimepoint(); }
   [[nodiscard]] timeline::TimelinePanel& panel() const { return window().timelinePanel(); }
   [[nodiscard]] timeline::TYTimelineView& view() const { return panel().view(); }
@@ -113,13 +100,6 @@ class TimelineWindowTest : public testing::Test {
     QTest::mouseRelease(&widget, Qt::LeftButton, {}, to);
     settle();
   }
-  void trigger(const char* identifier) {
-    settle();
-    QAction* action = window().actions().action(QString::fromLatin1(identifier));
-    ASSERT_TRUE(action && action->isEnabled()) << identifier;
-    action->trigger();
-    settle();
-  }
   /// Opens the text's row and puts a key frame on its opacity by the buttons in the row.
   void addKeyFrameByButtons() {
     if (!component().expanded()) component().setExpanded(true);
@@ -127,10 +107,6 @@ class TimelineWindowTest : public testing::Test {
     const int right = titles().width() - 4 - 46;
     click(titles(), {right + 23, middleOfRow(opacity())});
   }
-
-  QTemporaryDir folder;
-  foundation::UserDefaults defaults{folder.filePath(QStringLiteral("defaults.conf"))};
-  std::unique_ptr<AppDelegate> delegate;
 };
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "model/CompositionFindings.h"
 #include "model/RichFontValue.h"
 #include "model/maintenance/RelativePath.h"
+#include "model/maintenance/Replacement.h"
 
 namespace model {
 
@@ -148,6 +149,41 @@ TEST(MaintenanceReports, SayWhatHappened) {
             QStringLiteral("The following resources were embedded in the composition "
                            "document:\n\n/a\n/c"));
   EXPECT_EQ(Maintenance::saveFirstForEmbedding().title, QStringLiteral("Save Document"));
+}
+
+TEST_F(MaintenanceTest, WhatIsMissingIsReplacedEverywhereInOneStep) {
+  QuartzComponent* first = withFile(QStringLiteral("First"), QStringLiteral("/gone/p.png"));
+  QuartzComponent* second = withFile(QStringLiteral("Second"), QStringLiteral("/gone/p.png"));
+  QuartzComponent* other = withFile(QStringLiteral("Other"), files.path(QStringLiteral("p.png")));
+  graphic->setBackgroundMovie(QStringLiteral("/gone/p.png"));
+  const QString found = files.path(QStringLiteral("other/p.png"));
+  EXPECT_EQ(Replacement(*graphic).replaceFile(QStringLiteral("/gone/p.png"), found), 3);
+  EXPECT_EQ(pathOf(*first), found);
+  EXPECT_EQ(pathOf(*second), found);
+  EXPECT_EQ(pathOf(*other), files.path(QStringLiteral("p.png")));
+  EXPECT_EQ(graphic->backgroundMovie(), found);
+  graphic.context->undo();
+  EXPECT_EQ(pathOf(*first), QStringLiteral("/gone/p.png"));
+  EXPECT_EQ(graphic->backgroundMovie(), QStringLiteral("/gone/p.png"));
+
+  const QString path = files.writeComponent(
+      QStringLiteral("rich.qtz"),
+      {{QStringLiteral("Head_Rich_Font_Name"), string, QStringLiteral("Gone Sans"), {}},
+       {QStringLiteral("Head_Rich_Font_Size"), QStringLiteral("QCNumberPort"), 40.0, {}}});
+  QuartzComponent* text = graphic->addComponenWithQuartzCompositionFile(path, {}, warnings);
+  const auto fontOf = [&] {
+    for (const Attribute* attribute : text->attributes()) {
+      const AttributeValue value = attribute->currentValue();
+      if (const auto* rich = value.as<std::shared_ptr<const RichFontValue>>())
+        return (*rich)->font();
+    }
+    return FontValue{};
+  };
+  ASSERT_EQ(fontOf().name, QStringLiteral("Gone Sans"));
+  EXPECT_EQ(
+      Replacement(*graphic).replaceFont(QStringLiteral("Gone Sans"), QStringLiteral("Inter Bold")),
+      1);
+  EXPECT_EQ(fontOf(), (FontValue{QStringLiteral("Inter Bold"), 40}));
 }
 
 TEST_F(MaintenanceTest, FindingsNameWhatWillSurprise) {
