@@ -3,9 +3,11 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QShortcut>
 #include <QTextBlock>
 #include <QTextBrowser>
+#include <QTextTable>
 #include <QVBoxLayout>
 
 #include "widgets/TYStyleKit.h"
@@ -16,21 +18,45 @@ namespace {
 
 constexpr QSize windowSize(820, 900);
 constexpr int margin = 24;
+constexpr int cellPadding = 5;
+constexpr double textSize = 10.5;  ///< points
 constexpr int widestPicture = windowSize.width() - 2 * margin - 40;
 
-/// Pictures keep their proportions and fit into the column.
-void fitPictures(QTextDocument& document) {
+/// Pictures keep their proportions and are at most as wide as the column.
+void fitPictures(QTextDocument& document, const QDir& folder, double pixelRatio) {
   for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
     for (auto it = block.begin(); !it.atEnd(); ++it) {
       QTextImageFormat format = it.fragment().charFormat().toImageFormat();
       if (!format.isValid()) continue;
-      format.setWidth(widestPicture);
+      QImage picture(folder.filePath(format.name()));
+      if (picture.width() > widestPicture) {
+        // Texts would scale it without smoothing.
+        picture =
+            picture.scaledToWidth(qRound(widestPicture * pixelRatio), Qt::SmoothTransformation);
+        picture.setDevicePixelRatio(pixelRatio);
+        document.addResource(QTextDocument::ImageResource, QUrl(format.name()), picture);
+      }
+      format.setWidth(picture.deviceIndependentSize().width());
       QTextCursor cursor(&document);
       cursor.setPosition(it.fragment().position());
       cursor.setPosition(it.fragment().position() + it.fragment().length(),
                          QTextCursor::KeepAnchor);
       cursor.setCharFormat(format);
       break;  // the fragments of the block are new ones now
+    }
+}
+
+void spaceTables(QTextFrame& frame) {
+  for (QTextFrame* child : frame.childFrames())
+    if (auto* table = qobject_cast<QTextTable*>(child)) {
+      QTextTableFormat format = table->format();
+      format.setCellPadding(cellPadding);
+      format.setBorder(1);
+      format.setBorderBrush(widgets::TYStyleKit::colour(widgets::Token::Separator));
+      format.setBorderCollapse(true);
+      format.setTopMargin(cellPadding);
+      format.setBottomMargin(2 * cellPadding);
+      table->setFormat(format);
     }
 }
 
@@ -56,8 +82,13 @@ HelpWindow::HelpWindow(const QString& folder) : m_text(new QTextBrowser) {
   if (file.open(QIODevice::ReadOnly)) {
     m_text->document()->setBaseUrl(QUrl::fromLocalFile(folder + u'/'));
     m_text->document()->setDocumentMargin(margin);
+    QFont face = widgets::TYStyleKit::font(widgets::TextStyle::Body);
+    face.setPointSizeF(textSize);
+    m_text->document()->setDefaultFont(face);
     m_text->document()->setMarkdown(QString::fromUtf8(file.readAll()));
-    fitPictures(*m_text->document());
+    fitPictures(*m_text->document(), QDir(folder), devicePixelRatioF());
+    spaceTables(*m_text->document()->rootFrame());
+    m_text->moveCursor(QTextCursor::Start);
   } else {
     m_text->setPlainText(tr("%1: %2").arg(file.fileName(), file.errorString()));
   }

@@ -133,6 +133,8 @@ void TYWindowController::makePanels() {
   m_history = new HistoryPanel;
   QDockWidget* historyDock =
       makeDock(QStringLiteral("history"), tr("History"), m_history, Qt::RightDockWidgetArea);
+  new DockTitle(*inspectorDock, QStringLiteral("Inspector"));
+  new DockTitle(*historyDock, QStringLiteral("Clock"));
   tabifyDockWidget(inspectorDock, historyDock);
   inspectorDock->raise();
 

@@ -16,6 +16,10 @@ namespace {
 
 constexpr int margin = 12;
 constexpr int gap = 9;
+// Pictures stand on the same plate in both themes, as they would on air.
+constexpr QColor plate(0x2c, 0x2e, 0x35);
+constexpr QColor onPlate(0xa9, 0xac, 0xb7);
+constexpr QColor brokenOnPlate(0xff, 0x7d, 0x93);
 
 QString glyphOf(LibraryKind kind) {
   switch (kind) {
@@ -98,11 +102,13 @@ void LibraryDelegate::paintThumbnail(QPainter& painter, const QRect& box,
   const auto kind = static_cast<LibraryKind>(index.data(LibraryModel::KindRole).toInt());
   const auto picture = index.data(LibraryModel::ThumbnailRole).value<QImage>();
   const bool isBroken = !index.data(LibraryModel::ProblemRole).toString().isEmpty();
-  if (kind != LibraryKind::Folder) painter.fillRect(box, QColor(0x2c, 0x2e, 0x35));
+  if (kind != LibraryKind::Folder) painter.fillRect(box, plate);
   if (picture.isNull()) {
     widgets::TYGlyph::paint(painter, isBroken ? QStringLiteral("Broken") : glyphOf(kind),
                             QRectF(box.center().x() - 7.5, box.center().y() - 7.5, 16, 16),
-                            TYStyleKit::colour(isBroken ? Token::Broken : Token::Text2));
+                            kind == LibraryKind::Folder ? TYStyleKit::colour(Token::Text2)
+                            : isBroken                  ? brokenOnPlate
+                                                        : onPlate);
     return;
   }
   const QSizeF fitted = QSizeF(picture.size()).scaled(box.size(), Qt::KeepAspectRatio);
