@@ -25,6 +25,10 @@ const QSet<QString>& standardKeys() {
   return keys;
 }
 
+bool isHidden(const Attribute& attribute) {
+  return attribute.key().startsWith(u'_');
+}
+
 bool hasPaneOfItsOwn(AttributeType type) {
   return type == AttributeType::VideoInput || type == AttributeType::RichFont;
 }
@@ -36,7 +40,7 @@ QList<ShownAttribute> collect(const QList<QuartzComponent*>& components, Wanted 
   for (const QuartzComponent* component : components)
     for (Attribute* attribute : component->attributes()) {
       const QString& key = attribute->key();
-      if (key.startsWith(u'_') || !wanted(*attribute)) continue;
+      if (!wanted(*attribute)) continue;
       const auto found = rowOfKey.constFind(key);
       if (found == rowOfKey.constEnd()) {
         rowOfKey.insert(key, rows.size());
@@ -61,14 +65,31 @@ QString ShownAttribute::rowLabel() const {
 
 QList<ShownAttribute> shownAttributes(const QList<QuartzComponent*>& components) {
   return collect(components, [](const Attribute& attribute) {
-    return !hasPaneOfItsOwn(attribute.type()) && !standardKeys().contains(attribute.key());
+    return !isHidden(attribute) && !hasPaneOfItsOwn(attribute.type()) &&
+           !standardKeys().contains(attribute.key());
   });
 }
 
 QList<ShownAttribute> attributesOfType(const QList<QuartzComponent*>& components,
                                        AttributeType type) {
-  return collect(components,
-                 [type](const Attribute& attribute) { return attribute.type() == type; });
+  return collect(components, [type](const Attribute& attribute) {
+    return !isHidden(attribute) && attribute.type() == type;
+  });
+}
+
+QList<ShownAttribute> attributesInOrder(const QList<QuartzComponent*>& components) {
+  static const QStringList first{QStringLiteral("originX"),    QStringLiteral("originY"),
+                                 QStringLiteral("inputWidth"), QStringLiteral("inputHeight"),
+                                 QStringLiteral("opacity"),    QStringLiteral("zRotation")};
+  const auto place = [](const ShownAttribute& shown) {
+    const QString& key = shown.first().key();
+    if (const qsizetype index = first.indexOf(key); index >= 0) return index;
+    return first.size() + (standardKeys().contains(key) ? 1 : 0);
+  };
+  QList<ShownAttribute> rows = collect(components, [](const Attribute&) { return true; });
+  std::stable_sort(rows.begin(), rows.end(),
+                   [&](const auto& a, const auto& b) { return place(a) < place(b); });
+  return rows;
 }
 
 }  // namespace inspector

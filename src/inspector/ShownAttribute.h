@@ -26,5 +26,9 @@ struct ShownAttribute {
 /// Those of one type, which have a pane of their own.
 [[nodiscard]] QList<ShownAttribute> attributesOfType(
     const QList<model::QuartzComponent*>& components, model::AttributeType type);
+/// All of them: first position, size, opacity and rotation, then the others by key, margins and
+/// visibility last.
+[[nodiscard]] QList<ShownAttribute> attributesInOrder(
+    const QList<model::QuartzComponent*>& components);
 
 }  // namespace inspector

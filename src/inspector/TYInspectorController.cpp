@@ -7,8 +7,13 @@
 #include "inspector/InspectorContext.h"
 #include "inspector/InspectorPage.h"
 #include "inspector/TYInspectorAttributesController.h"
+#include "inspector/panes/DocumentPanes.h"
+#include "inspector/panes/PermissionPanes.h"
 #include "inspector/panes/PropertyPanes.h"
+#include "inspector/panes/PublishedKeysPane.h"
+#include "inspector/panes/RichFontPane.h"
 #include "inspector/panes/TransformPane.h"
+#include "inspector/panes/VideoInputPane.h"
 #include "widgets/TYEmptyPanel.h"
 #include "widgets/TYSegmentedControl.h"
 
@@ -47,10 +52,15 @@ TYInspectorController::TYInspectorController(QWidget* parent)
   m_properties->addWidget(
       new widgets::TYEmptyPanel(QStringLiteral("Inspector"), tr("Nothing selected"),
                                 tr("Select a component to edit its text, color and timing.")));
+  m_permissions = new QStackedWidget;
+  m_permissions->addWidget(makePermissions());
+  m_permissions->addWidget(
+      new widgets::TYEmptyPanel(QStringLiteral("Inspector"), tr("Nothing selected"),
+                                tr("Select a component to say what of it may be changed on air.")));
   m_places->addWidget(m_properties);
+  m_places->addWidget(m_permissions);
+  m_places->addWidget(makeDocument());
   column->addWidget(m_places, 1);
-  m_tabs->setSegmentEnabled(1, false);
-  m_tabs->setSegmentEnabled(2, false);
   connect(m_tabs, &widgets::TYSegmentedControl::activated, m_places,
           &QStackedWidget::setCurrentIndex);
   connect(m_context, &InspectorContext::selectionChanged, this,
@@ -70,11 +80,33 @@ InspectorPage* TYInspectorController::makeProperties() {
   page->addPane(new TransformPane(*m_context));
   page->addPane(new AppearancePane(*m_context));
   page->addPane(new TYInspectorAttributesController(*m_context));
+  page->addPane(new RichFontPane(*m_context));
+  page->addPane(new VideoInputPane(*m_context));
+  return page;
+}
+
+InspectorPage* TYInspectorController::makePermissions() {
+  auto* page = new InspectorPage(*m_context);
+  page->addPane(new PermissionSummaryPane(*m_context));
+  page->addPane(new PermissionListPane(*m_context));
+  return page;
+}
+
+InspectorPage* TYInspectorController::makeDocument() {
+  auto* page = new InspectorPage(*m_context);
+  page->addPane(new FormatPane(*m_context));
+  page->addPane(new DocumentTimingPane(*m_context));
+  page->addPane(new BackgroundPane(*m_context));
+  page->addPane(new OverlaysPane(*m_context));
+  page->addPane(new StopFramesPane(*m_context));
+  page->addPane(new PublishedKeysPane(*m_context));
   return page;
 }
 
 void TYInspectorController::updateEmpty() {
-  m_properties->setCurrentIndex(m_context->components().isEmpty() ? 1 : 0);
+  const int place = m_context->components().isEmpty() ? 1 : 0;
+  m_properties->setCurrentIndex(place);
+  m_permissions->setCurrentIndex(place);
 }
 
 void TYInspectorController::setComposition(model::Composition* composition) {

@@ -39,12 +39,15 @@ class TYInspectorController : public QWidget {
 
  private:
   [[nodiscard]] InspectorPage* makeProperties();
+  [[nodiscard]] InspectorPage* makePermissions();
+  [[nodiscard]] InspectorPage* makeDocument();
   void updateEmpty();
 
   InspectorContext* m_context;
   widgets::TYSegmentedControl* m_tabs;
   QStackedWidget* m_places;
   QStackedWidget* m_properties;
+  QStackedWidget* m_permissions;
 };
 
 }  // namespace inspector

@@ -7,14 +7,14 @@
 #include <QMimeData>
 #include <QPushButton>
 
-#include "inspector/FileChooser.h"
 #include "inspector/InspectorContext.h"
 #include "model/Composition.h"
+#include "model/maintenance/Replacement.h"
 
 namespace inspector {
 
-FileRow::FileRow(InspectorContext& context, const QString& label)
-    : InspectorRow(context, label), m_field(new QLineEdit) {
+FileRow::FileRow(InspectorContext& context, const QString& label, FileChooser::Kind kind)
+    : InspectorRow(context, label), m_field(new QLineEdit), m_kind(kind) {
   m_field->installEventFilter(this);
   connect(m_field, &QLineEdit::editingFinished, this, [this] {
     if (m_field->isModified()) take(m_field->text());
@@ -34,7 +34,7 @@ void FileRow::take(const QString& path) {
 
 void FileRow::choose() {
   if (!isBound()) return;
-  FileChooser::open(*this, tr("Choose a File"), FileChooser::AnyFile, binding().value().toString(),
+  FileChooser::open(*this, tr("Choose a File"), m_kind, binding().value().toString(),
                     [this](const QString& path) { take(path); });
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "inspector/FileChooser.h"
 #include "inspector/rows/InspectorRow.h"
 
 class QLineEdit;
@@ -13,7 +14,8 @@ class FileRow : public InspectorRow {
   Q_OBJECT
 
  public:
-  FileRow(InspectorContext& context, const QString& label);
+  FileRow(InspectorContext& context, const QString& label,
+          FileChooser::Kind kind = FileChooser::AnyFile);
 
  protected:
   void showValues() override;
@@ -28,6 +30,7 @@ class FileRow : public InspectorRow {
   [[nodiscard]] bool exists(const QString& path) const;
 
   QLineEdit* m_field;
+  FileChooser::Kind m_kind;
 };
 
 }  // namespace inspector

@@ -6,6 +6,8 @@
 #include "inspector/FontPanel.h"
 #include "inspector/FontValues.h"
 #include "inspector/InspectorContext.h"
+#include "model/Composition.h"
+#include "model/maintenance/Replacement.h"
 #include "runtime/text/FontResolver.h"
 
 namespace inspector {
@@ -23,10 +25,33 @@ FontRow::FontRow(InspectorContext& context, const QString& label)
   addControl(button, 0);
 }
 
+void FontRow::openPanel(const std::function<void(const FontValue&)>& changeFont) {
+  m_stepOfPanel = -1;
+  FontPanel::of(*this).open(*this, fontOf(binding().value()), [this, changeFont](const auto& font) {
+    if (!isBound()) return;
+    takeBackLastChoice();
+    changeFont(font);
+    m_stepOfPanel = context().composition()->context()->history().index();
+    context().setNeedsRefresh();
+  });
+}
+
 void FontRow::showFontPanel() {
-  if (!isBound()) return;
-  FontPanel::of(*this).open(*this, fontOf(binding().value()),
-                            [this](const FontValue& font) { changeFont(font); });
+  if (isBound()) openPanel([this](const FontValue& font) { changeFont(font); });
+}
+
+void FontRow::replaceEverywhere(const QString& missing) {
+  openPanel([this, missing](const FontValue& font) {
+    (void)model::Replacement(*context().composition()).replaceFont(missing, font.name);
+  });
+}
+
+void FontRow::takeBackLastChoice() {
+  store::ObjectContext& objects = *context().composition()->context();
+  context().commit();
+  const bool wasLast = m_stepOfPanel > 0 && objects.history().index() == m_stepOfPanel &&
+                       objects.history().count() == m_stepOfPanel;
+  if (wasLast && objects.canUndo()) objects.undo();
 }
 
 void FontRow::changeFont(const FontValue& font) {
@@ -70,7 +95,7 @@ void FontRow::showValues() {
     setComplaint({});
   else
     setComplaint(tr("“%1” is not installed.").arg(font.name), tr("Replace…"),
-                 [this] { showFontPanel(); });
+                 [this, missing = font.name] { replaceEverywhere(missing); });
 }
 
 void FontRow::nameControls(const QString& name) {
@@ -81,6 +106,7 @@ void FontRow::nameControls(const QString& name) {
 
 void FontRow::dropEntries() {
   m_field->setModified(false);
+  m_stepOfPanel = -1;
 }
 
 }  // namespace inspector

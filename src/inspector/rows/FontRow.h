@@ -20,10 +20,15 @@ class FontRow : public InspectorRow {
   void dropEntries() override;
 
  private:
+  void openPanel(const std::function<void(const model::FontValue&)>& changeFont);
   void changeFont(const model::FontValue& font);
+  void replaceEverywhere(const QString& missing);
+  /// All that is chosen while the panel is open is one step.
+  void takeBackLastChoice();
   void takeText();
 
   QLineEdit* m_field;
+  int m_stepOfPanel = -1;  ///< where the history stood after the last choice
 };
 
 }  // namespace inspector

@@ -46,6 +46,8 @@ class InspectorRow : public QWidget {
   void setComplaint(const QString& complaint, const QString& button = {},
                     const std::function<void()>& mend = {});
   [[nodiscard]] QString complaint() const;
+  /// From left to right; a stretch of 0 keeps the control at its own size.
+  void addControl(QWidget* control, int stretch);
 
  protected:
   [[nodiscard]] InspectorContext& context() const { return m_context; }
@@ -53,8 +55,6 @@ class InspectorRow : public QWidget {
   [[nodiscard]] const Binding& binding() const { return m_bindings.first(); }
   [[nodiscard]] const QList<model::Attribute*>& attributes() const { return m_attributes; }
   [[nodiscard]] bool isBound() const;
-  /// From left to right; a stretch of 0 keeps the control at its own size.
-  void addControl(QWidget* control, int stretch);
   void addStretch();
   /// Dragging the label changes the field.
   void setScrubField(widgets::TYValueField* field);
