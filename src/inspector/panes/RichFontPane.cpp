@@ -97,8 +97,8 @@ void RichFontPane::showParts(const Group& group, const ShownAttribute& shown) {
     const auto text = RichFontBinding::textAttributes(*attribute);
     if (!text) continue;
     shadow = shadow || text->shadow;
-    underline = underline || text->underline;
-    strikethrough = strikethrough || text->strikethrough;
+    underline = underline || (text->underline && text->underline->style != 0);
+    strikethrough = strikethrough || (text->strikethrough && text->strikethrough->style != 0);
   }
   group.offset->setVisible(shadow);
   group.blur->setVisible(shadow);

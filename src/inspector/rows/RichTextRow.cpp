@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QPointer>
 #include <QTextBlock>
 #include <QTextDocumentFragment>
 #include <QTextEdit>
@@ -150,9 +151,10 @@ void RichTextRow::show(const QString& rtf) {
   showAtInterfaceSize(*text, m_view->font().pointSizeF());
   text->setDocumentMargin(4);
   text->setParent(m_view);
-  QTextDocument* before = m_view->document();
+  // The view's first document goes by itself.
+  const QPointer<QTextDocument> before = m_view->document();
   m_view->setDocument(text.release());
-  if (before->parent() == m_view && before != m_view->document()) before->deleteLater();
+  if (before) delete before;
   m_shown = rtf.isNull() ? QStringLiteral("") : rtf;
   m_isShowing = false;
 }
