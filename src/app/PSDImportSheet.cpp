@@ -1,10 +1,11 @@
 #include "app/PSDImportSheet.h"
 
-#include <QListWidget>
+#include <QCheckBox>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "app/PSDLayerList.h"
 #include "app/PSDView.h"
 #include "document/psd/PSDLayer.h"
 #include "model/Composition.h"
@@ -15,10 +16,16 @@ namespace app {
 
 using document::PSDLayer;
 using document::PSDLayerImporter;
+using widgets::TextStyle;
+using widgets::Token;
+using widgets::TokenLabel;
 
 namespace {
-constexpr int listHeight = 120;
-}
+
+constexpr int sheetWidth = 740;
+constexpr int columnGap = 16;
+
+}  // namespace
 
 PSDImportSheet::PSDImportSheet(QWidget* window, model::Composition& composition,
                                std::unique_ptr<PSDLayerImporter> importer, QString imageComponent)
@@ -26,44 +33,74 @@ PSDImportSheet::PSDImportSheet(QWidget* window, model::Composition& composition,
       m_composition(composition),
       m_importer(std::move(importer)),
       m_imageComponent(std::move(imageComponent)),
-      m_view(new PSDView) {
+      m_view(new PSDView),
+      m_layers(new PSDLayerList(*m_importer)),
+      m_separate(new QRadioButton(tr("Separate components, one for each layer"))) {
   setAccessibleName(tr("Import layered image"));
-  body()->addWidget(new widgets::TokenLabel(tr("Import \"%1\"").arg(m_importer->filename()),
-                                            widgets::TextStyle::SheetTitle, widgets::Token::Text));
+  setSheetWidth(sheetWidth);
+  const QSize size = m_importer->PSDImageSize().toSize();
+  body()->addWidget(new TokenLabel(tr("Import %1").arg(m_importer->filename()),
+                                   TextStyle::SheetTitle, Token::Text));
+  body()->addWidget(new TokenLabel(
+      tr("%1 × %2, %3 layers").arg(size.width()).arg(size.height()).arg(m_layers->count()),
+      TextStyle::Body, Token::Text2));
+  auto* columns = new QHBoxLayout;
+  columns->setSpacing(columnGap);
   m_view->setImporter(m_importer.get());
-  m_view->setFixedHeight(m_view->sizeHint().height());
-  body()->addWidget(m_view);
-  addLayerList();
-  m_separate = new QRadioButton(tr("Each visible layer as a component"));
-  auto* together = new QRadioButton(tr("All visible layers as one image"));
+  m_view->setFixedSize(m_view->sizeHint());
+  columns->addWidget(m_view, 0, Qt::AlignTop);
+  addLayerList(*columns);
+  body()->addLayout(columns);
+  auto* together = new QRadioButton(tr("One flat picture"));
   m_separate->setChecked(true);
-  body()->addWidget(m_separate);
-  body()->addWidget(together);
+  auto* choices = new QWidget;
+  auto* row = new QHBoxLayout(choices);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(columnGap);
+  row->addWidget(m_separate);
+  row->addWidget(together);
+  setFooterWidget(choices);
   connect(addButton(tr("Cancel")), &QPushButton::clicked, this, [this] { closeSheet(); });
-  connect(addButton(tr("Import"), true), &QPushButton::clicked, this, [this] {
+  m_import = addButton(tr("Import"), true);
+  connect(m_import, &QPushButton::clicked, this, [this] {
     import(m_separate->isChecked());
     closeSheet();
   });
+  connect(m_layers, &PSDLayerList::ticksChanged, this, &PSDImportSheet::showCount);
+  connect(m_separate, &QRadioButton::toggled, this, &PSDImportSheet::showCount);
+  showCount();
 }
 
 PSDImportSheet::~PSDImportSheet() {
   m_view->setImporter(nullptr);
 }
 
-void PSDImportSheet::addLayerList() {
-  auto* list = new QListWidget;
-  list->setAccessibleName(tr("Layers"));
-  list->setFixedHeight(listHeight);
-  for (const auto& layer : m_importer->layers()) {
-    auto* item = new QListWidgetItem(layer->name(), list);
-    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsUserCheckable);
-    item->setCheckState(layer->visible() ? Qt::Checked : Qt::Unchecked);
-  }
-  connect(list, &QListWidget::itemChanged, this, [this, list](QListWidgetItem* item) {
-    m_importer->layers()[static_cast<size_t>(list->row(item))]->setVisible(item->checkState() ==
-                                                                           Qt::Checked);
+void PSDImportSheet::addLayerList(QHBoxLayout& columns) {
+  auto* column = new QVBoxLayout;
+  column->setSpacing(8);
+  auto* head = new QHBoxLayout;
+  head->addWidget(new TokenLabel(tr("Layers"), TextStyle::Title, Token::Text), 1);
+  m_all = new QCheckBox(tr("All layers"));
+  connect(m_all, &QCheckBox::clicked, this, [this] {
+    m_layers->tickAll(m_layers->tickedCount() < m_layers->count());
+    showCount();
   });
-  body()->addWidget(list);
+  head->addWidget(m_all);
+  column->addLayout(head);
+  column->addWidget(m_layers);
+  column->addStretch(1);
+  columns.addLayout(column, 1);
+}
+
+void PSDImportSheet::showCount() {
+  const int ticked = m_layers->tickedCount();
+  m_all->setCheckState(ticked == 0                   ? Qt::Unchecked
+                       : ticked == m_layers->count() ? Qt::Checked
+                                                     : Qt::PartiallyChecked);
+  m_import->setEnabled(ticked > 0);
+  m_import->setText(!m_separate->isChecked() ? tr("Import Picture")
+                    : ticked == 1            ? tr("Import 1 Layer")
+                                             : tr("Import %1 Layers").arg(ticked));
 }
 
 void PSDImportSheet::import(bool asSeparateComponents) {

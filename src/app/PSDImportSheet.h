@@ -5,6 +5,9 @@
 #include "document/psd/PSDLayerImporter.h"
 #include "widgets/TYSheet.h"
 
+class QCheckBox;
+class QHBoxLayout;
+class QPushButton;
 class QRadioButton;
 
 namespace model {
@@ -13,6 +16,7 @@ class Composition;
 
 namespace app {
 
+class PSDLayerList;
 class PSDView;
 
 /// Asks how a layered image file is to be imported: each visible layer as a component of its own,
@@ -35,7 +39,8 @@ class PSDImportSheet : public widgets::TYSheet {
   void cancelled() override { closeSheet(); }
 
  private:
-  void addLayerList();
+  void addLayerList(QHBoxLayout& columns);
+  void showCount();
   void addImage(const QImage& image, const QString& title, QPointF origin, double opacity,
                 QStringList& warnings);
 
@@ -43,7 +48,10 @@ class PSDImportSheet : public widgets::TYSheet {
   std::unique_ptr<document::PSDLayerImporter> m_importer;
   QString m_imageComponent;
   PSDView* m_view;
+  PSDLayerList* m_layers;
   QRadioButton* m_separate;
+  QCheckBox* m_all = nullptr;
+  QPushButton* m_import = nullptr;
 };
 
 }  // namespace app

@@ -3,7 +3,7 @@
 #include <QPainter>
 
 #include "document/psd/PSDLayer.h"
-#include "widgets/TYStyleKit.h"
+#include "widgets/Chessboard.h"
 
 namespace app {
 
@@ -19,10 +19,10 @@ void PSDView::setImporter(document::PSDLayerImporter* importer) {
 
 void PSDView::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  painter.fillRect(rect(), widgets::TYStyleKit::colour(widgets::Token::Chess1));
   if (!m_importer || m_importer->PSDImageSize().isEmpty()) return;
   QRectF bounds({0, 0}, m_importer->PSDImageSize().scaled(size(), Qt::KeepAspectRatio));
   bounds.moveCenter(QRectF(rect()).center());
+  painter.fillRect(bounds, widgets::chessboardBrush(8));
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
   m_importer->drawVisibleLayers(painter, bounds);
 }

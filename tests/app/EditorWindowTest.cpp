@@ -11,6 +11,7 @@
 #include "RunningEditor.h"
 #include "app/CanvasMenu.h"
 #include "app/DocumentSaving.h"
+#include "app/PSDLayerList.h"
 #include "canvas/CompositionView.h"
 #include "model/Composition.h"
 #include "widgets/TYAlert.h"
@@ -218,9 +219,14 @@ TEST_F(EditorWindowTest, RevertShowsWhatWasSaved) {
 TEST_F(EditorWindowTest, LayeredImagesBecomeComponentsOrOneImage) {
   const QString file = QStringLiteral(TESSARY_SOURCE_DIR "/tests/document/files/gimp-layers.psd");
   window().view().addComponentsFromPaths({file}, false);
-  clickButton(QStringLiteral("Import"));
+  settle();
+  const auto* list = window().findChild<PSDLayerList*>();
+  ASSERT_TRUE(list);
+  const int layersTicked = list->tickedCount();
+  clickButton(QStringLiteral("Import %1 Layers").arg(layersTicked));
   const auto layers = composition().componentsSortedByZLevel();
   ASSERT_GT(layers.size(), 1);
+  EXPECT_EQ(layers.size(), layersTicked);
   EXPECT_EQ(window().document().context().history().undoText(), QStringLiteral("Import Layers"));
   trigger("undo");
   EXPECT_THAT(composition().componentArray(), SizeIs(0));
@@ -229,7 +235,7 @@ TEST_F(EditorWindowTest, LayeredImagesBecomeComponentsOrOneImage) {
   settle();
   for (auto* choice : window().findChildren<QRadioButton*>())
     if (choice->isVisible() && !choice->isChecked()) choice->click();
-  clickButton(QStringLiteral("Import"));
+  clickButton(QStringLiteral("Import Picture"));
   EXPECT_THAT(composition().componentArray(), SizeIs(1));
 }
 
