@@ -37,6 +37,7 @@ class MenuMaker {
   void addNew();
   void addRecent();
   void addMaintenance();
+  void addPanels();
   void addClipboard();
   void addSelected();
   void addZoom();

@@ -159,14 +159,25 @@ void MenuMaker::addView() {
   separate();
   addOverlays();
   separate();
-  for (QDockWidget* dock : window.findChildren<QDockWidget*>())
-    m_menu->addAction(dock->toggleViewAction());
+  addPanels();
   separate();
   add({.identifier = QStringLiteral("fullScreen"),
        .text = tr("F&ull Screen"),
        .shortcuts = {QKeySequence(Qt::Key_F11)},
        .run = [&window] { window.setWindowState(window.windowState() ^ Qt::WindowFullScreen); },
        .isChecked = [&window] { return window.isFullScreen(); }});
+}
+
+void MenuMaker::addPanels() {
+  const QHash<QString, Qt::Key> keys{{QStringLiteral("library"), Qt::Key_L},
+                                     {QStringLiteral("timeline"), Qt::Key_T},
+                                     {QStringLiteral("inspector"), Qt::Key_I},
+                                     {QStringLiteral("history"), Qt::Key_Y}};
+  for (QDockWidget* dock : m_window.findChildren<QDockWidget*>()) {
+    QAction* toggle = dock->toggleViewAction();
+    toggle->setShortcut(QKeySequence(Qt::CTRL | Qt::ALT | keys.value(dock->objectName())));
+    m_menu->addAction(toggle);
+  }
 }
 
 void MenuMaker::addPlayback() {
