@@ -12,7 +12,7 @@ namespace library {
 namespace {
 
 constexpr int foldBelow = 300;
-constexpr int leastName = 150;  ///< with its thumbnail
+constexpr int leastName = 160;  ///< with its thumbnail
 constexpr int standardWidth = 80;
 const QString columnsKey = QStringLiteral("libraryColumns");
 
@@ -55,13 +55,13 @@ void LibraryList::setModel(QAbstractItemModel* model) {
 void LibraryList::setStandardColumns() {
   m_shownColumns = {LibraryModel::Resolution, LibraryModel::SizeOfFile, LibraryModel::DateModified,
                     LibraryModel::Kind};
-  setColumnWidth(LibraryModel::Resolution, 88);
+  setColumnWidth(LibraryModel::Resolution, 84);
   setColumnWidth(LibraryModel::SizeOfFile, 58);
-  setColumnWidth(LibraryModel::DateModified, 62);
+  setColumnWidth(LibraryModel::DateModified, 58);
   setColumnWidth(LibraryModel::DateCreated, 80);
   setColumnWidth(LibraryModel::DateAdded, 80);
   setColumnWidth(LibraryModel::LastOpened, 80);
-  setColumnWidth(LibraryModel::Kind, 80);
+  setColumnWidth(LibraryModel::Kind, 76);
   header()->setSortIndicator(LibraryModel::Name, Qt::AscendingOrder);
 }
 
