@@ -74,10 +74,11 @@ Times ComponentGesture::moved(const Times& times, double delta) const {
   return times;
 }
 
-QString ComponentGesture::stepName() const {
-  const int count = static_cast<int>(m_moved.size());
-  const QString title = m_moved.front().component->title();
-  switch (hit().part) {
+QString ComponentGesture::stepName(TimelineHit::Part part,
+                                   const QList<model::QuartzComponent*>& components) {
+  const int count = static_cast<int>(components.size());
+  const QString title = components.first()->title();
+  switch (part) {
     case TimelineHit::StartEdge:
       return count == 1 ? tr("Change Start of %1").arg(title)
                         : tr("Change Start of %n Components", nullptr, count);
@@ -103,7 +104,9 @@ void ComponentGesture::drag(const TimelinePointer& pointer) {
 }
 
 void ComponentGesture::apply() {
-  m_step.restart(*stage().composition().context(), stepName());
+  QList<model::QuartzComponent*> components;
+  for (const Moved& one : m_moved) components.append(one.component);
+  m_step.restart(*stage().composition().context(), stepName(hit().part, components));
   for (const Moved& one : m_moved)
     if (one.component->context() && one.now != one.before)
       ComponentTiming::apply(*one.component, one.now);

@@ -18,6 +18,10 @@ class ComponentGesture : public RowGesture {
  public:
   ComponentGesture(TimelineStage& stage, const TimelineHit& hit, const TimelinePointer& start);
 
+  /// What the undo step of such a change is called; at least one component.
+  [[nodiscard]] static QString stepName(TimelineHit::Part part,
+                                        const QList<model::QuartzComponent*>& components);
+
  protected:
   void drag(const TimelinePointer& pointer) override;
   void finishDrag() override;
@@ -34,7 +38,6 @@ class ComponentGesture : public RowGesture {
   [[nodiscard]] QList<double> edges() const;
   [[nodiscard]] ComponentTiming::Times moved(const ComponentTiming::Times& times,
                                              double delta) const;
-  [[nodiscard]] QString stepName() const;
   void apply();
   void show();
 

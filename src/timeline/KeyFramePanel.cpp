@@ -5,6 +5,7 @@
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QPainter>
+#include <limits>
 
 #include "model/Composition.h"
 #include "store/ObjectContext.h"
@@ -71,6 +72,7 @@ void KeyFramePanel::addTime(QGridLayout& grid) {
           return static_cast<double>(code.frames());
         });
       });
+  m_time->setRange(0, std::numeric_limits<int>::max());
   m_time->setAccessibleName(tr("Time"));
   m_time->setFixedWidth(controlWidth);
   m_time->setValue(static_cast<double>(Timecode::fromSeconds(m_keyFrame.time, m_rate).frames()));

@@ -1,9 +1,11 @@
 #include "timeline/RulerGestures.h"
 
 #include <cmath>
+#include <tuple>
 
 #include "model/Composition.h"
 #include "timeline/RowGesture.h"
+#include "timeline/TransportCommands.h"
 
 namespace timeline {
 
@@ -24,8 +26,7 @@ void showTime(TimelineStage& stage, double time) {
 ScrubGesture::ScrubGesture(TimelineStage& stage, const TimelinePointer& start)
     : m_stage(stage),
       m_before(stage.composition().editorTimepoint()),
-      m_snapping(
-          TimeSnapping::ofComposition(stage.composition(), {.stopFrame = {}, .editorTime = true})) {
+      m_snapping(TimeSnapping::ofComposition(stage.composition(), {.editorTime = true})) {
   stage.beginTooltip();
   update(start);
 }
@@ -52,7 +53,8 @@ void ScrubGesture::finish(const TimelinePointer& pointer) {
 }
 
 void ScrubGesture::cancel() {
-  m_stage.setTime(m_before);
+  m_stage.composition().setEditorTimepoint(m_before);
+  m_stage.composition().sendChangeNotificationForValues();
   m_stage.showMarks({});
   m_stage.finishTooltip();
 }
@@ -70,14 +72,15 @@ TimeGesture::TimeGesture(TimelineStage& stage, const TimelinePointer& start, dou
 
 double TimeGesture::timeFor(const TimelinePointer& pointer, TimelineMarks& marks) const {
   const TYTimelineGeometry& geometry = m_stage.geometry();
-  const double distance = pointer.rows.x() - m_startX;
+  double delta = (pointer.rows.x() - m_startX) / geometry.unitWidth();
   if (!pointer.holds(Qt::ControlModifier)) {
-    const auto snap = m_snapping.snapped({m_before}, distance / geometry.unitWidth(), geometry);
+    const auto snap = m_snapping.snapped({m_before}, delta, geometry);
     marks.snapTime = snap.target;
-    if (snap.target) return *snap.target;
+    delta = snap.delta;
   }
-  const double time = m_before + distance / geometry.unitWidth();
-  return std::max(0.0, foundation::Timecode::fromSeconds(time, geometry.content().rate).seconds());
+  // What it snaps to may lie between two frames.
+  return allowed(
+      foundation::Timecode::fromSeconds(m_before + delta, geometry.content().rate).seconds());
 }
 
 void TimeGesture::update(const TimelinePointer& pointer) {
@@ -111,22 +114,34 @@ void TimeGesture::cancel() {
 
 StopFrameGesture::StopFrameGesture(TimelineStage& stage, model::StopFrame& stopFrame,
                                    const TimelinePointer& start)
-    : TimeGesture(
-          stage, start, stopFrame.timepoint(),
-          TimeSnapping::ofComposition(stage.composition(), {.stopFrame = stopFrame.timepoint()})),
+    : TimeGesture(stage, start, stopFrame.timepoint(),
+                  TimeSnapping::ofComposition(stage.composition(), {.stopFrames = true})),
       m_stopFrame(stopFrame) {}
 
+double StopFrameGesture::allowed(double time) const {
+  std::ignore = stage().composition().validateEditorTimepoint(time);
+  return time;
+}
+
+void StopFrameGesture::clicked() {
+  TransportCommands(stage().composition())
+      .setTime(m_stopFrame.timepoint(), TransportCommands::Updated::Attributes);
+}
+
 void StopFrameGesture::setTime(double time) {
-  m_stopFrame.setTimepoint(std::min(time, stage().composition().duration()));
+  TransportCommands(stage().composition()).moveStopFrame(m_stopFrame, time);
 }
 
 DurationGesture::DurationGesture(TimelineStage& stage, const TimelinePointer& start)
-    : TimeGesture(
-          stage, start, stage.composition().duration(),
-          TimeSnapping::ofComposition(stage.composition(), {.stopFrame = {}, .end = true})) {}
+    : TimeGesture(stage, start, stage.composition().duration(),
+                  TimeSnapping::ofComposition(stage.composition(), {.end = true})) {}
+
+double DurationGesture::allowed(double time) const {
+  return std::max(time, frameOf(stage().geometry()));
+}
 
 void DurationGesture::setTime(double time) {
-  stage().composition().setDuration(std::max(time, frameOf(stage().geometry())));
+  stage().composition().setDuration(time);
 }
 
 }  // namespace timeline

@@ -34,6 +34,8 @@ class TimeGesture : public TimelineGesture {
   void cancel() override;
 
  protected:
+  /// The nearest time (seconds) that may be set.
+  [[nodiscard]] virtual double allowed(double time) const = 0;
   /// Changes what is dragged; everything is as before the drag.
   virtual void setTime(double time) = 0;
   [[nodiscard]] virtual QString stepName() const = 0;
@@ -60,9 +62,10 @@ class StopFrameGesture : public TimeGesture {
   StopFrameGesture(TimelineStage& stage, model::StopFrame& stopFrame, const TimelinePointer& start);
 
  protected:
+  [[nodiscard]] double allowed(double time) const override;
   void setTime(double time) override;
   [[nodiscard]] QString stepName() const override { return tr("Move Stop Frame"); }
-  void clicked() override { stage().setTime(m_stopFrame.timepoint()); }
+  void clicked() override;
 
  private:
   model::StopFrame& m_stopFrame;
@@ -76,6 +79,7 @@ class DurationGesture : public TimeGesture {
   DurationGesture(TimelineStage& stage, const TimelinePointer& start);
 
  protected:
+  [[nodiscard]] double allowed(double time) const override;
   void setTime(double time) override;
   [[nodiscard]] QString stepName() const override { return tr("Change Duration"); }
 };

@@ -13,7 +13,10 @@ namespace {
 
 constexpr double zoomRange = 275;
 constexpr double leastUnitWidth = 25;
+constexpr double leastWidthAtAll = 1e-3;
+constexpr double leastDuration = 1e-3;  // s
 constexpr double leastTickDistance = 5;
+constexpr double leastLabelDistance = 40;
 /// Of a frame: times that stand on a frame may lie a little before it in floating point.
 constexpr double tolerance = 1e-6;
 
@@ -24,7 +27,19 @@ foundation::TimecodeRate TYTimelineGeometry::rateOf(const model::Composition& co
 }
 
 double TYTimelineGeometry::zoomForUnitWidth(double width) {
-  return qBound(0.0, (width - leastUnitWidth) / zoomRange, 1.0);
+  if (width >= leastUnitWidth) return std::min((width - leastUnitWidth) / zoomRange, 1.0);
+  return std::log(std::max(width, leastWidthAtAll) / leastUnitWidth) * leastUnitWidth / zoomRange;
+}
+
+double TYTimelineGeometry::unitWidth() const {
+  if (m_zoom >= 0) return m_zoom * zoomRange + leastUnitWidth;
+  // Goes on as steep as it comes from above, and never reaches nothing.
+  return leastUnitWidth * std::exp(m_zoom * zoomRange / leastUnitWidth);
+}
+
+void TYTimelineGeometry::setVisibleWidth(double width) {
+  const double needed = (width - spaceBehindEnd) / std::max(m_content.duration, leastDuration);
+  m_leastZoom = std::min(0.0, zoomForUnitWidth(needed));
 }
 
 double TYTimelineGeometry::xPosition(double x, Space space) const {
@@ -76,6 +91,17 @@ int TYTimelineGeometry::tickStride() const {
   return stride;
 }
 
+int TYTimelineGeometry::secondStride() const {
+  if (unitWidth() >= leastUnitWidth) return 1;
+  int stride = 1;
+  for (const int next : {2, 5, 10, 15, 30, 60, 120, 300, 600, 900, 1800, 3600}) {
+    if (stride * unitWidth() >= leastLabelDistance) return stride;
+    stride = next;
+  }
+  while (stride * unitWidth() < leastLabelDistance) stride *= 2;
+  return stride;
+}
+
 void TYTimelineGeometry::enumerateTicks(Space space, double fromX, double toX,
                                         const TickBlock& block) const {
   const int last = static_cast<int>(m_content.duration);
@@ -83,11 +109,13 @@ void TYTimelineGeometry::enumerateTicks(Space space, double fromX, double toX,
   const int stride = tickStride();
   const double distance = unitWidth() / ticks;
   const double zero = xPosition(0, space);
+  const int seconds = secondStride();
   const int first = std::max(0, static_cast<int>((fromX - zero) / unitWidth()) - 1);
-  for (int second = first; second <= last; ++second) {
+  for (int second = first - first % seconds; second <= last; second += seconds) {
     const double x = zero + second * unitWidth();
     if (x > toX) return;
     block(x, second);
+    if (unitWidth() < leastUnitWidth) continue;
     for (int tick = stride; tick < ticks && second < last; tick += stride)
       block(x + tick * distance, -1);
   }

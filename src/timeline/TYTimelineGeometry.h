@@ -49,10 +49,14 @@ class TYTimelineGeometry {
   };
   [[nodiscard]] static foundation::TimecodeRate rateOf(const model::Composition& composition);
 
-  /// From 0 to 1, as the zoom slider has it.
+  /// From 0 to 1, as the zoom slider has it; below 0 where the duration needs it to be seen whole.
   [[nodiscard]] double zoom() const { return m_zoom; }
-  void setZoom(double zoom) { m_zoom = qBound(0.0, zoom, 1.0); }
-  /// The zoom at which a second has this width, as near as it can be.
+  void setZoom(double zoom) { m_zoom = qBound(m_leastZoom, zoom, 1.0); }
+  [[nodiscard]] double leastZoom() const { return m_leastZoom; }
+  /// Lets the zoom go down to where the whole duration has room in this width. The zoom itself
+  /// stays.
+  void setVisibleWidth(double width);
+  /// The zoom at which a second has this width; at most 1.
   [[nodiscard]] static double zoomForUnitWidth(double width);
   [[nodiscard]] QPointF visibleOrigin() const { return m_visible; }
   void setVisibleOrigin(const QPointF& origin) { m_visible = origin; }
@@ -60,8 +64,8 @@ class TYTimelineGeometry {
   void setContent(const Content& content) { m_content = content; }
 
   // Times
-  /// The width of a second.
-  [[nodiscard]] double unitWidth() const { return m_zoom * 275 + 25; }
+  /// The width of a second: 25 to 300 for zooms from 0 to 1, and less by a factor below.
+  [[nodiscard]] double unitWidth() const;
   [[nodiscard]] double xPositionAtTime(double time) const { return unitWidth() * time; }
   /// On a whole pixel.
   [[nodiscard]] double xPosition(double x, Space space) const;
@@ -99,6 +103,9 @@ class TYTimelineGeometry {
   /// Every how manieth frame has a mark, so that marks do not touch. Grows by one for every
   /// doubling of their distance.
   [[nodiscard]] int tickStride() const;
+  /// Every how manieth second has a mark. More than 1 only below the zoom of 0, where frames have
+  /// none.
+  [[nodiscard]] int secondStride() const;
   /// Called with the x of a mark; those of seconds carry the second, others -1.
   using TickBlock = std::function<void(double x, int second)>;
   /// From time 0 to the last whole second; only marks between the two x are visited.
@@ -106,6 +113,7 @@ class TYTimelineGeometry {
 
  private:
   double m_zoom = 0.38;
+  double m_leastZoom = 0;
   QPointF m_visible;
   Content m_content;
 };

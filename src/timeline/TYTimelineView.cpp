@@ -75,8 +75,7 @@ void TYTimelineView::setComposition(Composition* composition) {
   m_composition = composition;
   m_scene->composition = composition;
   m_scene->rows.setComposition(composition);
-  m_scene->currentRow = 0;
-  m_scene->currentTime.reset();
+  setCurrentRow(0);
   m_scene->componentMouseOverRow = -1;
   m_input->selecting().forgetLast();
   if (composition)
@@ -127,11 +126,12 @@ void TYTimelineView::takeContent() {
 
 void TYTimelineView::zoomKeeping(double time, double x, double zoom) {
   m_fitsWhenShown = false;
+  updateZoomRange();
   TYTimelineGeometry& geometry = m_scene->geometry;
   const double before = geometry.zoom();
   geometry.setZoom(zoom);
   if (geometry.zoom() == before) return;
-  m_editors->close();
+  m_editors->finish();
   updateSize();
   m_scrollView->scrollTo({TYTimelineGeometry::xOffset + geometry.xPositionAtTime(time) - x,
                           geometry.visibleOrigin().y()});
@@ -200,6 +200,7 @@ void TYTimelineView::scrolled() {
   // What stays in sight is moved, not painted.
   m_scrollView->clipView().scroll(moved.x(), moved.y());
   m_scrollView->verticalRuler().scroll(0, moved.y());
+  m_editors->scrolled(moved);
   if (moved.x() != 0) updateTimelineRuler();
 }
 
@@ -222,8 +223,16 @@ void TYTimelineView::followVisibleRows() {
 
 // Bringing up to date
 
+void TYTimelineView::updateZoomRange() {
+  TYTimelineGeometry& geometry = m_scene->geometry;
+  const double before = geometry.leastZoom();
+  geometry.setVisibleWidth(visibleSize().width());
+  if (geometry.leastZoom() != before) Q_EMIT leastZoomChanged(geometry.leastZoom());
+}
+
 void TYTimelineView::updateSize() {
   takeContent();
+  updateZoomRange();
   m_scrollView->setDocumentSize(m_scene->geometry.timeAxisSize());
   scrolled();
   updateAll();
@@ -265,7 +274,7 @@ void TYTimelineView::setNeedsRows() {
 void TYTimelineView::rowsChanged() {
   m_rowsAreDue = false;
   m_painter->rowPainter().forgetAllCurves();
-  m_scene->currentRow = std::min(m_scene->currentRow, m_scene->rows.count() - 1);
+  findCurrentRow();
   m_scene->componentMouseOverRow = -1;
   updateSize();
   QAccessibleEvent event(this, QAccessible::ObjectReorder);
@@ -287,8 +296,10 @@ void TYTimelineView::timeChanged() {
   const int left = static_cast<int>(m_scene->componentsWidth);
   for (const int x : {before, now}) {
     m_scrollView->clipView().update(ClipPainter::markerStrip(x, height));
-    m_scrollView->horizontalRuler().update(
-        TimeRulerPainter::markerRect(x).toRect().translated(left, 0));
+    QRect mark = TimeRulerPainter::markerRect(x).toRect().translated(left, 0);
+    // Standing on a second it moves the number aside.
+    if (!m_composition->playMode()) mark.setRight(mark.right() + TimeRulerPainter::widestLabel);
+    m_scrollView->horizontalRuler().update(mark);
   }
   updateButtons();
 }
@@ -314,8 +325,25 @@ int TYTimelineView::currentRow() const {
   return m_scene->currentRow;
 }
 
+void TYTimelineView::findCurrentRow() {
+  if (m_scene->currentRow < 0) return;
+  store::ManagedObject* object = m_composition->context()->objectWithId(m_currentObject);
+  const auto* attribute = dynamic_cast<model::Attribute*>(object);
+  int row = attribute ? m_scene->rows.rowOf(*attribute) : -1;
+  // Of a row that was closed the component's is left.
+  if (attribute && row < 0) object = attribute->component();
+  if (const auto* component = dynamic_cast<QuartzComponent*>(object))
+    row = m_scene->rows.rowOf(*component);
+  if (row < 0 || !m_scene->rows.at(row).attribute) m_scene->currentTime.reset();
+  m_scene->currentRow = row >= 0 ? row : std::min(m_scene->currentRow, m_scene->rows.count() - 1);
+}
+
 void TYTimelineView::setCurrentRow(int row) {
   m_scene->currentTime.reset();
+  const TimelineRow content = m_scene->rows.at(row);
+  m_currentObject = content.attribute   ? content.attribute->objectId()
+                    : content.component ? content.component->objectId()
+                                        : 0;
   const int before = std::exchange(m_scene->currentRow, row);
   updateRow(before);
   updateRow(row);
@@ -338,7 +366,7 @@ void TYTimelineView::setMouseOver(int row, bool eye) {
 }
 
 void TYTimelineView::setExpanded(QuartzComponent& component, bool expanded, Expanded which) {
-  m_editors->close();
+  m_editors->finish();
   if (which == Expanded::One) return component.setExpanded(expanded);
   for (QuartzComponent* one : m_composition->components()) one->setExpanded(expanded);
 }
@@ -392,6 +420,7 @@ void TYTimelineView::resizeEvent(QResizeEvent* event) {
       width() < narrowView ? Measures::narrowComponentsWidth : Measures::componentsWidth;
   m_scrollView->setComponentsWidth(static_cast<int>(m_scene->componentsWidth));
   m_scrollView->setGeometry(rect());
+  updateZoomRange();
 }
 
 void TYTimelineView::showEvent(QShowEvent* event) {

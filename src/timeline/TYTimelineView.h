@@ -51,7 +51,7 @@ class TYTimelineView : public QWidget {
   [[nodiscard]] TimelineEditors& editors() const { return *m_editors; }
 
   // Zoom
-  /// From 0 to 1.
+  /// From 0 to 1; below 0 where that is needed to see the whole duration.
   [[nodiscard]] double zoom() const { return timelineGeometry().zoom(); }
   /// Around the editor marker where it is seen, else around the middle.
   void setZoom(double zoom);
@@ -59,7 +59,7 @@ class TYTimelineView : public QWidget {
   void zoomAround(double x, double zoom);
   void zoomIn() { setZoom(zoom() + zoomStep); }
   void zoomOut() { setZoom(zoom() - zoomStep); }
-  /// The whole duration, as far as the zoom goes, from its beginning.
+  /// The whole duration from its beginning; short ones as large as the zoom goes.
   void zoomToFit();
   static constexpr double zoomStep = 0.08;
 
@@ -109,6 +109,8 @@ class TYTimelineView : public QWidget {
 
  Q_SIGNALS:
   void zoomChanged(double zoom);
+  /// 0, or less where the duration needs it to be seen whole.
+  void leastZoomChanged(double zoom);
 
  protected:
   bool event(QEvent* event) override;
@@ -127,8 +129,10 @@ class TYTimelineView : public QWidget {
   void takeContent();
   void timeChanged();
   void rowsChanged();
+  void findCurrentRow();
   void followVisibleRows();
   void attributeChanged(const model::Attribute& attribute);
+  void updateZoomRange();
   void zoomKeeping(double time, double x, double zoom);
   void setNeedsRows();
   void updateButtons();
@@ -144,7 +148,8 @@ class TYTimelineView : public QWidget {
   std::unique_ptr<TimelineInput> m_input;
   std::unique_ptr<TimelineEditors> m_editors;
   TYTimelineScrollView* m_scrollView;
-  int m_markerX = 0;  ///< where the editor marker was painted last
+  store::ObjectId m_currentObject = 0;  ///< the component or attribute of the current row
+  int m_markerX = 0;                    ///< where the editor marker was painted last
   bool m_rowsAreDue = false;
   bool m_fitsWhenShown = true;        ///< until the zoom was chosen
   std::pair<int, int> m_buttonFlags;  ///< that were painted

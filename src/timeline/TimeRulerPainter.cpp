@@ -37,15 +37,19 @@ void drawTimelineRuler(QPainter& painter, const TimelineScene& scene, double fro
   const double ascent = QFontMetricsF(painter.font()).ascent();
   // The label's baseline stands a little above the lower end of the marks.
   const double top = thickness - Geometry::tickHeight - 2.5 - ascent;
-  constexpr double widestLabel = 60;
+  const double marker = scene.geometry.positionOfEditorTimeInRuler(Space::Ruler);
   scene.geometry.enumerateTicks(
-      Space::Ruler, from - widestLabel, to, [&](double position, int second) {
+      Space::Ruler, from - TimeRulerPainter::widestLabel, to, [&](double position, int second) {
         const double x = std::round(position);
         pixels.vertical(x, bottom - (second >= 0 ? Geometry::unitHeight : Geometry::tickHeight),
                         bottom, marks);
-        if (second >= 0)
-          widgets::TabularText::draw(painter, {x + labelGap, top, widestLabel, thickness},
-                                     Qt::AlignLeft | Qt::AlignTop, QString::number(second));
+        if (second < 0) return;
+        // Aside of the marker while that stands on the second, as it does at the beginning.
+        const bool isCovered = x == marker && !scene.composition->playMode();
+        const double gap = isCovered ? Measures::markerSize.width() / 2 + 3 : labelGap;
+        widgets::TabularText::draw(painter,
+                                   {x + gap, top, TimeRulerPainter::widestLabel, thickness},
+                                   Qt::AlignLeft | Qt::AlignTop, QString::number(second));
       });
 }
 

@@ -17,6 +17,7 @@ class TimeRulerPainter {
   // In pixels of the ruler right of the corner.
   [[nodiscard]] static QRectF stopFrameRect(const TYTimelineGeometry& geometry, double time);
   [[nodiscard]] static QRectF endHandleRect(const TYTimelineGeometry& geometry);
+  static constexpr int widestLabel = 60;
   /// What the editor marker touches.
   [[nodiscard]] static QRectF markerRect(double x);
 };

@@ -17,8 +17,7 @@ TimeSnapping TimeSnapping::ofComposition(const model::Composition& composition,
   QList<double> targets{0};
   if (!leftOut.end) targets.append(composition.duration());
   if (!leftOut.editorTime) targets.append(composition.editorTimepoint());
-  for (const double time : composition.stopFrameTimepoints())
-    if (leftOut.stopFrame != time) targets.append(time);
+  if (!leftOut.stopFrames) targets.append(composition.stopFrameTimepoints());
   for (const model::QuartzComponent* component : composition.components())
     if (!leftOut.components.contains(component))
       targets << component->startTime() << component->endTime();

@@ -23,7 +23,7 @@ class TimeSnapping {
   /// What is dragged itself must not be a target.
   struct LeftOut {
     QSet<const model::QuartzComponent*> components = {};
-    std::optional<double> stopFrame = {};
+    bool stopFrames = false;  ///< where they would replace each other
     bool end = false;
     bool editorTime = false;
   };

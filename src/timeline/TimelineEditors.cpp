@@ -33,6 +33,17 @@ void TimelineEditors::close() {
   m_open.clear();
 }
 
+void TimelineEditors::finish() {
+  if (auto* field = qobject_cast<InPlaceField*>(m_open.data())) field->keep();
+  close();
+}
+
+void TimelineEditors::scrolled(const QPoint& moved) {
+  // The field of a title is a child of its ruler, which takes it along.
+  if (m_open && m_open->parentWidget() == &m_view && !m_open->isWindow())
+    m_open->move(m_open->x() + moved.x(), m_open->y());
+}
+
 QWidget* TimelineEditors::open() const {
   return m_open && m_open->isVisible() ? m_open.data() : nullptr;
 }

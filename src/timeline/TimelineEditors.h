@@ -29,6 +29,10 @@ class TimelineEditors {
   void editKeyFrame(const KeyFrameReference& keyFrame);
   /// Drops what is being typed.
   void close();
+  /// Keeps what is being typed, because its place goes away.
+  void finish();
+  /// Fields go along with the rows and the ruler. Logical pixels.
+  void scrolled(const QPoint& moved);
   /// The open field or panel, if any.
   [[nodiscard]] QWidget* open() const;
 

@@ -347,15 +347,15 @@ void TimelineInput::turnWheel(Area area, QWheelEvent& event) {
 }
 
 bool TimelineInput::pinch(Area area, QEvent& event) {
-  const double left = area == Area::Rows ? 0 : m_view.scene().componentsWidth;
   const auto zoomBy = [&](double factor, double x) {
     const double width = m_view.timelineGeometry().unitWidth() * factor;
-    m_view.zoomAround(x - left, TYTimelineGeometry::zoomForUnitWidth(width));
+    m_view.zoomAround(std::max(0.0, x), TYTimelineGeometry::zoomForUnitWidth(width));
   };
   if (event.type() == QEvent::NativeGesture) {
     const auto& native = static_cast<QNativeGestureEvent&>(event);
     if (native.gestureType() != Qt::ZoomNativeGesture) return false;
-    zoomBy(1 + native.value(), native.position().x());
+    const double left = area == Area::Rows ? 0 : m_view.scene().componentsWidth;
+    zoomBy(1 + native.value(), native.position().x() - left);
     return true;
   }
   const auto* gesture = static_cast<const QPinchGesture*>(

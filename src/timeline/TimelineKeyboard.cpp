@@ -5,13 +5,15 @@
 
 #include "model/Composition.h"
 #include "store/ObjectContext.h"
-#include "timeline/ComponentTiming.h"
+#include "timeline/ComponentGesture.h"
+#include "timeline/ReorderGesture.h"
 #include "timeline/RowSelecting.h"
 #include "timeline/TYTimelineView.h"
 #include "timeline/TimelineEditors.h"
 #include "timeline/TimelineInput.h"
 #include "timeline/TimelineReading.h"
 #include "timeline/TimelineScene.h"
+#include "timeline/TransportCommands.h"
 
 namespace timeline {
 
@@ -29,11 +31,17 @@ int directionOf(const QKeyEvent& event) {
   return event.key() == Qt::Key_Right || event.key() == Qt::Key_Down ? 1 : -1;
 }
 
+bool isDelete(const QKeyEvent& event) {
+  return event.key() == Qt::Key_Delete || event.key() == Qt::Key_Backspace;
+}
+
 }  // namespace
 
 bool TimelineKeyboard::claims(const QKeyEvent& event) const {
-  return isSideways(event) && (event.modifiers().testFlag(Qt::AltModifier) ||
-                               event.modifiers().testFlag(Qt::ControlModifier));
+  if (isDelete(event)) return currentStopFrame() != nullptr;
+  const bool alt = event.modifiers().testFlag(Qt::AltModifier);
+  if (isSideways(event)) return alt || event.modifiers().testFlag(Qt::ControlModifier);
+  return alt && (event.key() == Qt::Key_Up || event.key() == Qt::Key_Down);
 }
 
 bool TimelineKeyboard::press(const QKeyEvent& event) {
@@ -42,7 +50,18 @@ bool TimelineKeyboard::press(const QKeyEvent& event) {
   switch (event.key()) {
     case Qt::Key_Up:
     case Qt::Key_Down:
-      moveRow(directionOf(event), shift);
+      if (event.modifiers().testFlag(Qt::AltModifier))
+        arrange(directionOf(event));
+      else
+        moveRow(directionOf(event), shift);
+      return true;
+    case Qt::Key_Delete:
+    case Qt::Key_Backspace:
+      return removeStopFrame();
+    case Qt::Key_BracketLeft:
+    case Qt::Key_BracketRight:
+      if (event.modifiers().testFlag(Qt::ControlModifier)) return false;
+      moveEdge(event.key() == Qt::Key_BracketLeft ? TimelineHit::StartEdge : TimelineHit::EndEdge);
       return true;
     case Qt::Key_Left:
     case Qt::Key_Right:
@@ -116,10 +135,9 @@ void TimelineKeyboard::moveByFrames(int frames) {
   if (m_view.currentRow() < 0) {
     model::StopFrame* stopFrame = currentStopFrame();
     if (!stopFrame) return;
-    const store::UndoStep step(*stopFrame->context(), tr("Move Stop Frame"));
     const auto& rate = m_view.timelineGeometry().content().rate;
-    const double time = stopFrame->timepoint() + frames / rate.framesPerSecond();
-    stopFrame->setTimepoint(qBound(0.0, time, m_view.composition()->duration()));
+    TransportCommands(*m_view.composition())
+        .moveStopFrame(*stopFrame, stopFrame->timepoint() + frames / rate.framesPerSecond());
     m_view.scene().currentTime = stopFrame->timepoint();
     m_view.revealTime(stopFrame->timepoint());
   } else if (!KeyFrameSelection(*m_view.composition()).isEmpty()) {
@@ -130,14 +148,58 @@ void TimelineKeyboard::moveByFrames(int frames) {
   announce();
 }
 
+void TimelineKeyboard::arrange(int step) {
+  Composition& composition = *m_view.composition();
+  const QList<model::QuartzComponent*> order = composition.componentsSortedByInverseZLevel();
+  const QList<model::QuartzComponent*> selected = composition.selectedComponents();
+  if (selected.isEmpty()) return;
+  qsizetype first = order.size();
+  qsizetype last = 0;
+  for (model::QuartzComponent* component : selected) {
+    first = std::min(first, order.indexOf(component));
+    last = std::max(last, order.indexOf(component));
+  }
+  moveComponentsToPlace(composition, selected,
+                        qBound(qsizetype{0}, step < 0 ? first - 1 : last + 2, order.size()),
+                        tr("Arrange"));
+}
+
+bool TimelineKeyboard::removeStopFrame() {
+  model::StopFrame* stopFrame = currentStopFrame();
+  if (!stopFrame) return false;
+  m_view.composition()->removeStopFrame(*stopFrame);
+  m_view.scene().currentTime.reset();
+  announce();
+  return true;
+}
+
+void TimelineKeyboard::moveEdge(TimelineHit::Part part) {
+  Composition& composition = *m_view.composition();
+  const double time = composition.editorTimepoint();
+  if (m_view.currentRow() < 0) {
+    if (part != TimelineHit::EndEdge || time <= 0) return;
+    const store::UndoStep step(*composition.context(), tr("Change Duration"));
+    composition.setDuration(time);
+    return announce();
+  }
+  const QList<model::QuartzComponent*> selected = composition.selectedComponents();
+  if (selected.isEmpty()) return;
+  const store::UndoStep step(*composition.context(), ComponentGesture::stepName(part, selected));
+  for (model::QuartzComponent* component : selected)
+    if (part == TimelineHit::StartEdge)
+      ComponentTiming::adjustStartTime(*component, ComponentTiming::Duration::Change,
+                                       time - component->startTime());
+    else if (time > component->startTime())
+      component->setEndTime(time);
+  announce();
+}
+
 void TimelineKeyboard::moveComponents(int frames) {
   Composition& composition = *m_view.composition();
   const QList<model::QuartzComponent*> selected = composition.selectedComponents();
   if (selected.isEmpty()) return;
   const store::UndoStep step(*composition.context(),
-                             selected.size() == 1
-                                 ? tr("Move %1").arg(selected.first()->title())
-                                 : tr("Move %n Components", nullptr, int(selected.size())));
+                             ComponentGesture::stepName(TimelineHit::Body, selected));
   const double delta = frames / m_view.timelineGeometry().content().rate.framesPerSecond();
   for (model::QuartzComponent* component : selected)
     ComponentTiming::adjustStartTime(*component, ComponentTiming::Duration::Keep, delta);
@@ -184,7 +246,9 @@ QString TimelineKeyboard::description() const {
   if (!scene.composition) return {};
   if (model::StopFrame* stopFrame = currentStopFrame())
     return TimelineReading::stopFrame(*stopFrame, scene.geometry.content().rate);
-  if (scene.currentRow < 0) return tr("Time ruler");
+  if (scene.currentRow < 0)
+    return tr("Time ruler, duration %1")
+        .arg(TimelineReading::time(scene.composition->duration(), scene.geometry.content().rate));
   const TimelineRow now = row();
   if (now.attribute && scene.currentTime)
     return TimelineReading::keyFrame({now.attribute, *scene.currentTime},

@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <optional>
 
+#include "timeline/TimelinePicker.h"
+
 class QKeyEvent;
 
 namespace model {
@@ -16,8 +18,9 @@ struct TimelineRow;
 
 /// The timeline without a mouse. Up and Down walk the rows, the row above all being the time ruler
 /// with its stop frames; Alt and Left or Right walk the key frames of a row; Ctrl and Left or Right
-/// move what is selected by a frame, with Shift by ten; Return edits, F2 renames, plus and minus
-/// open and close.
+/// move what is selected by a frame, with Shift by ten; Alt and Up or Down change the order; the
+/// brackets put start and end at the editor time, in the time ruler the end of the composition;
+/// Return edits, F2 renames, plus and minus open and close, Delete removes a stop frame.
 class TimelineKeyboard {
   Q_DECLARE_TR_FUNCTIONS(TimelineKeyboard)
 
@@ -38,6 +41,9 @@ class TimelineKeyboard {
   void moveRow(int step, bool extends);
   void walk(int step, bool adds);
   void moveByFrames(int frames);
+  void arrange(int step);
+  [[nodiscard]] bool removeStopFrame();
+  void moveEdge(TimelineHit::Part part);
   void moveComponents(int frames);
   void moveKeyFrames(int frames);
   void edit();

@@ -101,6 +101,7 @@ void TimelineMenu::addForTime(QMenu& menu, TYTimelineView& view, double time) {
 
 TimelineTarget TimelineMenu::targetAt(const TimelineScene& scene, const QPoint& point) {
   TimelineTarget target;
+  target.time = scene.composition->editorTimepoint();  // where the place tells none
   const QPointF inClip(point.x() - scene.componentsWidth,
                        point.y() - TYTimelineGeometry::rulerThickness);
   const TimelinePicker picker(scene);

@@ -33,6 +33,7 @@ TimelinePanel::TimelinePanel(QWidget* parent) : QWidget(parent) {
   m_transport->setZoom(m_view->zoom());
   connect(m_transport, &TransportBar::zoomChanged, m_view, &TYTimelineView::setZoom);
   connect(m_view, &TYTimelineView::zoomChanged, m_transport, &TransportBar::setZoom);
+  connect(m_view, &TYTimelineView::leastZoomChanged, m_transport, &TransportBar::setLeastZoom);
   connect(m_transport, &TransportBar::hintChanged, this,
           [this](const QString& hint) { m_view->host().showHint(hint); });
   connect(m_transport, &TransportBar::typingEnded, this,

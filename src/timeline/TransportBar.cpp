@@ -183,6 +183,11 @@ Result<double> TransportBar::framesFromText(const QString& text, double present)
   return foundation::failure(tr("The graphic ends at %1.").arg(end().toString()));
 }
 
+void TransportBar::setLeastZoom(double zoom) {
+  const QSignalBlocker blocker(m_zoom);
+  m_zoom->setMinimum(qFloor(zoom * zoomSteps));
+}
+
 void TransportBar::setZoom(double zoom) {
   const QSignalBlocker blocker(m_zoom);
   m_zoom->setValue(qRound(zoom * zoomSteps));

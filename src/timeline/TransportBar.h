@@ -32,8 +32,10 @@ class TransportBar : public QWidget {
   [[nodiscard]] widgets::TYSegmentedControl& controls() const { return *m_controls; }
   [[nodiscard]] widgets::TYTimecodeField& timecodeField() const { return *m_field; }
   [[nodiscard]] QSlider& zoomSlider() const { return *m_zoom; }
-  /// 0 to 1. Announces nothing.
+  /// From the least zoom to 1. Announces nothing.
   void setZoom(double zoom);
+  /// How far the slider goes down; 0 to begin with.
+  void setLeastZoom(double zoom);
 
  Q_SIGNALS:
   void zoomChanged(double zoom);

@@ -1,5 +1,7 @@
 #include "timeline/TransportCommands.h"
 
+#include <tuple>
+
 #include "document/TimeCommands.h"
 #include "model/Composition.h"
 #include "store/ObjectContext.h"
@@ -67,6 +69,15 @@ double TransportCommands::nextStopFrame() const {
 
 double TransportCommands::previousStopFrame() const {
   return TimeCommands::previousOf(sortedStopFrames(), m_composition.editorTimepoint());
+}
+
+void TransportCommands::moveStopFrame(model::StopFrame& stopFrame, double time) {
+  double there = time;
+  std::ignore = m_composition.validateEditorTimepoint(there);
+  const store::UndoStep step(*m_composition.context(), tr("Move Stop Frame"));
+  for (model::StopFrame* other : m_composition.stopFramesSortedByTime())
+    if (other != &stopFrame && other->isTimepoint(there)) m_composition.removeStopFrame(*other);
+  stopFrame.setTimepoint(there);
 }
 
 void TransportCommands::addStopFrame() {

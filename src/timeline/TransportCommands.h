@@ -7,6 +7,7 @@
 namespace model {
 class Attribute;
 class Composition;
+class StopFrame;
 }  // namespace model
 
 namespace timeline {
@@ -34,6 +35,9 @@ class TransportCommands {
   /// The editor time where there is none.
   [[nodiscard]] double nextStopFrame() const;
   [[nodiscard]] double previousStopFrame() const;
+  /// Moves it to where the editor time can be that is nearest to the time. One that stands there
+  /// is replaced, as key frames are.
+  void moveStopFrame(model::StopFrame& stopFrame, double time);
   void addStopFrame();
   void removeStopFrame();
   void perform(TYTimelineControlButtons::Action action);

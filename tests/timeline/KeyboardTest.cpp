@@ -61,6 +61,75 @@ TEST_F(Keyboard, movesBarsAndStopFrames) {
   EXPECT_EQ(undoName(), QStringLiteral("Move Stop Frame"));
 }
 
+TEST_F(Keyboard, changesTheOrderAndStaysWithItsRow) {
+  auto* bottom = add(QStringLiteral("Bottom"), 0, 5);
+  auto* middle = add(QStringLiteral("Middle"), 0, 5);
+  auto* top = add(QStringLiteral("Top"), 0, 5);
+  keyPress(Qt::Key_Down);
+  ASSERT_TRUE(middle->selected());
+  keyPress(Qt::Key_Down, Qt::AltModifier);
+  QApplication::processEvents();
+  EXPECT_EQ(graphic->componentsSortedByInverseZLevel(),
+            (QList<model::QuartzComponent*>{top, bottom, middle}));
+  EXPECT_EQ(undoName(), QStringLiteral("Arrange"));
+  EXPECT_EQ(view.currentRow(), 2);
+  keyPress(Qt::Key_Down, Qt::AltModifier);  // no further
+  EXPECT_EQ(steps(), 1);
+  keyPress(Qt::Key_Up, Qt::AltModifier);
+  keyPress(Qt::Key_Up, Qt::AltModifier);
+  keyPress(Qt::Key_Up, Qt::AltModifier);
+  QApplication::processEvents();
+  EXPECT_EQ(graphic->componentsSortedByInverseZLevel().first(), middle);
+  EXPECT_EQ(view.currentRow(), 0);
+  view.setCurrentRow(2);
+  top->setExpanded(true);
+  QApplication::processEvents();
+  EXPECT_EQ(view.rows().at(view.currentRow()).component, bottom) << "opened above it";
+}
+
+TEST_F(Keyboard, bracketsPutEdgesAndTheEndAtTheMarker) {
+  auto* bar = add(QStringLiteral("Bar"), 1, 5);
+  graphic->setEditorTimepoint(2);
+  keyPress(Qt::Key_Down);
+  keyPress(Qt::Key_BracketLeft);
+  EXPECT_DOUBLE_EQ(bar->startTime(), 2);
+  EXPECT_EQ(undoName(), QStringLiteral("Change Start of Bar"));
+  graphic->setEditorTimepoint(4);
+  keyPress(Qt::Key_BracketRight);
+  EXPECT_DOUBLE_EQ(bar->endTime(), 4);
+  EXPECT_EQ(undoName(), QStringLiteral("Change End of Bar"));
+  graphic->setEditorTimepoint(1);
+  keyPress(Qt::Key_BracketRight);  // not before its start
+  EXPECT_EQ(steps(), 2);
+  graphic->setEditorTimepoint(8);
+  keyPress(Qt::Key_Up);
+  EXPECT_EQ(hint, QStringLiteral("Time ruler, duration 00:00:10:00"));
+  keyPress(Qt::Key_BracketRight);
+  EXPECT_DOUBLE_EQ(graphic->duration(), 8);
+  EXPECT_EQ(undoName(), QStringLiteral("Change Duration"));
+}
+
+TEST_F(Keyboard, deletesTheStopFrameItIsOnAndNothingElse) {
+  auto* bar = add(QStringLiteral("Bar"), 1, 5);
+  graphic->addStopFrame(2);
+  settle();
+  bar->setSelected(true);
+  const auto claims = [this] {
+    QKeyEvent asked(QEvent::ShortcutOverride, Qt::Key_Delete, Qt::NoModifier);
+    asked.ignore();
+    QApplication::sendEvent(&view, &asked);
+    return asked.isAccepted();
+  };
+  EXPECT_FALSE(claims());
+  keyPress(Qt::Key_Up);
+  keyPress(Qt::Key_Right, Qt::AltModifier);
+  EXPECT_TRUE(claims());
+  keyPress(Qt::Key_Delete);
+  EXPECT_TRUE(graphic->stopFrames().isEmpty());
+  EXPECT_EQ(undoName(), QStringLiteral("Remove Stop Frame"));
+  EXPECT_FALSE(claims());
+}
+
 TEST_F(Keyboard, leavesTheTransportItsKeys) {
   add(QStringLiteral("Bar"), 1, 3);
   for (const auto key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Space, Qt::Key_Home, Qt::Key_End}) {
@@ -109,13 +178,27 @@ TEST_F(Keyboard, zoomsAroundThePointerAndFits) {
   QApplication::sendEvent(&view.scrollView().clipView(), &wheel);
   EXPECT_LT(view.zoom(), 1);
   EXPECT_NEAR(view.timelineGeometry().secondsAt(500, TYTimelineGeometry::Space::Ruler), time, 0.01);
+  const double before = view.timelineGeometry().unitWidth();
+  auto& ruler = view.scrollView().horizontalRuler();
+  const QPointF spread(view.scene().componentsWidth + 500, 10);
+  const double middle = view.timelineGeometry().secondsAt(500, TYTimelineGeometry::Space::Ruler);
+  QNativeGestureEvent pinch(Qt::ZoomNativeGesture, QPointingDevice::primaryPointingDevice(), 2,
+                            spread, spread, ruler.mapToGlobal(spread), -0.1, {});
+  QApplication::sendEvent(&ruler, &pinch);
+  EXPECT_NEAR(view.timelineGeometry().unitWidth(), 0.9 * before, 1e-6);
+  EXPECT_NEAR(view.timelineGeometry().secondsAt(500, TYTimelineGeometry::Space::Ruler), middle,
+              0.01);
   view.zoomToFit();
-  EXPECT_GE(spy.count(), 2);
+  EXPECT_GE(spy.count(), 3);
   EXPECT_EQ(view.timelineGeometry().visibleOrigin().x(), 0);
   const double end = view.timelineGeometry().xPositionAtTime(10, TYTimelineGeometry::Space::Ruler);
   EXPECT_LE(end, view.visibleSize().width());
   EXPECT_GE(end, view.visibleSize().width() - 60);
   EXPECT_LE(view.timelineGeometry().timeAxisSize().width(), view.visibleSize().width());
+  graphic->setDuration(600);
+  view.zoomToFit();
+  EXPECT_LE(view.timelineGeometry().timeAxisSize().width(), view.visibleSize().width());
+  EXPECT_LT(view.zoom(), 0);
 }
 
 TEST_F(Keyboard, theWheelScrollsOverRowsAndTitles) {

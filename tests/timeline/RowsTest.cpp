@@ -126,6 +126,16 @@ TEST_F(Rows, stopFramesTakeTheirTriggerText) {
   QTest::keyClick(field, Qt::Key_Return);
   EXPECT_EQ(stop->triggerInformation(), QStringLiteral("Go"));
   EXPECT_EQ(undoName(), QStringLiteral("Change Trigger Text"));
+  view.resize(1400, 400);
+  view.editors().editTriggerText(*stop);
+  field = qobject_cast<InPlaceField*>(view.editors().open());
+  const int before = field->x();
+  view.scrollBy({100, 0});
+  EXPECT_EQ(field->x(), before - 100) << "it stays with its mark";
+  QTest::keyClicks(field, QStringLiteral("Now"));
+  view.zoomIn();
+  view.zoomOut();
+  EXPECT_EQ(stop->triggerInformation(), QStringLiteral("Now")) << "zooming drops nothing";
 }
 
 TEST_F(Rows, keyFramesAreEditedByDoubleClick) {

@@ -27,13 +27,54 @@ TYTimelineGeometry geometryOf(double duration, quint64 ticks, double zoom) {
   return geometry;
 }
 
+struct Ticks {
+  QList<int> seconds;
+  int frames = 0;
+};
+
+Ticks ticksOf(const TYTimelineGeometry& geometry) {
+  Ticks ticks;
+  geometry.enumerateTicks(Space::Rows, 0, 1e6, [&](double, int second) {
+    if (second >= 0)
+      ticks.seconds.append(second);
+    else
+      ++ticks.frames;
+  });
+  return ticks;
+}
+
 TEST(TimelineGeometry, goesFrom25To300PointsASecond) {
   EXPECT_DOUBLE_EQ(geometryOf(5, 25, 0).unitWidth(), 25);
   EXPECT_DOUBLE_EQ(geometryOf(5, 25, 1).unitWidth(), 300);
   EXPECT_DOUBLE_EQ(geometryOf(5, 25, 7).unitWidth(), 300);
   EXPECT_DOUBLE_EQ(TYTimelineGeometry::zoomForUnitWidth(25), 0);
   EXPECT_DOUBLE_EQ(TYTimelineGeometry::zoomForUnitWidth(162.5), 0.5);
-  EXPECT_DOUBLE_EQ(TYTimelineGeometry::zoomForUnitWidth(1), 0);
+}
+
+TEST(TimelineGeometry, goesBelowWhereTheDurationNeedsIt) {
+  for (const double duration : {20.0, 60.0, 1800.0, 86400.0}) {
+    TYTimelineGeometry geometry = geometryOf(duration, 25, 0);
+    geometry.setVisibleWidth(1050);
+    EXPECT_EQ(geometry.unitWidth(), 25) << "having room for less changes nothing";
+    geometry.setZoom(-9);
+    EXPECT_NEAR(geometry.unitWidth(), std::min(25.0, 1000 / duration), 1e-9);
+    const double width = geometry.unitWidth();
+    EXPECT_NEAR(TYTimelineGeometry::zoomForUnitWidth(width), geometry.zoom(), 1e-9);
+    // Marks stay apart, and so do their labels.
+    double before = -100;
+    geometry.enumerateTicks(Space::Rows, 0, 1050, [&](double x, int second) {
+      EXPECT_GE(x - before, width < 25 ? 40 : 1) << second;
+      before = x;
+    });
+  }
+  TYTimelineGeometry geometry = geometryOf(100, 25, 0);
+  geometry.setVisibleWidth(1050);
+  geometry.setZoom(-1);
+  EXPECT_EQ(ticksOf(geometry).seconds.mid(0, 3), (QList<int>{0, 5, 10}));
+  EXPECT_EQ(ticksOf(geometry).frames, 0);
+  QList<int> seen;
+  geometry.enumerateTicks(Space::Rows, 133, 260, [&](double, int s) { seen.append(s); });
+  EXPECT_EQ(seen, (QList<int>{10, 15, 20, 25})) << "the same marks wherever one looks";
 }
 
 TEST(TimelineGeometry, placesTimesOnWholePixels) {
@@ -87,22 +128,6 @@ TEST(TimelineGeometry, isAsLargeAsDurationAndRows) {
   EXPECT_EQ(geometry.componentRowForPoint({5, 18}, view), 2);
   EXPECT_EQ(geometry.componentRectForRow(1, 2, 3), QRectF(28, 72, 50, 24));
   EXPECT_EQ(TYTimelineGeometry::rectForRow(3, 400), QRectF(0, 72, 400, 24));
-}
-
-struct Ticks {
-  QList<int> seconds;
-  int frames = 0;
-};
-
-Ticks ticksOf(const TYTimelineGeometry& geometry) {
-  Ticks ticks;
-  geometry.enumerateTicks(Space::Rows, 0, 1e6, [&](double, int second) {
-    if (second >= 0)
-      ticks.seconds.append(second);
-    else
-      ++ticks.frames;
-  });
-  return ticks;
 }
 
 TEST(TimelineGeometry, marksSecondsAndFrames) {
