@@ -271,6 +271,7 @@ void AppDelegate::quit() {
     QMetaObject::invokeMethod(
         this,
         [this, &document] {
+          if (TYWindowController* asked = windowOf(document)) asked->saveWindowState();
           closeDocument(document);
           if (m_controller.documents().isEmpty())
             QApplication::quit();

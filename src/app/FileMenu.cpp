@@ -86,7 +86,7 @@ void MenuMaker::addFile() {
        .text = tr("Save &As…"),
        .shortcuts = {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)},
        .run = [&window] { window.saving().saveAs(); }});
-  add({.identifier = QStringLiteral("saveCopy"), .text = tr("Save a &Copy…"), .run = [&window] {
+  add({.identifier = QStringLiteral("saveCopy"), .text = tr("Save a Cop&y…"), .run = [&window] {
          window.saving().saveCopy();
        }});
   add({.identifier = QStringLiteral("revert"),
@@ -125,7 +125,7 @@ void MenuMaker::addMaintenance() {
        .run = report(&DocumentCommands::upgradeComposition),
        .canRun = hasComposition()});
   add({.identifier = QStringLiteral("makePathsRelative"),
-       .text = tr("Make Paths &Relative"),
+       .text = tr("Make &Paths Relative"),
        .run = report(&DocumentCommands::makePathsRelative),
        .canRun = hasComposition()});
   add({.identifier = QStringLiteral("embedResources"),

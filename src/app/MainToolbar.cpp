@@ -27,12 +27,13 @@ constexpr int margin = 10;
 constexpr int glyphSize = 24;
 constexpr int smallestTool = 52;
 constexpr int segmentWidth = 27;
+constexpr int labelBottom = 7;  ///< puts labels on one line with those of the tools
 
 /// A control with its name below, as wide as the wider of the two.
 QWidget* labelled(QWidget* control, const QString& label) {
   auto* box = new QWidget;
   auto* column = new QVBoxLayout(box);
-  column->setContentsMargins(0, 9, 0, 4);
+  column->setContentsMargins(0, 9, 0, labelBottom);
   column->setSpacing(3);
   column->addWidget(control, 0, Qt::AlignHCenter);
   column->addStretch(1);
@@ -60,6 +61,7 @@ QToolButton* tool(const QString& glyph, const QString& label) {
 
 MainToolbar::MainToolbar(TYWindowController& window) : m_window(window) {
   setFixedHeight(toolbarHeight);
+  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   setAccessibleName(tr("Tools"));
   setAutoFillBackground(true);
   setBackgroundRole(QPalette::Button);
@@ -70,14 +72,31 @@ MainToolbar::MainToolbar(TYWindowController& window) : m_window(window) {
   row->addStretch(1);
   addAlignment(*row);
   row->addStretch(1);
-  addAction(*row, QStringLiteral("sendBackward"), QStringLiteral("Backward"), tr("Backward"));
-  addAction(*row, QStringLiteral("sendForward"), QStringLiteral("Forward"), tr("Forward"));
+  addActions(*row, {{QStringLiteral("sendBackward"), QStringLiteral("Backward"), tr("Backward")},
+                    {QStringLiteral("sendForward"), QStringLiteral("Forward"), tr("Forward")}});
   row->addSpacing(margin);
   addZoom(*row);
   row->addSpacing(margin);
-  addAction(*row, QStringLiteral("toggleStopframe"), QStringLiteral("StopFrame"), tr("Stop Frame"));
-  addAction(*row, QStringLiteral("togglePosterframe"), QStringLiteral("PosterFrame"),
-            tr("Poster Frame"));
+  addActions(
+      *row,
+      {{QStringLiteral("toggleStopframe"), QStringLiteral("StopFrame"), tr("Stop Frame")},
+       {QStringLiteral("togglePosterframe"), QStringLiteral("PosterFrame"), tr("Poster Frame")}});
+}
+
+void MainToolbar::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  int wanted = 2 * margin;
+  for (int i = 0; i < layout()->count(); ++i) {
+    const QLayoutItem* item = layout()->itemAt(i);
+    const QWidget* group = item->widget();
+    wanted += group ? std::max(group->sizeHint().width(), group->minimumWidth())
+                    : item->minimumSize().width();
+  }
+  for (QWidget* group : std::as_const(m_givingWay)) {
+    const bool gives = wanted > width();
+    group->setVisible(!gives);
+    if (gives) wanted -= group->sizeHint().width();
+  }
 }
 
 void MainToolbar::addComponents(QHBoxLayout& row) {
@@ -127,9 +146,12 @@ void MainToolbar::addAlignment(QHBoxLayout& row) {
   const QString along = QStringLiteral("VCenter");
   m_align = make(QStringLiteral("Align"), {left, across, right, top, along, bottom}, 0);
   m_distribute = make(QStringLiteral("Distribute"), {top, along, bottom, left, across, right}, 6);
-  row.addWidget(labelled(m_align, tr("Align")));
+  QWidget* align = labelled(m_align, tr("Align"));
+  QWidget* distribute = labelled(m_distribute, tr("Distribute"));
+  row.addWidget(align);
   row.addStretch(1);
-  row.addWidget(labelled(m_distribute, tr("Distribute")));
+  row.addWidget(distribute);
+  m_givingWay << distribute << align;
 }
 
 void MainToolbar::addZoom(QHBoxLayout& row) {
@@ -143,7 +165,9 @@ void MainToolbar::addZoom(QHBoxLayout& row) {
     if (model::Composition* composition = m_window.composition())
       composition->setZoomMode(m_zoom->itemData(index).toInt());
   });
-  row.addWidget(labelled(m_zoom, tr("Workbench Size")));
+  QWidget* zoom = labelled(m_zoom, tr("Workbench Size"));
+  row.addWidget(zoom);
+  m_givingWay << zoom;
 }
 
 void MainToolbar::showZoomMode(qint32 zoomMode) {
@@ -159,22 +183,30 @@ void MainToolbar::showZoomMode(qint32 zoomMode) {
 }
 
 void MainToolbar::setAlignEnabled(bool canAlign, bool canDistribute) {
-  m_align->setEnabled(canAlign);
-  m_distribute->setEnabled(canDistribute);
+  // With their labels.
+  m_align->parentWidget()->setEnabled(canAlign);
+  m_distribute->parentWidget()->setEnabled(canDistribute);
 }
 
-void MainToolbar::addAction(QHBoxLayout& row, const QString& identifier, const QString& glyph,
-                            const QString& label) {
-  QAction* action = m_window.actions().action(identifier);
-  QToolButton* button = tool(glyph, label);
-  row.addWidget(button);
-  connect(button, &QToolButton::clicked, action, &QAction::trigger);
-  const auto follow = [button, action] {
-    button->setEnabled(action->isEnabled());
-    button->setToolTip(action->toolTip());
-  };
-  connect(action, &QAction::changed, button, follow);
-  follow();
+void MainToolbar::addActions(QHBoxLayout& row, std::initializer_list<Tool> tools) {
+  auto* group = new QWidget;
+  auto* members = new QHBoxLayout(group);
+  members->setContentsMargins(0, 0, 0, 0);
+  members->setSpacing(0);
+  for (const Tool& shown : tools) {
+    QAction* action = m_window.actions().action(shown.identifier);
+    QToolButton* button = tool(shown.glyph, shown.label);
+    members->addWidget(button);
+    connect(button, &QToolButton::clicked, action, &QAction::trigger);
+    const auto follow = [button, action] {
+      button->setEnabled(action->isEnabled());
+      button->setToolTip(action->toolTip());
+    };
+    connect(action, &QAction::changed, button, follow);
+    follow();
+  }
+  row.addWidget(group);
+  m_givingWay << group;
 }
 
 }  // namespace app

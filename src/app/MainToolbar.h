@@ -26,18 +26,27 @@ class MainToolbar : public QWidget {
   void showZoomMode(qint32 zoomMode);
   void setAlignEnabled(bool canAlign, bool canDistribute);
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
   void addComponents(QHBoxLayout& row);
   void addComponent(QHBoxLayout& row, const canvas::ToolbarComponents::Entry& component);
   void addAlignment(QHBoxLayout& row);
   void addZoom(QHBoxLayout& row);
-  void addAction(QHBoxLayout& row, const QString& identifier, const QString& glyph,
-                 const QString& label);
+  struct Tool {
+    QString identifier;  ///< of the command
+    QString glyph;
+    QString label;
+  };
+  void addActions(QHBoxLayout& row, std::initializer_list<Tool> tools);
 
   TYWindowController& m_window;
   widgets::TYSegmentedControl* m_align = nullptr;
   widgets::TYSegmentedControl* m_distribute = nullptr;
   QComboBox* m_zoom = nullptr;
+  /// What gives way in narrow windows, in this order; the menus have it all.
+  QList<QWidget*> m_givingWay;
 };
 
 }  // namespace app

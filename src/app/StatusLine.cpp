@@ -1,6 +1,7 @@
 #include "app/StatusLine.h"
 
 #include <QHBoxLayout>
+#include <QPainter>
 #include <QToolButton>
 #include <cmath>
 
@@ -16,6 +17,23 @@ constexpr int lineHeight = 24;
 constexpr int margin = 12;
 constexpr int gap = 20;
 constexpr int glyphSize = 16;
+constexpr int widthForFormat = 760;
+
+/// Takes the room that is left, and shortens what is longer: a hint never widens its window.
+class HintLabel : public widgets::TokenLabel {
+ public:
+  HintLabel() : TokenLabel({}, widgets::TextStyle::Small, widgets::Token::Text2) {
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.setPen(palette().color(foregroundRole()));
+    painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter,
+                     fontMetrics().elidedText(text(), Qt::ElideRight, width()));
+  }
+};
 
 QLabel* addLabel(QHBoxLayout& row) {
   auto* label = new widgets::TokenLabel({}, widgets::TextStyle::Small, widgets::Token::Text2);
@@ -34,8 +52,8 @@ StatusLine::StatusLine(QWidget* parent) : QWidget(parent) {
   m_selection = addLabel(*row);
   m_zoom = addLabel(*row);
   m_pointer = addLabel(*row);
-  m_hint = addLabel(*row);
-  row->addStretch(1);
+  m_hint = new HintLabel;
+  row->addWidget(m_hint, 1);
   m_findings = new QToolButton;
   m_findings->setObjectName(QStringLiteral("findings"));
   m_findings->setAutoRaise(true);
@@ -76,8 +94,14 @@ void StatusLine::showComposition(const model::Composition* composition, double z
                    .toString()));
 }
 
+void StatusLine::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  for (QLabel* label : {m_format, m_duration}) label->setVisible(width() >= widthForFormat);
+}
+
 void StatusLine::showHint(const QString& hint) {
   m_hint->setText(hint);
+  m_hint->setToolTip(hint);
 }
 
 void StatusLine::showPointer(const std::optional<QPointF>& pixel) {

@@ -33,6 +33,9 @@ class StatusLine : public QWidget {
  Q_SIGNALS:
   void findingsRequested();
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
   QLabel* m_selection;
   QLabel* m_zoom;

@@ -21,6 +21,7 @@
 #include "app/HistoryPanel.h"
 #include "app/MainToolbar.h"
 #include "app/PSDImportSheet.h"
+#include "app/PanelFocus.h"
 #include "app/ProgramServices.h"
 #include "app/StatusLine.h"
 #include "app/WindowMenus.h"
@@ -43,7 +44,9 @@ using widgets::TYAlert;
 
 namespace {
 
-constexpr QSize smallestWindow(1180, 720);
+constexpr QSize smallestWindow(PanelFolding::widthForLibrary, 720);
+/// On screens that have no room for more, as at 200 % on a small one.
+constexpr QSize smallestOnSmallScreens(560, 360);
 constexpr int layoutVersion = 1;
 const QString windowStateKey = QStringLiteral("windowState");
 
@@ -61,13 +64,13 @@ TYWindowController::TYWindowController(CompositionDocument& document, ProgramSer
     : m_document(document),
       m_services(services),
       m_saving(std::make_unique<DocumentSaving>(*this)) {
-  setMinimumSize(smallestWindow);
   setDockOptions(AnimatedDocks | AllowNestedDocks | AllowTabbedDocks);
   setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
   setCorner(Qt::BottomLeftCorner, Qt::BottomDockWidgetArea);
   makePanels();
   makeFindings();
   makeMenus();
+  makePanelFocus();
   m_replacement = m_document.observeReplacement([this](const auto&) {
     letGo();
     // The new contents are there when the document is through with reading them.
@@ -198,30 +201,48 @@ void TYWindowController::makeMenus() {
   setStatusBar(statusBar);
 }
 
+void TYWindowController::makePanelFocus() {
+  m_panelFocus = new PanelFocus(this);
+  for (QWidget* panel : {static_cast<QWidget*>(m_toolbar), static_cast<QWidget*>(m_library),
+                         static_cast<QWidget*>(m_view), static_cast<QWidget*>(m_timeline),
+                         static_cast<QWidget*>(m_geometry), static_cast<QWidget*>(m_history),
+                         static_cast<QWidget*>(m_status)})
+    m_panelFocus->addPanel(panel);
+}
+
 void TYWindowController::restoreLayout() {
   const QVariant kept = m_services.defaults().value(windowStateKey);
   const QVariantMap state = kept.toMap();
   const QSize screenSize = screen()->availableSize();
-  resize(smallestWindow.expandedTo(screenSize * 3 / 4));
+  const bool fits = screenSize.expandedTo(smallestWindow) == screenSize;
+  setMinimumSize(fits ? smallestWindow : smallestOnSmallScreens);
+  resize(smallestWindow.expandedTo(screenSize * 3 / 4).boundedTo(screenSize));
   const bool narrow = screenSize.width() < 1440;
   resizeDocks(findChildren<QDockWidget*>({QStringLiteral("library")}), {narrow ? 212 : 452},
               Qt::Horizontal);
   resizeDocks(findChildren<QDockWidget*>({QStringLiteral("inspector")}), {narrow ? 304 : 340},
               Qt::Horizontal);
-  resizeDocks(findChildren<QDockWidget*>({QStringLiteral("timeline")}), {narrow ? 230 : 284},
+  resizeDocks(findChildren<QDockWidget*>({QStringLiteral("timeline")}),
+              {!fits    ? 158
+               : narrow ? 230
+                        : 284},
               Qt::Vertical);
   if (!kept.isValid()) {
     // No window was closed before: the first one fills the screen.
     setWindowState(Qt::WindowMaximized);
     return;
   }
-  restoreGeometry(state.value(QStringLiteral("geometry")).toByteArray());
+  // Before the geometry: told to be maximised, a hidden QMainWindow keeps a second copy of the
+  // layout that it takes back later, with separators that are gone by then.
   restoreState(state.value(QStringLiteral("layout")).toByteArray(), layoutVersion);
+  restoreGeometry(state.value(QStringLiteral("geometry")).toByteArray());
+  m_folding.restore(state.value(QStringLiteral("folded")).toStringList());
 }
 
 void TYWindowController::saveWindowState() {
   m_services.defaults().setValue(QVariantMap{{QStringLiteral("geometry"), saveGeometry()},
-                                             {QStringLiteral("layout"), saveState(layoutVersion)}},
+                                             {QStringLiteral("layout"), saveState(layoutVersion)},
+                                             {QStringLiteral("folded"), m_folding.folded()}},
                                  windowStateKey);
 }
 
@@ -335,6 +356,11 @@ void TYWindowController::changeEvent(QEvent* event) {
     m_findings->refresh();  // files may have come or gone meanwhile
     setNeedsUpdate();
   }
+}
+
+void TYWindowController::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  m_folding.takeWidth(event->size().width());
 }
 
 bool TYWindowController::event(QEvent* event) {

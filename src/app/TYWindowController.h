@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "app/ActionTable.h"
+#include "app/PanelFolding.h"
 #include "canvas/CanvasHost.h"
 #include "canvas/TYAlignmentController.h"
 #include "document/CompositionDocument.h"
@@ -30,6 +31,7 @@ class DocumentSaving;
 class FindingsPanel;
 class HistoryPanel;
 class MainToolbar;
+class PanelFocus;
 class ProgramServices;
 class StatusLine;
 
@@ -57,6 +59,7 @@ class TYWindowController : public QMainWindow,
   [[nodiscard]] bool editsKeyFrames() const;
   [[nodiscard]] canvas::TYAlignmentController& alignment() { return m_alignment; }
   [[nodiscard]] DocumentSaving& saving() const { return *m_saving; }
+  [[nodiscard]] PanelFocus& panelFocus() const { return *m_panelFocus; }
 
   [[nodiscard]] QString windowTitleForDocumentDisplayName(const QString& name) const;
   /// Asks about unsaved changes, then calls back: true when the window may go.
@@ -70,10 +73,13 @@ class TYWindowController : public QMainWindow,
   void addStandardComponent(const QString& name);
   /// Brings title, commands and the line at the foot up to date; cheap, at most once an event.
   void setNeedsUpdate();
+  /// Keeps place and panels for the next window.
+  void saveWindowState();
 
  protected:
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   bool event(QEvent* event) override;
 
  private:
@@ -88,7 +94,7 @@ class TYWindowController : public QMainWindow,
                         Qt::DockWidgetArea area);
   void makeMenus();
   void restoreLayout();
-  void saveWindowState();
+  void makePanelFocus();
   void makeFindings();
   void takeComposition();
   void letGo();
@@ -109,6 +115,8 @@ class TYWindowController : public QMainWindow,
   StatusLine* m_status;
   DocumentFindings* m_findings;
   FindingsPanel* m_findingsPanel;
+  PanelFocus* m_panelFocus;
+  PanelFolding m_folding{*this};
   bool m_updateIsDue = false;
   bool m_mayClose = false;
   std::vector<store::Subscription> m_subscriptions;

@@ -4,6 +4,7 @@
 
 #include "app/CanvasDefaults.h"
 #include "app/MenuMaker.h"
+#include "app/PanelFocus.h"
 #include "app/ProgramServices.h"
 #include "canvas/CompositionView.h"
 #include "canvas/ZoomSteps.h"
@@ -67,7 +68,7 @@ void MenuMaker::addArrange() {
            {QStringLiteral("Left"), QStringLiteral("HCenter"), QStringLiteral("Right"),
             QStringLiteral("Top"), QStringLiteral("VCenter"), QStringLiteral("Bottom")},
            {tr("Align &Left Edges"), tr("Align Horizontal &Centers"), tr("Align &Right Edges"),
-            tr("Align &Top Edges"), tr("Align &Vertical Centers"), tr("Align &Bottom Edges")},
+            tr("Align To&p Edges"), tr("Align &Vertical Centers"), tr("Align Botto&m Edges")},
            0, 2);
   separate();
   addAlign(QStringLiteral("Distribute"),
@@ -201,7 +202,7 @@ void MenuMaker::addPlayback() {
   command("jumpToEnd", tr("Go to &End"), QKeySequence(Qt::Key_End), &DocumentCommands::jumpToEnd);
   command("jumpToNextFrame", tr("&Next Frame"), QKeySequence(Qt::Key_Period),
           &DocumentCommands::jumpToNextFrame);
-  command("jumpToPreviousFrame", tr("&Previous Frame"), QKeySequence(Qt::Key_Comma),
+  command("jumpToPreviousFrame", tr("Pre&vious Frame"), QKeySequence(Qt::Key_Comma),
           &DocumentCommands::jumpToPreviousFrame);
   command("jumpToNextKeyframe", tr("Next &Key Frame"), QKeySequence(Qt::SHIFT | Qt::Key_Period),
           &DocumentCommands::jumpToNextKeyframe);
@@ -230,6 +231,14 @@ void MenuMaker::addWindow() {
   add({.identifier = QStringLiteral("minimize"), .text = tr("&Minimize"), .run = [&window] {
          window.showMinimized();
        }});
+  add({.identifier = QStringLiteral("nextPanel"),
+       .text = tr("&Next Panel"),
+       .shortcuts = {QKeySequence(Qt::Key_F6)},
+       .run = [&window] { window.panelFocus().step(1); }});
+  add({.identifier = QStringLiteral("previousPanel"),
+       .text = tr("&Previous Panel"),
+       .shortcuts = {QKeySequence(Qt::SHIFT | Qt::Key_F6)},
+       .run = [&window] { window.panelFocus().step(-1); }});
   m_menu->addSeparator();
   QMenu* menu = m_menu;
   QObject::connect(menu, &QMenu::aboutToShow, &window, [menu, &window] {

@@ -37,9 +37,11 @@ QString glyphOf(LibraryKind kind) {
 
 QString secondLine(const QModelIndex& index) {
   QStringList parts;
-  for (const int column : {LibraryModel::Kind, LibraryModel::Resolution, LibraryModel::SizeOfFile})
+  for (const int column : {LibraryModel::Resolution, LibraryModel::SizeOfFile})
     if (const QString text = index.siblingAtColumn(column).data().toString(); !text.isEmpty())
       parts.append(text);
+  // The thumbnail shows what it is; where there is none of its size, there is room to say it.
+  if (parts.size() < 2) parts.prepend(index.siblingAtColumn(LibraryModel::Kind).data().toString());
   return parts.join(QStringLiteral("  ·  "));
 }
 

@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QAccessibleWidget>
 
+#include "widgets/TYPathControl.h"
 #include "widgets/TYSegmentedControl.h"
 #include "widgets/TYSheet.h"
 #include "widgets/color/ColorPlane.h"
@@ -15,7 +16,7 @@ QAccessibleInterface* make(const QString&, QObject* object) {
   auto* widget = qobject_cast<QWidget*>(object);
   if (!widget) return nullptr;
   if (qobject_cast<TYSheet*>(widget)) return new QAccessibleWidget(widget, QAccessible::Dialog);
-  if (qobject_cast<TYSegmentedControl*>(widget))
+  if (qobject_cast<TYSegmentedControl*>(widget) || qobject_cast<TYPathControl*>(widget))
     return new QAccessibleWidget(widget, QAccessible::Grouping);
   if (qobject_cast<ColorPlane*>(widget) || qobject_cast<ColorPopover*>(widget))
     return new QAccessibleWidget(widget, QAccessible::ColorChooser);

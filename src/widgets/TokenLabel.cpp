@@ -5,6 +5,8 @@ namespace widgets {
 TokenLabel::TokenLabel(const QString& text, TextStyle style, Token token, QWidget* parent)
     : QLabel(text, parent), m_token(token) {
   setFont(TYStyleKit::font(style));
+  // On the ground of buttons a label would else take the colour of their texts.
+  setForegroundRole(QPalette::WindowText);
   takeColour();
   connect(&TYStyleKit::shared(), &TYStyleKit::themeChanged, this, &TokenLabel::takeColour);
 }
