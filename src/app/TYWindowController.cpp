@@ -205,7 +205,7 @@ void TYWindowController::makePanelFocus() {
   m_panelFocus = new PanelFocus(this);
   for (QWidget* panel : {static_cast<QWidget*>(m_toolbar), static_cast<QWidget*>(m_library),
                          static_cast<QWidget*>(m_view), static_cast<QWidget*>(m_timeline),
-                         static_cast<QWidget*>(m_geometry), static_cast<QWidget*>(m_history),
+                         static_cast<QWidget*>(m_inspector), static_cast<QWidget*>(m_history),
                          static_cast<QWidget*>(m_status)})
     m_panelFocus->addPanel(panel);
 }

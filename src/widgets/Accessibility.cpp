@@ -1,6 +1,5 @@
 #include "widgets/Accessibility.h"
 
-#include <QAccessible>
 #include <QAccessibleWidget>
 
 #include "widgets/TYPathControl.h"
@@ -12,6 +11,8 @@
 namespace widgets {
 namespace {
 
+constexpr const char* roleProperty = "accessibleRole";
+
 QAccessibleInterface* make(const QString&, QObject* object) {
   auto* widget = qobject_cast<QWidget*>(object);
   if (!widget) return nullptr;
@@ -20,6 +21,8 @@ QAccessibleInterface* make(const QString&, QObject* object) {
     return new QAccessibleWidget(widget, QAccessible::Grouping);
   if (qobject_cast<ColorPlane*>(widget) || qobject_cast<ColorPopover*>(widget))
     return new QAccessibleWidget(widget, QAccessible::ColorChooser);
+  if (const QVariant role = widget->property(roleProperty); role.isValid())
+    return new QAccessibleWidget(widget, static_cast<QAccessible::Role>(role.toInt()));
   return nullptr;
 }
 
@@ -28,6 +31,10 @@ QAccessibleInterface* make(const QString&, QObject* object) {
 void installAccessibility() {
   static const bool installed = (QAccessible::installFactory(make), true);
   Q_UNUSED(installed)
+}
+
+void setAccessibleRole(QWidget& widget, QAccessible::Role role) {
+  widget.setProperty(roleProperty, static_cast<int>(role));
 }
 
 }  // namespace widgets

@@ -112,6 +112,9 @@ TEST_F(EditorWindowTest, TheFirstMinutesWork) {
 }
 
 TEST_F(EditorWindowTest, GeometryFieldsEditTheSelectionInOneStep) {
+  // The screen of these tests has no room for the inspector.
+  window().setWindowState(Qt::WindowNoState);
+  window().resize(1300, 760);
   clickTool(QStringLiteral("Text"));
   trigger("duplicate");
   trigger("selectAll");

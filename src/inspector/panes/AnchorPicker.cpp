@@ -4,6 +4,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include "widgets/Accessibility.h"
 #include "widgets/TYStyleKit.h"
 #include "widgets/style/StyleDrawing.h"
 
@@ -23,6 +24,7 @@ constexpr double chosenDot = 3.5;
 }  // namespace
 
 AnchorPicker::AnchorPicker(QWidget* parent) : QWidget(parent) {
+  widgets::setAccessibleRole(*this, QAccessible::Table);
   setFocusPolicy(Qt::TabFocus);
   setFixedSize(side, side);
   setToolTip(tr("The point that the position is about, and that stays when the size changes"));
