@@ -170,13 +170,19 @@ void MenuMaker::addView() {
 }
 
 void MenuMaker::addPanels() {
-  const QHash<QString, Qt::Key> keys{{QStringLiteral("library"), Qt::Key_L},
-                                     {QStringLiteral("timeline"), Qt::Key_T},
-                                     {QStringLiteral("inspector"), Qt::Key_I},
-                                     {QStringLiteral("history"), Qt::Key_Y}};
-  for (QDockWidget* dock : m_window.findChildren<QDockWidget*>()) {
-    QAction* toggle = dock->toggleViewAction();
-    toggle->setShortcut(QKeySequence(Qt::CTRL | Qt::ALT | keys.value(dock->objectName())));
+  struct Panel {
+    QString name;
+    QString text;
+    Qt::Key key;
+  };
+  const QList<Panel> panels{{QStringLiteral("library"), tr("Li&brary"), Qt::Key_L},
+                            {QStringLiteral("inspector"), tr("I&nspector"), Qt::Key_I},
+                            {QStringLiteral("timeline"), tr("&Timeline"), Qt::Key_T},
+                            {QStringLiteral("history"), tr("Histor&y"), Qt::Key_Y}};
+  for (const auto& [name, text, key] : panels) {
+    QAction* toggle = m_window.findChild<QDockWidget*>(name)->toggleViewAction();
+    toggle->setText(text);
+    toggle->setShortcut(QKeySequence(Qt::CTRL | Qt::ALT | key));
     m_menu->addAction(toggle);
   }
 }
