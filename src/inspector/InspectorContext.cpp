@@ -14,6 +14,7 @@ void InspectorContext::setComposition(model::Composition* composition) {
   end(true);
   m_subscriptions.clear();
   m_components.clear();
+  m_attributes.reset();
   m_composition = composition;
   Q_EMIT objectsLeft();
   if (composition) {
@@ -40,12 +41,40 @@ void InspectorContext::objectsChanged(const store::ChangeSet& changes) {
   };
   if (concerns(changes.deleted)) {
     end(true);
+    m_attributes.reset();
     Q_EMIT objectsLeft();
     setNeedsRebuild();
   } else if (concerns(changes.inserted)) {
     setNeedsRebuild();
   }
   setNeedsRefresh();
+}
+
+const AttributesByKey& InspectorContext::attributesByKey() {
+  if (m_attributes) return *m_attributes;
+  AttributesByKey& byKey = m_attributes.emplace();
+  for (const model::QuartzComponent* component : std::as_const(m_components))
+    for (model::Attribute* attribute : component->attributes()) {
+      QList<model::Attribute*>& alike = byKey[attribute->key()];
+      // By key a component has one attribute, the first.
+      if (alike.isEmpty() || alike.last()->component() != component) alike.append(attribute);
+    }
+  return byKey;
+}
+
+QList<model::Attribute*> InspectorContext::attributesForKeys(const QStringList& keys) {
+  const AttributesByKey& byKey = attributesByKey();
+  QList<QList<model::Attribute*>> lists;
+  qsizetype longest = 0;
+  for (const QString& key : keys) {
+    lists.append(byKey.value(key));
+    longest = std::max(longest, lists.last().size());
+  }
+  QList<model::Attribute*> found;
+  for (qsizetype i = 0; i < longest; ++i)
+    for (const QList<model::Attribute*>& list : std::as_const(lists))
+      if (i < list.size()) found.append(list[i]);
+  return found;
 }
 
 void InspectorContext::begin(const QString& stepName) {
@@ -93,6 +122,7 @@ void InspectorContext::updateNow() {
   if (std::exchange(m_rebuildIsDue, false) || selected != m_components) {
     end(true);
     m_components = selected;
+    m_attributes.reset();
     Q_EMIT selectionChanged();
   }
   Q_EMIT valuesChanged();

@@ -1,19 +1,24 @@
 #pragma once
 
+#include <QHash>
 #include <QList>
 #include <QObject>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "store/ObjectContext.h"
 
 namespace model {
+class Attribute;
 class Composition;
 class QuartzComponent;
 }  // namespace model
 
 namespace inspector {
+
+using AttributesByKey = QHash<QString, QList<model::Attribute*>>;
 
 /// What all panes of one inspector share: the composition, its selected components, and the gesture
 /// that is going on. Announcements are gathered: many changes within one event are one signal.
@@ -29,6 +34,11 @@ class InspectorContext : public QObject {
   [[nodiscard]] model::Composition* composition() const { return m_composition; }
   /// As of the last selectionChanged().
   [[nodiscard]] const QList<model::QuartzComponent*>& components() const { return m_components; }
+
+  /// Their attributes by key, one of each component.
+  [[nodiscard]] const AttributesByKey& attributesByKey();
+  /// Those of these keys; the first component's come first.
+  [[nodiscard]] QList<model::Attribute*> attributesForKeys(const QStringList& keys);
 
   /// Opens the undo step of one gesture; ends the one before.
   void begin(const QString& stepName);
@@ -60,6 +70,7 @@ class InspectorContext : public QObject {
 
   model::Composition* m_composition = nullptr;
   QList<model::QuartzComponent*> m_components;
+  std::optional<AttributesByKey> m_attributes;
   std::unique_ptr<store::UndoStep> m_step;
   bool m_selectionIsDue = false;
   bool m_rebuildIsDue = false;

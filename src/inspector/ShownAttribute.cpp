@@ -2,13 +2,10 @@
 
 #include <QSet>
 
-#include "model/QuartzComponent.h"
-
 namespace inspector {
 
 using model::Attribute;
 using model::AttributeType;
-using model::QuartzComponent;
 
 namespace {
 
@@ -34,23 +31,14 @@ bool hasPaneOfItsOwn(AttributeType type) {
 }
 
 template <typename Wanted>
-QList<ShownAttribute> collect(const QList<QuartzComponent*>& components, Wanted wanted) {
+QList<ShownAttribute> collect(const AttributesByKey& byKey, Wanted wanted) {
   QList<ShownAttribute> rows;
-  QHash<QString, qsizetype> rowOfKey;
-  for (const QuartzComponent* component : components)
-    for (Attribute* attribute : component->attributes()) {
-      const QString& key = attribute->key();
-      if (!wanted(*attribute)) continue;
-      const auto found = rowOfKey.constFind(key);
-      if (found == rowOfKey.constEnd()) {
-        rowOfKey.insert(key, rows.size());
-        rows.append({{attribute}});
-        continue;
-      }
-      // By key a component has one attribute, the first.
-      QList<Attribute*>& attributes = rows[*found].attributes;
-      if (attributes.last()->component() != component) attributes.append(attribute);
-    }
+  for (const QList<Attribute*>& alike : byKey) {
+    ShownAttribute shown;
+    std::copy_if(alike.begin(), alike.end(), std::back_inserter(shown.attributes),
+                 [&](const Attribute* attribute) { return wanted(*attribute); });
+    if (!shown.attributes.isEmpty()) rows.append(shown);
+  }
   std::sort(rows.begin(), rows.end(), [](const ShownAttribute& a, const ShownAttribute& b) {
     return a.first().key() < b.first().key();
   });
@@ -63,21 +51,20 @@ QString ShownAttribute::rowLabel() const {
   return QString(first().label()).replace(u'_', u' ');
 }
 
-QList<ShownAttribute> shownAttributes(const QList<QuartzComponent*>& components) {
-  return collect(components, [](const Attribute& attribute) {
+QList<ShownAttribute> shownAttributes(const AttributesByKey& attributes) {
+  return collect(attributes, [](const Attribute& attribute) {
     return !isHidden(attribute) && !hasPaneOfItsOwn(attribute.type()) &&
            !standardKeys().contains(attribute.key());
   });
 }
 
-QList<ShownAttribute> attributesOfType(const QList<QuartzComponent*>& components,
-                                       AttributeType type) {
-  return collect(components, [type](const Attribute& attribute) {
+QList<ShownAttribute> attributesOfType(const AttributesByKey& attributes, AttributeType type) {
+  return collect(attributes, [type](const Attribute& attribute) {
     return !isHidden(attribute) && attribute.type() == type;
   });
 }
 
-QList<ShownAttribute> attributesInOrder(const QList<QuartzComponent*>& components) {
+QList<ShownAttribute> attributesInOrder(const AttributesByKey& attributes) {
   static const QStringList first{QStringLiteral("originX"),    QStringLiteral("originY"),
                                  QStringLiteral("inputWidth"), QStringLiteral("inputHeight"),
                                  QStringLiteral("opacity"),    QStringLiteral("zRotation")};
@@ -86,7 +73,7 @@ QList<ShownAttribute> attributesInOrder(const QList<QuartzComponent*>& component
     if (const qsizetype index = first.indexOf(key); index >= 0) return index;
     return first.size() + (standardKeys().contains(key) ? 1 : 0);
   };
-  QList<ShownAttribute> rows = collect(components, [](const Attribute&) { return true; });
+  QList<ShownAttribute> rows = collect(attributes, [](const Attribute&) { return true; });
   std::stable_sort(rows.begin(), rows.end(),
                    [&](const auto& a, const auto& b) { return place(a) < place(b); });
   return rows;

@@ -2,11 +2,8 @@
 
 #include <QList>
 
+#include "inspector/InspectorContext.h"
 #include "model/Attribute.h"
-
-namespace model {
-class QuartzComponent;
-}
 
 namespace inspector {
 
@@ -21,14 +18,12 @@ struct ShownAttribute {
 
 /// What the attribute pane shows: by key, without standard keys, hidden keys (those that begin with
 /// "_"), video inputs and rich fonts.
-[[nodiscard]] QList<ShownAttribute> shownAttributes(
-    const QList<model::QuartzComponent*>& components);
+[[nodiscard]] QList<ShownAttribute> shownAttributes(const AttributesByKey& attributes);
 /// Those of one type, which have a pane of their own.
-[[nodiscard]] QList<ShownAttribute> attributesOfType(
-    const QList<model::QuartzComponent*>& components, model::AttributeType type);
+[[nodiscard]] QList<ShownAttribute> attributesOfType(const AttributesByKey& attributes,
+                                                     model::AttributeType type);
 /// All of them: first position, size, opacity and rotation, then the others by key, margins and
 /// visibility last.
-[[nodiscard]] QList<ShownAttribute> attributesInOrder(
-    const QList<model::QuartzComponent*>& components);
+[[nodiscard]] QList<ShownAttribute> attributesInOrder(const AttributesByKey& attributes);
 
 }  // namespace inspector

@@ -113,7 +113,7 @@ InspectorRow* TYInspectorAttributesController::takeRow(std::vector<Made>& spare,
 }
 
 void TYInspectorAttributesController::takeSelection() {
-  const QList<ShownAttribute> shown = shownAttributes(context().components());
+  const QList<ShownAttribute> shown = shownAttributes(context().attributesByKey());
   std::vector<Made> spare = std::exchange(m_made, {});
   QList<InspectorRow*> rows;
   for (const ShownAttribute& attribute : shown) {

@@ -4,7 +4,6 @@
 
 #include "inspector/InspectorContext.h"
 #include "inspector/panes/PermissionRow.h"
-#include "inspector/panes/Standard.h"
 #include "inspector/rows/InspectorRow.h"
 #include "model/QuartzComponent.h"
 #include "widgets/TYPaneHeader.h"
@@ -65,10 +64,10 @@ PermissionRow* PermissionSummaryPane::addGroup(Group group, const QString& name)
 QList<Attribute*> PermissionSummaryPane::attributesOf(Group group) const {
   const QList<QuartzComponent*>& components = context().components();
   if (group == Group::Move)
-    return attributesForKeys(components, {QStringLiteral("originX"), QStringLiteral("originY")});
+    return context().attributesForKeys({QStringLiteral("originX"), QStringLiteral("originY")});
   if (group == Group::Resize)
-    return attributesForKeys(components,
-                             {QStringLiteral("inputWidth"), QStringLiteral("inputHeight")});
+    return context().attributesForKeys(
+        {QStringLiteral("inputWidth"), QStringLiteral("inputHeight")});
   QList<Attribute*> others;
   for (const QuartzComponent* component : components) others += component->nonStandardAttributes();
   return others;
@@ -117,7 +116,7 @@ void PermissionListPane::letGo() {
 }
 
 void PermissionListPane::takeSelection() {
-  m_shown = attributesInOrder(context().components());
+  m_shown = attributesInOrder(context().attributesByKey());
   while (m_lines.size() < m_shown.size()) {
     auto* row = new PermissionRow;
     const qsizetype index = m_lines.size();

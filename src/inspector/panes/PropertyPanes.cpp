@@ -4,7 +4,6 @@
 #include <QHBoxLayout>
 
 #include "inspector/InspectorContext.h"
-#include "inspector/panes/Standard.h"
 #include "inspector/rows/CheckRow.h"
 #include "inspector/rows/KeyFrameControl.h"
 #include "inspector/rows/NumberRow.h"
@@ -134,7 +133,7 @@ void AppearancePane::takeSelection() {
   const Components& components = context().components();
   m_opacity->bind({Binding::toNumbers(components, QStringLiteral("opacityHumanReadable"),
                                       tr("Change Opacity"))});
-  m_opacity->setAttributes(attributesForKeys(components, {QStringLiteral("opacity")}));
+  m_opacity->setAttributes(context().attributesForKeys({QStringLiteral("opacity")}));
   m_visible->InspectorRow::bind(
       Binding{tr("Show in Editor"), components.size(),
               [components](qsizetype i) {
@@ -144,7 +143,7 @@ void AppearancePane::takeSelection() {
                 components[i]->setVisibleInCompositionEditor(value.toNumber() != 0);
               }});
   m_visible->setAttributes(
-      attributesForKeys(components, {QStringLiteral("visibleInCompositionEditor")}));
+      context().attributesForKeys({QStringLiteral("visibleInCompositionEditor")}));
 }
 
 }  // namespace inspector

@@ -56,7 +56,7 @@ void RichFontPane::bindGroup(const Group& group, const ShownAttribute& shown,
 }
 
 void RichFontPane::takeSelection() {
-  m_shown = attributesOfType(context().components(), model::AttributeType::RichFont);
+  m_shown = attributesOfType(context().attributesByKey(), model::AttributeType::RichFont);
   const auto count = static_cast<size_t>(m_shown.size());
   while (m_groups.size() < count) addGroup();
   for (size_t i = 0; i < m_groups.size(); ++i) {

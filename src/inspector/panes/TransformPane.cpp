@@ -5,7 +5,6 @@
 
 #include "inspector/InspectorContext.h"
 #include "inspector/panes/AnchorPicker.h"
-#include "inspector/panes/Standard.h"
 #include "inspector/rows/CheckRow.h"
 #include "inspector/rows/KeyFrameControl.h"
 #include "inspector/rows/NumberRow.h"
@@ -109,10 +108,10 @@ void TransformPane::bindFrame() {
   m_position->bind(
       {position(components, at.x(), Qt::Horizontal), position(components, at.y(), Qt::Vertical)});
   m_position->setAttributes(
-      attributesForKeys(components, {QStringLiteral("originX"), QStringLiteral("originY")}));
+      context().attributesForKeys({QStringLiteral("originX"), QStringLiteral("originY")}));
   m_size->bind({side(components, at, Qt::Horizontal), side(components, at, Qt::Vertical)});
   m_size->setAttributes(
-      attributesForKeys(components, {QStringLiteral("inputWidth"), QStringLiteral("inputHeight")}));
+      context().attributesForKeys({QStringLiteral("inputWidth"), QStringLiteral("inputHeight")}));
 }
 
 void TransformPane::takeSelection() {
@@ -125,11 +124,11 @@ void TransformPane::takeSelection() {
         components[i]->setConstrainProportions(value.toNumber() != 0);
       }});
   m_rotation->bind({Binding::toNumbers(components, QStringLiteral("zRotation"), tr("Rotate"))});
-  m_rotation->setAttributes(attributesForKeys(components, {QStringLiteral("zRotation")}));
+  m_rotation->setAttributes(context().attributesForKeys({QStringLiteral("zRotation")}));
   m_margin->bind({Binding::toNumbers(components, QStringLiteral("marginX"), tr("Change Margin")),
                   Binding::toNumbers(components, QStringLiteral("marginY"), tr("Change Margin"))});
   m_margin->setAttributes(
-      attributesForKeys(components, {QStringLiteral("marginX"), QStringLiteral("marginY")}));
+      context().attributesForKeys({QStringLiteral("marginX"), QStringLiteral("marginY")}));
 }
 
 void TransformPane::refresh() {

@@ -21,7 +21,7 @@ VideoInputPane::VideoInputPane(InspectorContext& context)
 
 void VideoInputPane::takeSelection() {
   const QList<ShownAttribute> shown =
-      attributesOfType(context().components(), model::AttributeType::VideoInput);
+      attributesOfType(context().attributesByKey(), model::AttributeType::VideoInput);
   while (m_images.size() < shown.size()) m_images.append(add(new ImageRow(context(), {})));
   for (qsizetype i = 0; i < m_images.size(); ++i) {
     const bool used = i < shown.size();

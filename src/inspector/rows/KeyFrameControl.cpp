@@ -77,7 +77,7 @@ void KeyFrameControl::setAttributes(const QList<Attribute*>& attributes, const Q
   m_name = name;
   m_attributes = attributes;
   m_attributes.removeIf([](const Attribute* a) { return !a->animationPossible(); });
-  refresh();
+  if (m_attributes.isEmpty()) refresh();
 }
 
 bool KeyFrameControl::isAnimated() const {
@@ -99,11 +99,13 @@ void KeyFrameControl::refresh() {
   }
   m_diamond->setVisible(!m_attributes.isEmpty());
   m_diamond->setState(here ? State::KeyHere : animated ? State::Animated : State::Still);
-  const QString words = here       ? tr("Key frame of %1 here. Click to remove it.")
-                        : animated ? tr("%1 is animated. Click to set a key frame here.")
-                                   : tr("Click to animate %1.");
-  m_diamond->setToolTip(words.arg(m_name));
-  m_diamond->setAccessibleName(words.arg(m_name));
+  const QString pattern = here       ? tr("Key frame of %1 here. Click to remove it.")
+                          : animated ? tr("%1 is animated. Click to set a key frame here.")
+                                     : tr("Click to animate %1.");
+  if (const QString words = pattern.arg(m_name); words != m_diamond->toolTip()) {
+    m_diamond->setToolTip(words);
+    m_diamond->setAccessibleName(words);
+  }
   for (const auto& [button, direction] : {std::pair{m_previous, -1}, {m_next, 1}}) {
     button->setVisible(animated);
     if (animated) button->setEnabled(!std::isnan(neighbour(direction)));
