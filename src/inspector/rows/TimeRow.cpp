@@ -11,6 +11,7 @@ namespace inspector {
 namespace {
 
 constexpr double longest = 24 * 60 * 60;
+constexpr int aloneWidth = 104;  // in narrow panels too a whole time code is seen
 
 }  // namespace
 
@@ -19,6 +20,7 @@ TimeRow::TimeRow(InspectorContext& context, const QString& label, const QStringL
   for (const QString& name : names) {
     auto* field = new widgets::TYTimecodeField;
     field->setAccessibleName(name);
+    if (names.size() == 1) field->setMinimumWidth(aloneWidth);
     connect(field, &widgets::TYValueField::complaintChanged, this,
             [this](const QString& complaint) { setComplaint(complaint); });
     m_fields.append(field);
