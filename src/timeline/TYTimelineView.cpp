@@ -99,7 +99,7 @@ void TYTimelineView::setComposition(Composition* composition) {
             .playModeChanged = [this] { updateTimelineRuler(); }});
   updateSize();
   m_scrollView->scrollTo({0, 0});
-  if (composition && isVisible() && m_fitsWhenShown) zoomToFit();
+  if (composition && isVisible() && m_isFitted) zoomToFit();
 }
 
 const TYTimelineGeometry& TYTimelineView::timelineGeometry() const {
@@ -125,7 +125,6 @@ void TYTimelineView::takeContent() {
 // Zoom
 
 void TYTimelineView::zoomKeeping(double time, double x, double zoom) {
-  m_fitsWhenShown = false;
   updateZoomRange();
   TYTimelineGeometry& geometry = m_scene->geometry;
   const double before = geometry.zoom();
@@ -139,6 +138,7 @@ void TYTimelineView::zoomKeeping(double time, double x, double zoom) {
 }
 
 void TYTimelineView::zoomAround(double x, double zoom) {
+  m_isFitted = false;
   zoomKeeping(m_scene->geometry.secondsAt(x, Space::Ruler), x, zoom);
 }
 
@@ -154,6 +154,7 @@ void TYTimelineView::zoomToFit() {
   zoomKeeping(0, TYTimelineGeometry::xOffset,
               TYTimelineGeometry::zoomForUnitWidth(room / duration));
   m_scrollView->scrollTo({0, m_scene->geometry.visibleOrigin().y()});
+  m_isFitted = true;
 }
 
 // Scrolling
@@ -421,11 +422,13 @@ void TYTimelineView::resizeEvent(QResizeEvent* event) {
   m_scrollView->setComponentsWidth(static_cast<int>(m_scene->componentsWidth));
   m_scrollView->setGeometry(rect());
   updateZoomRange();
+  if (m_composition && isVisible() && m_isFitted && event->oldSize().width() != width())
+    zoomToFit();
 }
 
 void TYTimelineView::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
-  if (m_composition && m_fitsWhenShown) zoomToFit();
+  if (m_composition && m_isFitted) zoomToFit();
 }
 
 bool TYTimelineView::press(const QKeyEvent& event) {

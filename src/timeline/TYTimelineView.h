@@ -59,7 +59,8 @@ class TYTimelineView : public QWidget {
   void zoomAround(double x, double zoom);
   void zoomIn() { setZoom(zoom() + zoomStep); }
   void zoomOut() { setZoom(zoom() - zoomStep); }
-  /// The whole duration from its beginning; short ones as large as the zoom goes.
+  /// The whole duration from its beginning; short ones as large as the zoom goes. It is kept
+  /// so when the view becomes wider or narrower, until another zoom is chosen.
   void zoomToFit();
   static constexpr double zoomStep = 0.08;
 
@@ -151,7 +152,7 @@ class TYTimelineView : public QWidget {
   store::ObjectId m_currentObject = 0;  ///< the component or attribute of the current row
   int m_markerX = 0;                    ///< where the editor marker was painted last
   bool m_rowsAreDue = false;
-  bool m_fitsWhenShown = true;        ///< until the zoom was chosen
+  bool m_isFitted = true;             ///< and stays so while nobody chooses a zoom
   std::pair<int, int> m_buttonFlags;  ///< that were painted
 };
 

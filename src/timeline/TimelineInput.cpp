@@ -368,7 +368,15 @@ bool TimelineInput::pinch(Area area, QEvent& event) {
 }
 
 bool TimelineInput::showToolTip(Area area, const QHelpEvent& event) {
-  if (!m_view.composition() || area != Area::TimeRuler) return false;
+  if (!m_view.composition() || area == Area::Rows) return false;
+  if (area == Area::Titles) {
+    const int row = static_cast<int>((event.y() + m_view.timelineGeometry().visibleOrigin().y()) /
+                                     TimelineMeasures::componentHeight);
+    QToolTip::showText(
+        event.globalPos(),
+        TitlePainter::fullTitle(m_view.rows().at(row), m_view.scene().componentsWidth), &m_view);
+    return true;
+  }
   const QPointF inRuler(event.x() - m_view.scene().componentsWidth, event.y());
   const model::StopFrame* stopFrame = TimelinePicker(m_view.scene()).stopFrameAt(inRuler);
   const QString text = stopFrame ? stopFrame->triggerInformation() : QString();

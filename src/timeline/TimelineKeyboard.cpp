@@ -112,7 +112,11 @@ void TimelineKeyboard::walk(int step, bool adds) {
   const QList<double> times = scene.currentRow < 0 ? m_view.composition()->stopFrameTimepoints()
                               : now.attribute      ? KeyFrameSelection::timesOf(*now.attribute)
                                                    : QList<double>();
-  if (times.isEmpty()) return;
+  if (times.isEmpty())
+    return m_view.host().showHint(
+        scene.currentRow < 0 ? tr("No stop frames. M adds one at the marker.")
+        : now.attribute      ? tr("No key frames. K adds one at the marker.")
+                             : tr("Key frames are in the rows of attributes; plus opens these."));
   qsizetype place = scene.currentTime ? times.indexOf(*scene.currentTime) : -1;
   if (place < 0) {
     // From the editor time on.

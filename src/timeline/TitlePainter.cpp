@@ -71,6 +71,15 @@ QRectF TitlePainter::textBox(const TimelineRow& row, double componentsWidth) {
   return {left, 0, std::max(0.0, right - left), Measures::componentHeight - 1};
 }
 
+QString TitlePainter::fullTitle(const TimelineRow& row, double componentsWidth) {
+  if (!row.component) return {};
+  const QString title = row.attribute ? row.attribute->title() : row.component->title();
+  const bool isMedium = !row.attribute && row.component->selected();
+  const QFontMetricsF metrics(TYStyleKit::font(isMedium ? TextStyle::Medium : TextStyle::Body));
+  return metrics.horizontalAdvance(title) > textBox(row, componentsWidth).width() ? title
+                                                                                  : QString();
+}
+
 TitlePainter::Part TitlePainter::partAt(const TimelineRow& row, const QPointF& point,
                                         double componentsWidth) {
   if (!row.isComponent()) return Part::Title;

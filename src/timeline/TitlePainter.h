@@ -19,6 +19,8 @@ class TitlePainter {
   [[nodiscard]] static QRectF disclosureRect();
   [[nodiscard]] static QRectF eyeRect(double componentsWidth);
   [[nodiscard]] static QRectF textBox(const TimelineRow& row, double componentsWidth);
+  /// The title where it has no room in the column; else nothing.
+  [[nodiscard]] static QString fullTitle(const TimelineRow& row, double componentsWidth);
   [[nodiscard]] static Part partAt(const TimelineRow& row, const QPointF& point,
                                    double componentsWidth);
 
