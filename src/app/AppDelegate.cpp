@@ -18,6 +18,7 @@
 #include "canvas/CompositionView.h"
 #include "document/ApplicationDefaults.h"
 #include "document/PackageLayout.h"
+#include "preview/TYPreviewController.h"
 #include "widgets/TYAlert.h"
 #include "widgets/TYStyleKit.h"
 
@@ -25,6 +26,7 @@ namespace app {
 
 using document::CompositionDocument;
 using document::CompositionDocumentsController;
+using preview::TYPreviewController;
 using widgets::TYAlert;
 
 namespace {
@@ -74,8 +76,8 @@ AppDelegate::AppDelegate(foundation::UserDefaults& userDefaults,
       m_defaults.value(QStringLiteral("contrast")).toInt()));
   m_controller.setHooks(
       {.showWindows = [this](CompositionDocument& document) { showDocument(document); },
-       .willClose = {},
-       .runSlideshow = {},
+       .willClose = TYPreviewController::documentWillClose,
+       .runSlideshow = TYPreviewController::runSlideshowForCompositions,
        .warn =
            [this](const QString& sentence) {
              if (TYWindowController* window = anyWindow())
@@ -88,6 +90,7 @@ AppDelegate::AppDelegate(foundation::UserDefaults& userDefaults,
 }
 
 AppDelegate::~AppDelegate() {
+  TYPreviewController::closeShared();
   qDeleteAll(m_windows);
 }
 

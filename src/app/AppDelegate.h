@@ -46,6 +46,7 @@ class AppDelegate : public QObject, private ProgramServices {
     return m_controller.documents();
   }
   void showDocument(document::CompositionDocument& document) override;
+  void runSlideshow() override { m_controller.runSlideshow(); }
   void showPreferences() override;
   void showAbout() override;
   void showHelp() override;

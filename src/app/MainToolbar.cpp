@@ -81,6 +81,7 @@ MainToolbar::MainToolbar(TYWindowController& window) : m_window(window) {
       *row,
       {{QStringLiteral("toggleStopframe"), QStringLiteral("StopFrame"), tr("Stop Frame")},
        {QStringLiteral("togglePosterframe"), QStringLiteral("PosterFrame"), tr("Poster Frame")}});
+  addActions(*row, {{QStringLiteral("showPreview"), QStringLiteral("Preview"), tr("Preview")}});
 }
 
 void MainToolbar::resizeEvent(QResizeEvent* event) {

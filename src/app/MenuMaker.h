@@ -23,6 +23,7 @@ class MenuMaker {
   void addArrange();
   void addView();
   void addPlayback();
+  void addPreview();
   void addWindow();
   void addHelp();
 

@@ -29,6 +29,8 @@ class ProgramServices {
   virtual void closeDocument(document::CompositionDocument& document) = 0;
   [[nodiscard]] virtual QList<document::CompositionDocument*> documents() const = 0;
   virtual void showDocument(document::CompositionDocument& document) = 0;
+  /// In the preview player, one after the other.
+  virtual void runSlideshow() = 0;
   virtual void showPreferences() = 0;
   virtual void showAbout() = 0;
   virtual void showHelp() = 0;

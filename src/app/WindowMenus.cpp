@@ -229,6 +229,8 @@ void MenuMaker::addPlayback() {
        .run = [&window = m_window] { window.timelinePanel().toggleKeyFrame(); },
        .canRun = hasComposition()});
   command("togglePosterframe", tr("P&oster Frame"), {}, &DocumentCommands::togglePosterframe);
+  separate();
+  addPreview();
 }
 
 void MenuMaker::addWindow() {

@@ -1,0 +1,199 @@
+#include "preview/FramePump.h"
+
+#include <QThread>
+
+#include "model/PlayoutArguments.h"
+
+namespace preview {
+
+using runtime::CompositionRenderer;
+using Clock = FrameClock::Clock;
+
+/// One playing from the beginning, on the pump's thread.
+class FramePump::Run {
+ public:
+  Run(FramePump& pump, int number)
+      : m_pump(pump), m_number(number), m_renderer(pump.m_program.compiled) {
+    m_renderer.userInfo() = pump.m_program.userInfo;
+    for (const auto& [key, value] : pump.m_program.inputs)
+      m_renderer.setValueForInputKey(value, key);
+    const std::lock_guard lock(pump.m_mutex);
+    pump.m_meter.beginRun();
+    for (const Input& input : pump.m_inputs) m_renderer.setValueForInputKey(input.value, input.key);
+  }
+
+  /// False when it took too long.
+  bool makeFrame(double time) {
+    const Clock::time_point begin = Clock::now();
+    m_pump.applyInputs(m_renderer);
+    runtime::FrameArguments arguments;
+    arguments.wallClock = QDateTime::currentDateTimeUtc();
+    arguments.playout = model::PlayoutArguments::argumentsAtTime(time, true);
+    arguments.interruption = m_pump.beginFrame(m_number);
+    runtime::DrawList list = m_renderer.renderAtTime(time, m_pump.m_program.size, arguments);
+    if (m_renderer.wasInterrupted()) return false;
+    const bool isNew = !m_list || list != *m_list;
+    m_list = std::move(list);
+    if (isNew) draw(time);
+    tellState();
+    const std::lock_guard lock(m_pump.m_mutex);
+    m_pump.m_meter.frameMade(begin, Clock::now(), isNew);
+    return true;
+  }
+  [[nodiscard]] bool standsStill() const { return !m_renderer.isAnimated(); }
+
+ private:
+  void draw(double time) {
+    std::shared_ptr<Picture> picture = m_pump.m_pool.take();
+    picture->canvas.draw(*m_list);
+    picture->time = time;
+    picture->isOpaque = m_pump.m_program.isOpaque;
+    m_pump.publish(std::move(picture));
+  }
+  void tellState() {
+    const auto isOn = [&](const QString& key) {
+      return m_renderer.valueForOutputKey(key).toBoolean();
+    };
+    const State state{m_number, isOn(QStringLiteral("active")),
+                      isOn(QStringLiteral("waitingForTrigger"))};
+    if (state == m_state) return;
+    m_state = state;
+    if (m_pump.m_hooks.stateChanged) m_pump.m_hooks.stateChanged(state);
+  }
+
+  FramePump& m_pump;
+  int m_number;
+  CompositionRenderer m_renderer;
+  std::optional<runtime::DrawList> m_list;
+  std::optional<State> m_state;
+};
+
+FramePump::FramePump(PreviewProgram program, Hooks hooks, std::chrono::milliseconds mostTime)
+    : m_program(std::move(program)),
+      m_hooks(std::move(hooks)),
+      m_mostTime(mostTime),
+      m_pool(m_program.size, QThread::idealThreadCount()),
+      m_thread([this] { work(); }) {}
+
+FramePump::~FramePump() {
+  {
+    const std::lock_guard lock(m_mutex);
+    m_ends = true;
+    if (m_running) m_running->request();
+  }
+  m_changed.notify_one();
+  m_thread.join();
+}
+
+int FramePump::restart() {
+  const std::lock_guard lock(m_mutex);
+  m_pending.clear();
+  if (m_running) m_running->request();
+  m_changed.notify_one();
+  return ++m_run;
+}
+
+void FramePump::setInput(const QString& key, const runtime::Value& value) {
+  const std::lock_guard lock(m_mutex);
+  const auto replaceIn = [&](auto& inputs) {
+    const auto known = std::find_if(inputs.begin(), inputs.end(),
+                                    [&key](const Input& input) { return input.key == key; });
+    if (known == inputs.end())
+      inputs.push_back({key, value});
+    else
+      known->value = value;
+  };
+  if (value.type() == runtime::PortType::Boolean)
+    m_pending.push_back({key, value});
+  else
+    replaceIn(m_pending);
+  if (key != QLatin1String("trigger")) replaceIn(m_inputs);
+  m_changed.notify_one();
+}
+
+std::shared_ptr<const Picture> FramePump::takePicture() {
+  const std::lock_guard lock(m_mutex);
+  return std::exchange(m_picture, nullptr);
+}
+
+FrameMeter::Reading FramePump::reading() const {
+  const std::lock_guard lock(m_mutex);
+  return m_meter.reading(Clock::now());
+}
+
+void FramePump::work() {
+  std::unique_lock lock(m_mutex);
+  while (!m_ends) {
+    const int run = m_run;
+    lock.unlock();
+    play(run);
+    lock.lock();
+    m_changed.wait(lock, [&] { return !isCurrent(run); });
+  }
+}
+
+void FramePump::play(int run) {
+  Run playing(*this, run);
+  int slowFrames = 0;
+  double time = 0;
+  // The first frame reads files and lays out texts; time begins when it is there.
+  std::optional<FrameClock> clock;
+  while (true) {
+    slowFrames = playing.makeFrame(time) ? 0 : slowFrames + 1;
+    if (!clock) clock.emplace(m_program.framesPerSecond, Clock::now());
+    if (!waitForFrame(*clock, slowFrames == 0 && playing.standsStill(), run)) return;
+    if (slowFrames == 2) {
+      if (m_hooks.stalled) m_hooks.stalled(run);
+      return;
+    }
+    time = clock->timeOf(clock->next(Clock::now()));
+    const std::lock_guard lock(m_mutex);
+    m_meter.setDropped(clock->dropped());
+  }
+}
+
+bool FramePump::waitForFrame(FrameClock& clock, bool standsStill, int run) {
+  std::unique_lock lock(m_mutex);
+  m_running.reset();
+  if (standsStill && m_pending.empty()) {
+    m_changed.wait(lock, [&] { return !isCurrent(run) || !m_pending.empty(); });
+    clock.resume(Clock::now());
+  }
+  m_changed.wait_until(lock, clock.dueTimeOf(clock.frame() + 1), [&] { return !isCurrent(run); });
+  return isCurrent(run);
+}
+
+void FramePump::applyInputs(CompositionRenderer& renderer) {
+  QStringList applied;
+  const std::lock_guard lock(m_mutex);
+  for (auto input = m_pending.begin(); input != m_pending.end();) {
+    if (applied.contains(input->key)) {
+      ++input;
+      continue;
+    }
+    renderer.setValueForInputKey(input->value, input->key);
+    applied.append(input->key);
+    input = m_pending.erase(input);
+  }
+}
+
+std::shared_ptr<const runtime::Interruption> FramePump::beginFrame(int run) {
+  const std::lock_guard lock(m_mutex);
+  m_running = std::make_shared<runtime::Interruption>(m_mostTime);
+  if (!isCurrent(run)) m_running->request();
+  return m_running;
+}
+
+void FramePump::publish(std::shared_ptr<const Picture> picture) {
+  bool tells = false;
+  std::shared_ptr<const Picture> replaced;  // goes back to its pool outside the lock
+  {
+    const std::lock_guard lock(m_mutex);
+    tells = !m_picture;
+    if (m_picture) m_meter.pictureUnseen();
+    replaced = std::exchange(m_picture, std::move(picture));
+  }
+  if (tells && m_hooks.pictureReady) m_hooks.pictureReady();
+}
+
+}  // namespace preview

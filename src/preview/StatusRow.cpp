@@ -1,0 +1,132 @@
+#include "preview/StatusRow.h"
+
+#include <QHBoxLayout>
+#include <QLocale>
+#include <QPainter>
+#include <QPushButton>
+#include <QToolButton>
+
+#include "widgets/DevicePixels.h"
+#include "widgets/TYStyleKit.h"
+#include "widgets/TokenLabel.h"
+
+namespace preview {
+
+using widgets::TextStyle;
+using widgets::Token;
+using widgets::TokenLabel;
+using widgets::TYStyleKit;
+
+namespace {
+constexpr int margin = 8;
+constexpr int rightMargin = 6;
+constexpr int gap = 8;
+constexpr int wideGap = 16;
+constexpr int separatorX = 44;
+constexpr int lampGap = 10;
+constexpr int separatorInset = 10;
+constexpr int triggerWidth = 96;
+constexpr int control = 24;
+}  // namespace
+
+StatusRow::StatusRow(QWidget* parent)
+    : QWidget(parent),
+      m_reload(new QToolButton),
+      m_lamp(new StatusLamp),
+      m_status(new TokenLabel({}, TextStyle::Medium, Token::Text)),
+      m_notice(new TokenLabel({}, TextStyle::Small, Token::Text2)),
+      m_meter(new TokenLabel({}, TextStyle::Small, Token::Text3)),
+      m_scale(new TokenLabel({}, TextStyle::Small, Token::Text3)),
+      m_triggerKey(new TokenLabel(tr("Space"), TextStyle::Body, Token::Text3)),
+      m_trigger(new QPushButton(tr("Trigger"))) {
+  setFixedHeight(rowHeight);
+  m_reload->setIcon(TYStyleKit::image(QStringLiteral("Reload")));
+  m_reload->setIconSize({16, 16});
+  m_reload->setFixedSize(control, control);
+  m_reload->setAutoRaise(true);
+  m_reload->setToolTip(tr("Play from the Beginning (R)"));
+  m_reload->setAccessibleName(tr("Play from the Beginning"));
+  m_trigger->setIcon(TYStyleKit::image(QStringLiteral("Trigger"), Token::OnAccent));
+  m_trigger->setFixedSize(triggerWidth, control);
+  m_trigger->setDefault(true);
+  m_trigger->setToolTip(tr("Trigger (Space)"));
+  // Keys are the window's: space is the trigger wherever the focus is.
+  m_reload->setFocusPolicy(Qt::NoFocus);
+  m_trigger->setFocusPolicy(Qt::NoFocus);
+  for (QLabel* label : {m_status, m_notice}) {
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    label->setTextFormat(Qt::PlainText);
+  }
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(margin, 0, rightMargin, 0);
+  row->setSpacing(gap);
+  row->addWidget(m_reload);
+  row->addSpacing(separatorX + lampGap - margin - control - gap);
+  row->addWidget(m_lamp);
+  row->addSpacing(lampGap - gap);
+  row->addWidget(m_status, 2);
+  row->addWidget(m_notice, 3);
+  row->addWidget(m_meter);
+  row->addSpacing(wideGap - gap);
+  row->addWidget(m_scale);
+  row->addSpacing(wideGap - gap);
+  row->addWidget(m_triggerKey);
+  row->addWidget(m_trigger);
+  connect(m_reload, &QToolButton::clicked, this, &StatusRow::reloadRequested);
+  connect(m_trigger, &QPushButton::clicked, this, &StatusRow::triggerRequested);
+  m_meter->hide();
+  setTriggerVisible(false);
+}
+
+void StatusRow::setStatus(StatusLamp::Light light, const QString& text) {
+  m_lamp->setLight(light);
+  m_status->setText(text);
+  m_status->setToolTip(text);
+}
+
+QString StatusRow::status() const {
+  return m_status->text();
+}
+
+void StatusRow::setTriggerVisible(bool visible) {
+  m_triggerIsVisible = visible;
+  m_trigger->setVisible(visible);
+  m_triggerKey->setVisible(visible);
+}
+
+void StatusRow::setNotice(const QString& text) {
+  m_notice->setText(text);
+  m_notice->setToolTip(text);
+}
+
+QString StatusRow::notice() const {
+  return m_notice->text();
+}
+
+void StatusRow::setScale(double scale) {
+  const int percent = qRound(scale * 100);
+  m_scale->setText(percent == 100 ? QString() : tr("%1 %").arg(percent));
+}
+
+void StatusRow::showReading(const FrameMeter::Reading& reading) {
+  const QLocale locale;
+  m_meter->setText(tr("%1 fps · %2 ms, longest %3 · %4 dropped")
+                       .arg(locale.toString(reading.framesPerSecond, 'f', 0),
+                            locale.toString(reading.milliseconds, 'f', 1),
+                            locale.toString(reading.longest, 'f', 1),
+                            locale.toString(reading.dropped + reading.unseen)));
+}
+
+void StatusRow::setMeterVisible(bool visible) {
+  m_meter->setVisible(visible);
+}
+
+void StatusRow::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const widgets::DevicePixels pixels(painter);
+  pixels.fill(rect(), TYStyleKit::colour(Token::Raised));
+  pixels.vertical(separatorX, separatorInset, height() - separatorInset,
+                  TYStyleKit::colour(Token::Separator));
+}
+
+}  // namespace preview

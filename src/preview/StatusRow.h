@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QWidget>
+
+#include "preview/FrameMeter.h"
+#include "preview/StatusLamp.h"
+
+class QLabel;
+class QPushButton;
+class QToolButton;
+
+namespace preview {
+
+/// What stands below the picture: reload, the status, what there is to know beside it, and the
+/// trigger while the graphic waits for it.
+class StatusRow : public QWidget {
+  Q_OBJECT
+
+ public:
+  static constexpr int rowHeight = 32;
+
+  explicit StatusRow(QWidget* parent = nullptr);
+
+  void setStatus(StatusLamp::Light light, const QString& text);
+  [[nodiscard]] QString status() const;
+  [[nodiscard]] StatusLamp::Light light() const { return m_lamp->light(); }
+  /// Whether the trigger can be fired.
+  void setTriggerVisible(bool visible);
+  [[nodiscard]] bool isTriggerVisible() const { return m_triggerIsVisible; }
+  /// Something that happened; empty for nothing.
+  void setNotice(const QString& text);
+  [[nodiscard]] QString notice() const;
+  /// Nothing is shown at 1.
+  void setScale(double scale);
+  void showReading(const FrameMeter::Reading& reading);
+  void setMeterVisible(bool visible);
+
+ Q_SIGNALS:
+  void reloadRequested();
+  void triggerRequested();
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QToolButton* m_reload;
+  StatusLamp* m_lamp;
+  QLabel* m_status;
+  QLabel* m_notice;
+  QLabel* m_meter;
+  QLabel* m_scale;
+  QLabel* m_triggerKey;
+  QPushButton* m_trigger;
+  bool m_triggerIsVisible = false;
+};
+
+}  // namespace preview

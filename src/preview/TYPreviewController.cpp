@@ -1,0 +1,365 @@
+#include "preview/TYPreviewController.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QVBoxLayout>
+
+#include "foundation/UserDefaults.h"
+#include "preview/DisplayName.h"
+#include "preview/PreviewView.h"
+#include "widgets/TYStyleKit.h"
+
+namespace preview {
+
+using document::CompositionDocument;
+using Light = StatusLamp::Light;
+
+namespace {
+
+const QString triggerKey = QStringLiteral("trigger");
+constexpr std::chrono::milliseconds triggerTime(100);
+constexpr std::chrono::milliseconds meterInterval(500);
+/// How long a slideshow stays with something that does not play.
+constexpr std::chrono::milliseconds slideTime(2000);
+/// Of a window's frame, while the window manager has not told.
+constexpr QMargins usualFrame(2, 32, 2, 2);
+
+QPointer<TYPreviewController>& instance() {
+  static QPointer<TYPreviewController> shared;
+  return shared;
+}
+
+}  // namespace
+
+TYPreviewController* TYPreviewController::shared() {
+  return instance();
+}
+
+TYPreviewController& TYPreviewController::made() {
+  if (!instance()) instance() = new TYPreviewController;
+  return *instance();
+}
+
+void TYPreviewController::togglePreviewForCompositionDocument(const CompositionDocument& document) {
+  made().m_slideshowCompositions.clear();
+  made().displayCompositionDocument(document);
+  shared()->comeToFront();
+}
+
+void TYPreviewController::runSlideshowForCompositions(
+    const QList<CompositionDocument*>& documents) {
+  made().displayCompositions({documents.begin(), documents.end()});
+  shared()->comeToFront();
+}
+
+void TYPreviewController::documentWillClose(const CompositionDocument& document) {
+  if (shared()) shared()->forget(document);
+}
+
+void TYPreviewController::closeShared() {
+  if (shared()) shared()->close();
+}
+
+TYPreviewController::TYPreviewController()
+    : QWidget(nullptr, Qt::Window | Qt::WindowStaysOnTopHint),
+      m_view(new PreviewView),
+      m_status(new StatusRow) {
+  setAttribute(Qt::WA_DeleteOnClose);
+  setAttribute(Qt::WA_QuitOnClose, false);
+  setFocusPolicy(Qt::StrongFocus);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(m_view, 1);
+  column->addWidget(m_status);
+  m_nextTimer.setSingleShot(true);
+  m_meterTimer.setInterval(meterInterval);
+  updateTitle();
+  observe();
+}
+
+TYPreviewController::~TYPreviewController() = default;
+
+void TYPreviewController::observe() {
+  connect(m_status, &StatusRow::reloadRequested, this, &TYPreviewController::reloadComposition);
+  connect(m_status, &StatusRow::triggerRequested, this, &TYPreviewController::sendTrigger);
+  connect(m_view, &PreviewView::scaleChanged, this,
+          [this] { m_status->setScale(m_view->scale()); });
+  connect(&m_nextTimer, &QTimer::timeout, this, &TYPreviewController::showNextComposition);
+  connect(&m_meterTimer, &QTimer::timeout, this, &TYPreviewController::updateMeter);
+  connect(qGuiApp, &QGuiApplication::screenRemoved, this, &TYPreviewController::screenWasRemoved);
+}
+
+void TYPreviewController::displayCompositionDocument(const CompositionDocument& document) {
+  unload();
+  m_document = &document;
+  m_name = document.displayName();
+  auto program = PreviewProgram::fromDocument(document);
+  if (program)
+    load(std::move(*program));
+  else
+    showFailure(program.error());
+  updateTitle();
+  show();
+}
+
+void TYPreviewController::comeToFront() {
+  raise();
+  activateWindow();
+}
+
+void TYPreviewController::unload() {
+  m_pump.reset();
+  ++m_load;
+  m_nextTimer.stop();
+  m_meterTimer.stop();
+  m_state = {};
+  m_failure.clear();
+  m_triggerKeyIsDown = false;
+  m_status->setTriggerVisible(false);
+  m_status->setNotice({});
+}
+
+template <typename Act>
+auto TYPreviewController::forward(Act act) {
+  return [this, act, load = m_load](auto... values) {
+    const auto actNow = [this, act, load, values...] {
+      if (load == m_load) act(values...);
+    };
+    QMetaObject::invokeMethod(this, actNow, Qt::QueuedConnection);
+  };
+}
+
+void TYPreviewController::load(PreviewProgram program) {
+  const QSize size = program.size;
+  m_view->setFailure({}, {});
+  m_view->setPictureSize(size);
+  m_run = 1;
+  m_pump = std::make_unique<FramePump>(
+      std::move(program),
+      FramePump::Hooks{.pictureReady = forward([this] { takePicture(); }),
+                       .stateChanged = forward([this](const auto& state) { takeState(state); }),
+                       .stalled = forward([this](int run) { tellStalled(run); })});
+  fitWindow(size);
+  updateStatusField();
+  updateMeter();
+  m_meterTimer.start();
+}
+
+void TYPreviewController::showFailure(const PreviewProgram::Failure& failure) {
+  const bool isExport = failure.stage == PreviewProgram::Failure::Stage::Export;
+  m_failure = isExport ? tr("\"%1\" could not be exported").arg(m_name)
+                       : tr("The export of \"%1\" could not be loaded").arg(m_name);
+  m_view->setPictureSize({1920, 1080});
+  m_view->setFailure(m_failure, failure.error.text());
+  if (!isVisible()) fitWindow({1280, 720});
+  updateStatusField();
+  updateMeter();
+  goToNextSoon();
+}
+
+void TYPreviewController::takePicture() {
+  if (auto picture = m_pump->takePicture()) m_view->setPicture(std::move(picture));
+}
+
+void TYPreviewController::takeState(const FramePump::State& state) {
+  if (state.run != m_run) return;
+  const bool isFirst = m_state.run != state.run;
+  const bool ended = m_state.isActive && !state.isActive;
+  m_state = state;
+  m_status->setTriggerVisible(state.isWaiting);
+  updateStatusField();
+  if (ended && runsSlideshow())
+    showNextComposition();
+  else if (isFirst && !state.isActive)
+    goToNextSoon();
+}
+
+void TYPreviewController::tellStalled(int run) {
+  if (run != m_run) return;
+  m_state = {};
+  m_state.run = run;
+  m_status->setTriggerVisible(false);
+  m_failure = tr("\"%1\" takes too long").arg(m_name);
+  m_view->setFailure(
+      m_failure,
+      tr("A frame took longer than %1 seconds and playing was ended. A component may have a script "
+         "that never ends. Reload tries again.")
+          .arg(std::chrono::duration_cast<std::chrono::seconds>(FramePump::mostTimeOfFrame)
+                   .count()));
+  updateStatusField();
+  goToNextSoon();
+}
+
+void TYPreviewController::updateStatusField() {
+  if (!m_failure.isEmpty())
+    m_status->setStatus(Light::Failed, m_failure);
+  else if (m_status->isTriggerVisible())
+    m_status->setStatus(Light::Waiting, tr("Waiting for Trigger"));
+  else if (m_state.isActive)
+    m_status->setStatus(Light::Playing, tr("Playing %1").arg(m_name));
+  else
+    m_status->setStatus(Light::Finished, tr("Playout finished"));
+}
+
+void TYPreviewController::updateTitle() {
+  setWindowTitle(m_name.isEmpty() ? tr("Preview") : tr("Preview – %1").arg(m_name));
+}
+
+void TYPreviewController::updateMeter() {
+  const bool isWanted =
+      foundation::UserDefaults::standard().value(QStringLiteral("previewFPS")).toBool();
+  m_status->setMeterVisible(isWanted && m_pump);
+  if (isWanted && m_pump) m_status->showReading(m_pump->reading());
+}
+
+void TYPreviewController::fitWindow(const QSize& picture) {
+  if (isShowingFullscreen()) return;
+  const QRect area = screen()->availableGeometry();
+  const bool hasFrame = isVisible() && frameGeometry() != geometry();
+  const QSize room =
+      hasFrame ? area.size() - (frameGeometry().size() - size()) : (area - usualFrame).size();
+  const double scale =
+      std::min({1.0, static_cast<double>(room.width()) / picture.width(),
+                static_cast<double>(room.height() - StatusRow::rowHeight) / picture.height()});
+  const QSize content = (QSizeF(picture) * std::max(scale, 0.05)).toSize();
+  setWindowState(windowState() & ~Qt::WindowMaximized);
+  resize(content + QSize(0, StatusRow::rowHeight));
+  m_status->setScale(m_view->scale());
+}
+
+void TYPreviewController::displayCompositions(const QList<const CompositionDocument*>& documents) {
+  m_slideshowCompositions = documents;
+  m_slideshowIndex = 0;
+  if (!documents.isEmpty()) displayCompositionDocument(*documents.first());
+}
+
+void TYPreviewController::showNextComposition() {
+  if (!runsSlideshow()) return;
+  if (++m_slideshowIndex >= m_slideshowCompositions.size()) m_slideshowIndex = 0;
+  displayCompositionDocument(*m_slideshowCompositions.at(m_slideshowIndex));
+}
+
+/// What cannot play says never that it ended.
+void TYPreviewController::goToNextSoon() {
+  if (runsSlideshow()) m_nextTimer.start(slideTime);
+}
+
+void TYPreviewController::forget(const CompositionDocument& document) {
+  const qsizetype index = m_slideshowCompositions.indexOf(&document);
+  if (index >= 0) {
+    m_slideshowCompositions.removeAt(index);
+    // The one that took its place is the next.
+    if (index <= m_slideshowIndex) --m_slideshowIndex;
+  }
+  if (m_document != &document) return;
+  m_document = nullptr;
+  m_status->setNotice(tr("The document was closed"));
+}
+
+bool TYPreviewController::setTrigger() {
+  if (!m_pump || !isWaitingForTrigger()) return false;
+  m_pump->setInput(triggerKey, true);
+  return true;
+}
+
+void TYPreviewController::releaseTrigger() {
+  if (m_pump) m_pump->setInput(triggerKey, false);
+}
+
+void TYPreviewController::sendTrigger() {
+  if (setTrigger()) QTimer::singleShot(triggerTime, this, &TYPreviewController::releaseTrigger);
+}
+
+void TYPreviewController::reloadComposition() {
+  if (!m_pump) {
+    // There may be something to play by now.
+    if (m_document) displayCompositionDocument(*m_document);
+    return;
+  }
+  m_run = m_pump->restart();
+  m_state = {};
+  m_failure.clear();
+  m_nextTimer.stop();
+  m_view->setFailure({}, {});
+  m_status->setTriggerVisible(false);
+  updateStatusField();
+}
+
+void TYPreviewController::togglePreviewFullscreen() {
+  TYPreviewController* controller = shared();
+  if (!controller) return;
+  if (controller->isShowingFullscreen())
+    controller->leaveFullscreen();
+  else if (QScreen* first = QGuiApplication::primaryScreen())
+    controller->enterFullscreen(*first);
+}
+
+void TYPreviewController::showFullscreenOnScreen(const QString& name) {
+  TYPreviewController* controller = shared();
+  QScreen* screen = DisplayName::screenWithName(name);
+  if (controller && screen) controller->enterFullscreen(*screen);
+}
+
+void TYPreviewController::enterFullscreen(QScreen& screen) {
+  if (!isShowingFullscreen()) m_windowedGeometry = geometry();
+  m_fullscreenScreen = &screen;
+  m_status->hide();
+  // A window that is full screen already would stay where it is.
+  setWindowState(windowState() & ~Qt::WindowFullScreen);
+  setGeometry(screen.geometry());
+  setWindowState(windowState() | Qt::WindowFullScreen);
+  show();
+}
+
+void TYPreviewController::leaveFullscreen() {
+  m_fullscreenScreen = nullptr;
+  setWindowState(windowState() & ~Qt::WindowFullScreen);
+  m_status->show();
+  setGeometry(m_windowedGeometry);
+}
+
+void TYPreviewController::screenWasRemoved(const QScreen* screen) {
+  if (screen != m_fullscreenScreen) return;
+  leaveFullscreen();
+  if (const QScreen* first = QGuiApplication::primaryScreen())
+    move(first->availableGeometry().topLeft() + QPoint(usualFrame.left(), usualFrame.top()));
+  m_status->setNotice(tr("The screen of the full picture is gone"));
+}
+
+void TYPreviewController::keyPressEvent(QKeyEvent* event) {
+  if (event->isAutoRepeat()) return;
+  if (event->key() == Qt::Key_Space)
+    m_triggerKeyIsDown = setTrigger();
+  else if (event->key() == Qt::Key_R && event->modifiers() == Qt::NoModifier)
+    reloadComposition();
+  else if (event->key() == Qt::Key_Escape && isShowingFullscreen())
+    leaveFullscreen();
+  else
+    QWidget::keyPressEvent(event);
+}
+
+void TYPreviewController::keyReleaseEvent(QKeyEvent* event) {
+  if (event->isAutoRepeat()) return;
+  if (event->key() != Qt::Key_Space) return QWidget::keyReleaseEvent(event);
+  if (std::exchange(m_triggerKeyIsDown, false)) releaseTrigger();
+}
+
+void TYPreviewController::changeEvent(QEvent* event) {
+  // A key that goes up in another window is not told here.
+  if (event->type() == QEvent::ActivationChange && !isActiveWindow() &&
+      std::exchange(m_triggerKeyIsDown, false))
+    releaseTrigger();
+  QWidget::changeEvent(event);
+}
+
+void TYPreviewController::closeEvent(QCloseEvent* event) {
+  m_slideshowCompositions.clear();
+  unload();
+  m_document = nullptr;
+  instance().clear();
+  event->accept();
+}
+
+}  // namespace preview

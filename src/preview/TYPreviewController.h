@@ -1,0 +1,110 @@
+#pragma once
+
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
+
+#include "preview/FramePump.h"
+#include "preview/StatusRow.h"
+
+class QScreen;
+
+namespace preview {
+
+class PreviewView;
+
+/// The preview player: plays the exported file of a document as the playout will, above all other
+/// windows. There is one for the application, made when it is first asked for and gone when its
+/// window closes. What was loaded goes on playing when its document is closed.
+class TYPreviewController : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// Shows the window and plays the document.
+  static void togglePreviewForCompositionDocument(const document::CompositionDocument& document);
+  /// Nothing without a player.
+  static void togglePreviewFullscreen();
+  /// On the screen of that name; nothing where there is none, or without a player.
+  static void showFullscreenOnScreen(const QString& name);
+  static void runSlideshowForCompositions(const QList<document::CompositionDocument*>& documents);
+  /// To be told before a document is gone.
+  static void documentWillClose(const document::CompositionDocument& document);
+  /// The player that is open; none otherwise.
+  [[nodiscard]] static TYPreviewController* shared();
+  static void closeShared();
+
+  ~TYPreviewController() override;
+
+  void displayCompositionDocument(const document::CompositionDocument& document);
+  /// One after the other, from the first again after the last; each until it says that it ended.
+  void displayCompositions(const QList<const document::CompositionDocument*>& documents);
+  void showNextComposition();
+
+  /// Whether what is loaded waits for its trigger.
+  [[nodiscard]] bool isWaitingForTrigger() const { return m_state.isWaiting; }
+  /// Presses the trigger; false, and nothing happens, while nothing waits for it.
+  bool setTrigger();
+  void releaseTrigger();
+  /// Presses it and lets it go after a tenth of a second.
+  void sendTrigger();
+  void reloadComposition();
+
+  [[nodiscard]] PreviewView& view() const { return *m_view; }
+  [[nodiscard]] StatusRow& statusRow() const { return *m_status; }
+  /// None while nothing is loaded.
+  [[nodiscard]] FramePump* pump() const { return m_pump.get(); }
+  /// None when there is none, or it was closed.
+  [[nodiscard]] const document::CompositionDocument* currentDocument() const { return m_document; }
+  [[nodiscard]] bool isShowingFullscreen() const { return m_fullscreenScreen != nullptr; }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void keyReleaseEvent(QKeyEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  TYPreviewController();
+  [[nodiscard]] static TYPreviewController& made();
+  void observe();
+  void comeToFront();
+  void unload();
+  void load(PreviewProgram program);
+  void showFailure(const PreviewProgram::Failure& failure);
+  /// As a hook of the pump that is loaded now: acts on the thread of the window, and no more once
+  /// something else was loaded.
+  template <typename Act>
+  [[nodiscard]] auto forward(Act act);
+  void takePicture();
+  void takeState(const FramePump::State& state);
+  void tellStalled(int run);
+  void updateStatusField();
+  void updateTitle();
+  void updateMeter();
+  void fitWindow(const QSize& picture);
+  void goToNextSoon();
+  void enterFullscreen(QScreen& screen);
+  void leaveFullscreen();
+  void screenWasRemoved(const QScreen* screen);
+  void forget(const document::CompositionDocument& document);
+  [[nodiscard]] bool runsSlideshow() const { return !m_slideshowCompositions.isEmpty(); }
+
+  PreviewView* m_view;
+  StatusRow* m_status;
+  QTimer m_meterTimer;
+  QTimer m_nextTimer;
+  const document::CompositionDocument* m_document = nullptr;
+  QString m_name;  ///< of the document that was loaded last
+  QList<const document::CompositionDocument*> m_slideshowCompositions;
+  qsizetype m_slideshowIndex = 0;
+  FramePump::State m_state;
+  int m_load = 0;  ///< grows with every loading
+  int m_run = 1;   ///< of the pump, whose states count
+  QString m_failure;
+  bool m_triggerKeyIsDown = false;
+  QScreen* m_fullscreenScreen = nullptr;
+  QRect m_windowedGeometry;
+  std::unique_ptr<FramePump> m_pump;
+};
+
+}  // namespace preview
