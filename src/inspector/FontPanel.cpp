@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QListView>
 #include <QListWidget>
+#include <QScreen>
 #include <QSortFilterProxyModel>
 #include <QStringListModel>
 #include <QStyledItemDelegate>
@@ -118,21 +119,39 @@ QString FontPanel::nameOfFace(const QString& family, const QString& style) {
   return family;
 }
 
-void FontPanel::open(QObject& target, const FontValue& font,
+void FontPanel::open(QWidget& target, const FontValue& font,
                      std::function<void(const FontValue&)> changeFont) {
   m_target = &target;
   m_changeFont = std::move(changeFont);
-  if (m_model->rowCount() == 0) {
-    QStringList families = QFontDatabase::families();
-    families.removeIf([](const QString& name) { return QFontDatabase::isPrivateFamily(name); });
-    m_model->setStringList(families);
-  }
+  if (m_model->rowCount() == 0) m_model->setStringList(families());
   m_search->clear();
   select(font);
+  if (!isVisible()) placeBeside(target);
   show();
   raise();
   activateWindow();
   m_families->setFocus();
+}
+
+QStringList FontPanel::families() {
+  const QStringList all = QFontDatabase::families();
+  QStringList families;
+  for (const QString& name : all) {
+    if (QFontDatabase::isPrivateFamily(name)) continue;
+    // Faces are listed as families too ("Inter Black"); they are found among the family's faces.
+    const bool isLonger = std::any_of(all.begin(), all.end(), [&](const QString& shorter) {
+      return name.startsWith(shorter + u' ');
+    });
+    if (!isLonger || FontResolver::resolve(name).family == name) families.append(name);
+  }
+  return families;
+}
+
+void FontPanel::placeBeside(const QWidget& widget) {
+  const QRect room = widget.screen()->availableGeometry();
+  const QPoint at = widget.mapToGlobal(QPoint(-width() - gap * 3, -height() / 2));
+  move(std::clamp(at.x(), room.left(), std::max(room.left(), room.right() - width())),
+       std::clamp(at.y(), room.top(), std::max(room.top(), room.bottom() - height())));
 }
 
 void FontPanel::select(const FontValue& font) {

@@ -28,7 +28,7 @@ class FontPanel : public QWidget {
   explicit FontPanel(QWidget* parent);
 
   /// Selects the font and calls back for each that is chosen from now on. Ends with the target.
-  void open(QObject& target, const model::FontValue& font,
+  void open(QWidget& target, const model::FontValue& font,
             std::function<void(const model::FontValue&)> changeFont);
   [[nodiscard]] model::FontValue font() const;
   /// The name that files give a face, and that finds it here again.
@@ -37,6 +37,8 @@ class FontPanel : public QWidget {
   [[nodiscard]] static FontPanel& of(QWidget& widget);
 
  private:
+  [[nodiscard]] static QStringList families();
+  void placeBeside(const QWidget& widget);
   void select(const model::FontValue& font);
   void showFaces(const QString& family, const QString& style);
   void showPreview();
@@ -52,7 +54,7 @@ class FontPanel : public QWidget {
   widgets::TYNumberField* m_size;
   QLabel* m_preview;
   model::FontValue m_font;
-  QPointer<QObject> m_target;
+  QPointer<QWidget> m_target;
   std::function<void(const model::FontValue&)> m_changeFont;
   bool m_quiet = false;
 };

@@ -25,30 +25,7 @@ namespace {
 
 constexpr size_t mostSpareRows = 60;
 
-/// Nothing unless the port names both.
-std::optional<std::pair<double, double>> limitsOf(const model::Attribute& attribute) {
-  const runtime::CompositionRenderer* renderer =
-      attribute.component() ? attribute.component()->renderer() : nullptr;
-  const auto port = renderer ? renderer->inputAttributes(attribute.key()) : std::nullopt;
-  if (!port || !port->minimum || !port->maximum || *port->minimum >= *port->maximum) return {};
-  return std::pair{*port->minimum, *port->maximum};
-}
-
-NumberFormat numberFormat(AttributeType type,
-                          const std::optional<std::pair<double, double>>& limits) {
-  NumberFormat format;
-  if (type == AttributeType::Index) {
-    format.decimals = 0;
-    format.minimum = 0;
-  }
-  if (!limits) return format;
-  format.minimum = limits->first;
-  format.maximum = limits->second;
-  constexpr double steps = 100;
-  if (type == AttributeType::Number)
-    format.step = std::min(1.0, (format.maximum - format.minimum) / steps);
-  return format;
-}
+constexpr double stepsOfRange = 100;
 
 }  // namespace
 
@@ -62,11 +39,31 @@ TYInspectorAttributesController::TYInspectorAttributesController(InspectorContex
 
 TYInspectorAttributesController::Kind TYInspectorAttributesController::kindOf(
     const ShownAttribute& shown) {
-  Kind kind{shown.first().type(), {}, {}};
-  if (kind.type == AttributeType::IndexWithMenu) kind.choices = shown.first().possibleValues();
-  if (kind.type == AttributeType::Number || kind.type == AttributeType::Index)
-    kind.limits = limitsOf(shown.first());
+  const model::Attribute& first = shown.first();
+  Kind kind{.type = first.type(), .choices = {}};
+  if (kind.type == AttributeType::IndexWithMenu) kind.choices = first.possibleValues();
+  if (kind.type != AttributeType::Number && kind.type != AttributeType::Index) return kind;
+  const runtime::CompositionRenderer* renderer =
+      first.component() ? first.component()->renderer() : nullptr;
+  if (const auto port = renderer ? renderer->inputAttributes(first.key()) : std::nullopt) {
+    kind.minimum = port->minimum;
+    kind.maximum = port->maximum;
+  }
   return kind;
+}
+
+NumberRow* TYInspectorAttributesController::makeNumberRow(const Kind& kind, const QString& label) {
+  NumberFormat format;
+  if (kind.type == AttributeType::Index) {
+    format.decimals = 0;
+    format.minimum = 0;
+  }
+  format.minimum = kind.minimum.value_or(format.minimum);
+  format.maximum = kind.maximum.value_or(format.maximum);
+  if (kind.type == AttributeType::Number && kind.hasRange())
+    format.step = std::min(1.0, (format.maximum - format.minimum) / stepsOfRange);
+  return new NumberRow(context(), label, {format},
+                       kind.hasRange() ? NumberRow::Slider::With : NumberRow::Slider::Without);
 }
 
 InspectorRow* TYInspectorAttributesController::makeRow(const Kind& kind, const QString& label) {
@@ -75,8 +72,7 @@ InspectorRow* TYInspectorAttributesController::makeRow(const Kind& kind, const Q
       return new TextRow(context(), label);
     case AttributeType::Index:
     case AttributeType::Number:
-      return new NumberRow(context(), label, {numberFormat(kind.type, kind.limits)},
-                           kind.limits ? NumberRow::Slider::With : NumberRow::Slider::Without);
+      return makeNumberRow(kind, label);
     case AttributeType::Boolean:
       return new CheckRow(context(), label);
     case AttributeType::IndexWithMenu:

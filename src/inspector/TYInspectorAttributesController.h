@@ -9,6 +9,8 @@ class QLabel;
 
 namespace inspector {
 
+class NumberRow;
+
 /// One editing row for each attribute of the selected components, by type. Rows are kept and used
 /// again, so that going through components costs no new widgets.
 class TYInspectorAttributesController : public InspectorPane {
@@ -23,7 +25,9 @@ class TYInspectorAttributesController : public InspectorPane {
   struct Kind {
     model::AttributeType type;
     QStringList choices;
-    std::optional<std::pair<double, double>> limits;
+    std::optional<double> minimum = {};
+    std::optional<double> maximum = {};
+    [[nodiscard]] bool hasRange() const { return minimum && maximum && *minimum < *maximum; }
     friend bool operator==(const Kind&, const Kind&) = default;
   };
   struct Made {
@@ -32,6 +36,7 @@ class TYInspectorAttributesController : public InspectorPane {
   };
 
   [[nodiscard]] static Kind kindOf(const ShownAttribute& shown);
+  [[nodiscard]] NumberRow* makeNumberRow(const Kind& kind, const QString& label);
   [[nodiscard]] InspectorRow* makeRow(const Kind& kind, const QString& label);
   [[nodiscard]] InspectorRow* takeRow(std::vector<Made>& spare, const Kind& kind,
                                       const QString& label);

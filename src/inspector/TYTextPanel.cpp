@@ -54,8 +54,7 @@ TYTextPanel::TYTextPanel(QWidget& beside, InspectorContext& context, const Bindi
   m_text->setTabChangesFocus(true);
   m_text->setMinimumHeight(textHeight);
   body()->addWidget(m_text);
-  m_note = new QLabel;
-  m_note->setFont(widgets::TYStyleKit::font(TextStyle::Small));
+  m_note = new widgets::TokenLabel({}, TextStyle::Small, Token::Text3);
   body()->addWidget(m_note);
   m_count = new widgets::TokenLabel({}, TextStyle::Body, Token::Text3);
   setFooterWidget(m_count);
@@ -95,8 +94,11 @@ void TYTextPanel::textPanelDidChange() {
 }
 
 void TYTextPanel::showCount() {
-  const QString characters = tr("%Ln characters", nullptr, static_cast<int>(m_last.size()));
-  m_count->setText(tr("%1, %2").arg(characters, tr("%Ln lines", nullptr, m_text->blockCount())));
+  const QString characters =
+      m_last.size() == 1 ? tr("1 character") : tr("%L1 characters").arg(m_last.size());
+  const int lines = m_text->blockCount();
+  m_count->setText(
+      tr("%1, %2").arg(characters, lines == 1 ? tr("1 line") : tr("%L1 lines").arg(lines)));
 }
 
 void TYTextPanel::finish(bool keep) {

@@ -45,7 +45,7 @@ void TYColorWell::openPopover() {
   if (m_popover) return;
   m_before = m_color;
   m_mixedBefore = m_mixed;
-  m_popover = new ColorPopover(m_color, m_hasAlpha, this);
+  m_popover = new ColorPopover(m_color, m_hasAlpha, this, m_offers ? m_offers() : QList<QColor>());
   connect(m_popover, &ColorPopover::colorEdited, this, &TYColorWell::take);
   connect(m_popover, &ColorPopover::finished, this, &TYColorWell::finish);
   m_popover->showBeside(QRect(mapToGlobal(QPoint(0, 0)), size()));

@@ -26,6 +26,8 @@ class TYColorWell : public QAbstractButton {
   /// Whether transparency can be edited; it can unless told otherwise.
   void setHasAlpha(bool hasAlpha) { m_hasAlpha = hasAlpha; }
   [[nodiscard]] QSize sizeHint() const override { return {44, 24}; }
+  /// Asked for colours to offer besides the recent ones when the panel opens.
+  void setOffers(std::function<QList<QColor>()> offers) { m_offers = std::move(offers); }
   /// The open panel, if any.
   [[nodiscard]] ColorPopover* popover() const;
 
@@ -44,6 +46,7 @@ class TYColorWell : public QAbstractButton {
   void finish(bool kept);
 
   QColor m_color = Qt::white;
+  std::function<QList<QColor>()> m_offers;
   QColor m_before;
   bool m_mixed = false;
   bool m_mixedBefore = false;

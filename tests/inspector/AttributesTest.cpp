@@ -4,6 +4,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QShortcut>
+#include <QSlider>
+#include <QWheelEvent>
 
 #include "inspector/InspectorFixture.h"
 #include "inspector/rows/KeyFrameControl.h"
@@ -243,6 +246,73 @@ TEST_F(AttributesTest, BadInputKeepsTheValueAndSaysWhatIsWrong) {
   EXPECT_FALSE(row(text)->complaint().isEmpty());
   EXPECT_EQ(line->text(), q("Morning"));
   EXPECT_EQ(steps(), 0);
+}
+
+TEST_F(AttributesTest, LimitsOfThePortMakeASlider) {
+  QStringList warnings;
+  const auto path = model::StandardComponents::located().pathOf(q("GradientBar"));
+  ASSERT_TRUE(path);
+  auto* component = graphic->addComponenWithQuartzCompositionFile(*path, {}, warnings);
+  select({component});
+  auto* slider = control<QSlider>(q("Opacity 1"));
+  ASSERT_TRUE(slider);
+  EXPECT_EQ(slider->value(), slider->maximum());
+  slider->setFocus();
+  QTest::keyClick(slider, Qt::Key_Home);
+  EXPECT_EQ(component->attributeForKey(q("Opacity_1"))->currentValue(), AttributeValue(0.0));
+  auto* field = control<TYNumberField>(q("Opacity 1"));
+  type(field, q("7"));
+  QTest::keyClick(field, Qt::Key_Return);
+  EXPECT_EQ(component->attributeForKey(q("Opacity_1"))->currentValue(), AttributeValue(1.0));
+
+  auto* well = control<widgets::TYColorWell>(q("Color 1"));
+  ASSERT_TRUE(well);
+  QTest::mouseClick(well, Qt::LeftButton);
+  QSet<QString> offered;
+  for (const auto* swatch : well->popover()->findChildren<QAbstractButton*>())
+    offered.insert(swatch->accessibleName());
+  const auto* second = component->attributeForKey(q("Color_2"));
+  ASSERT_TRUE(second);
+  const QColor color = second->currentValue().as<Color>()->toQColor();
+  EXPECT_TRUE(offered.contains(widgets::ColorPopover::hexText(color)));
+  well->popover()->close();
+}
+
+TEST_F(AttributesTest, UndoBelongsToTheWindowOnceAFieldIsThrough) {
+  auto* component = add(q("Strap"));
+  auto* number = give(component, spacing, AttributeType::Number, 10.0);
+  auto* words = give(component, text, AttributeType::String, q("Morning"));
+  select({component});
+  QShortcut undo(QKeySequence::Undo, &panel);
+  QObject::connect(&undo, &QShortcut::activated, &panel, [this] { graphic.context->undo(); });
+  auto* field = control<TYNumberField>(q("Line Spacing"));
+  type(field, q("20"));
+  QTest::keyClick(field, Qt::Key_Return);
+  QTest::keyClick(field, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(number->currentValue(), AttributeValue(10.0));
+  auto* line = control<QLineEdit>(text);
+  type(line, q("New"));
+  QTest::keyClick(line, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(words->currentValue(), AttributeValue(line->text())) << "in the field";
+  QTest::keyClicks(line, q("s"));
+  QTest::keyClick(line, Qt::Key_Return);
+  QTest::keyClick(line, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(words->currentValue(), AttributeValue(q("Morning")));
+}
+
+TEST_F(AttributesTest, TheWheelChangesNothing) {
+  auto* component = add(q("Strap"));
+  auto* choice = give(component, q("m"), AttributeType::IndexWithMenu, qint64{0}, {q("A"), q("B")});
+  select({component});
+  for (QWidget* target : {static_cast<QWidget*>(control<QComboBox>(q("m"))),
+                          static_cast<QWidget*>(control<QSlider>(q("Opacity")))}) {
+    const QPointF at = QRectF(target->rect()).center();
+    QWheelEvent event(at, target->mapToGlobal(at), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(target, &event);
+  }
+  EXPECT_EQ(choice->currentValue(), AttributeValue(qint64{0}));
+  EXPECT_EQ(component->opacity(), 1);
 }
 
 TEST_F(AttributesTest, RemovedComponentsAndAttributesLeaveThePane) {

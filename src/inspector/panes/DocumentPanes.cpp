@@ -11,6 +11,7 @@
 #include "inspector/rows/CheckRow.h"
 #include "inspector/rows/ChoiceRow.h"
 #include "inspector/rows/ColorRow.h"
+#include "inspector/rows/EventGuards.h"
 #include "inspector/rows/FileRow.h"
 #include "inspector/rows/ImageRow.h"
 #include "inspector/rows/NumberRow.h"
@@ -55,7 +56,7 @@ FormatPane::FormatPane(InspectorContext& context)
       m_formats->addItem(item.title);
   }
   m_formats->setAccessibleName(tr("Format"));
-  m_formats->setFocusPolicy(Qt::StrongFocus);
+  leaveWheelToPane(*m_formats);
   m_formats->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   auto* line = new PaneLine(tr("Format"));
   line->add(m_formats, 1);

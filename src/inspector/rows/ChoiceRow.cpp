@@ -1,9 +1,9 @@
 #include "inspector/rows/ChoiceRow.h"
 
 #include <QComboBox>
-#include <QEvent>
 
 #include "inspector/InspectorContext.h"
+#include "inspector/rows/EventGuards.h"
 #include "widgets/TYSegmentedControl.h"
 
 namespace inspector {
@@ -12,7 +12,7 @@ ChoiceRow::ChoiceRow(InspectorContext& context, const QString& label, const QStr
     : InspectorRow(context, label), m_box(new QComboBox) {
   m_box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   m_box->setPlaceholderText(QStringLiteral("—"));
-  m_box->installEventFilter(this);
+  leaveWheelToPane(*m_box);
   addControl(m_box, 1);
   setChoices(choices);
   connect(m_box, &QComboBox::activated, this, [this](int index) {
@@ -35,13 +35,6 @@ void ChoiceRow::showValues() {
 
 void ChoiceRow::nameControls(const QString& name) {
   m_box->setAccessibleName(name);
-}
-
-bool ChoiceRow::eventFilter(QObject*, QEvent* event) {
-  // The wheel scrolls the pane; what happens to lie under the pointer stays as it is.
-  if (event->type() != QEvent::Wheel) return false;
-  event->ignore();
-  return true;
 }
 
 const QStringList& SegmentsRow::textJustificationNames() {

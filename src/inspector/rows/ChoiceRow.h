@@ -21,7 +21,6 @@ class ChoiceRow : public InspectorRow {
  protected:
   void showValues() override;
   void nameControls(const QString& name) override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   QComboBox* m_box;

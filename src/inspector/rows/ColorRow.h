@@ -20,6 +20,8 @@ class ColorRow : public InspectorRow {
   void nameControls(const QString& name) override;
 
  private:
+  [[nodiscard]] QList<QColor> colorsOfDocument() const;
+
   widgets::TYColorWell* m_well;
 };
 

@@ -3,6 +3,7 @@
 #include <QSlider>
 
 #include "inspector/InspectorContext.h"
+#include "inspector/rows/EventGuards.h"
 #include "inspector/rows/FieldBinder.h"
 #include "widgets/TYNumberField.h"
 
@@ -20,7 +21,7 @@ constexpr int fieldBesideSlider = 64;
 NumberRow::NumberRow(InspectorContext& context, const QString& label,
                      const QList<NumberFormat>& formats, Slider slider)
     : InspectorRow(context, label), m_formats(formats) {
-  if (slider == Slider::With) addSlider(formats.first());
+  if (slider == Slider::With) addSlider();
   for (const NumberFormat& format : formats) {
     auto* field = new TYNumberField;
     field->setPrefix(format.prefix);
@@ -39,12 +40,12 @@ NumberRow::NumberRow(InspectorContext& context, const QString& label,
   nameControls(label);
 }
 
-void NumberRow::addSlider(const NumberFormat& format) {
-  Q_UNUSED(format)
+void NumberRow::addSlider() {
   m_slider = new QSlider(Qt::Horizontal);
   m_slider->setRange(0, sliderSteps);
   m_slider->setPageStep(sliderSteps / 10);
   m_slider->setSingleStep(sliderSteps / 100);
+  leaveWheelToPane(*m_slider);
   addControl(m_slider, 1);
   connect(m_slider, &QSlider::sliderPressed, this, [this] {
     if (isBound()) context().begin(binding().stepName);

@@ -43,7 +43,7 @@ class NumberRow : public InspectorRow {
   void nameControls(const QString& name) override;
 
  private:
-  void addSlider(const NumberFormat& format);
+  void addSlider();
   void showSlider();
   void slide(int position);
 

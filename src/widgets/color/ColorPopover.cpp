@@ -37,7 +37,8 @@ QGradientStops hueStops() {
 
 }  // namespace
 
-ColorPopover::ColorPopover(const QColor& color, bool hasAlpha, QWidget* parent)
+ColorPopover::ColorPopover(const QColor& color, bool hasAlpha, QWidget* parent,
+                           const QList<QColor>& offers)
     : QWidget(parent, Qt::Popup | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint),
       m_plane(new ColorPlane),
       m_hueRange(new ColorRange(tr("Hue"))),
@@ -47,7 +48,7 @@ ColorPopover::ColorPopover(const QColor& color, bool hasAlpha, QWidget* parent)
   setAttribute(Qt::WA_DeleteOnClose);
   setAttribute(Qt::WA_TranslucentBackground);
   setAccessibleName(tr("Color"));
-  addEditors(hasAlpha);
+  addEditors(hasAlpha, offers);
   setColor(color);
   setFixedWidth(kWidth);
 
@@ -70,7 +71,7 @@ ColorPopover::ColorPopover(const QColor& color, bool hasAlpha, QWidget* parent)
   connect(m_hex, &QLineEdit::editingFinished, this, &ColorPopover::takeHex);
 }
 
-void ColorPopover::addEditors(bool hasAlpha) {
+void ColorPopover::addEditors(bool hasAlpha, const QList<QColor>& offers) {
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
   column->setSpacing(10);
@@ -80,7 +81,9 @@ void ColorPopover::addEditors(bool hasAlpha) {
   m_alphaRange->setVisible(hasAlpha);
   m_hueRange->setStops(hueStops());
   column->addLayout(entryRow(hasAlpha));
-  if (!RecentColors::shared().colors().isEmpty()) column->addLayout(recentRow());
+  const QList<QColor>& recent = RecentColors::shared().colors();
+  if (!recent.isEmpty()) column->addLayout(swatchRow(recent));
+  if (!offers.isEmpty()) column->addLayout(swatchRow(offers));
 }
 
 QHBoxLayout* ColorPopover::entryRow(bool hasAlpha) {
@@ -107,10 +110,10 @@ QHBoxLayout* ColorPopover::entryRow(bool hasAlpha) {
   return row;
 }
 
-QHBoxLayout* ColorPopover::recentRow() {
+QHBoxLayout* ColorPopover::swatchRow(const QList<QColor>& colors) {
   auto* row = new QHBoxLayout;
   row->setSpacing(4);
-  for (const QColor& color : RecentColors::shared().colors()) {
+  for (const QColor& color : colors) {
     auto* swatch = new ColorSwatch(color);
     connect(swatch, &QAbstractButton::clicked, this, [this, color] {
       setColor(color);

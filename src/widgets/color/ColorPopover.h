@@ -19,7 +19,9 @@ class TYNumberField;
 class ColorPopover : public QWidget {
   Q_OBJECT
  public:
-  ColorPopover(const QColor& color, bool hasAlpha, QWidget* parent);
+  /// Offers these colours besides the recent ones.
+  ColorPopover(const QColor& color, bool hasAlpha, QWidget* parent,
+               const QList<QColor>& offers = {});
 
   void showBeside(const QRect& globalRect);
   /// "#RRGGBB", with "AA" behind it unless opaque.
@@ -38,9 +40,9 @@ class ColorPopover : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  void addEditors(bool hasAlpha);
+  void addEditors(bool hasAlpha, const QList<QColor>& offers);
   QHBoxLayout* entryRow(bool hasAlpha);
-  QHBoxLayout* recentRow();
+  QHBoxLayout* swatchRow(const QList<QColor>& colors);
   void setColor(const QColor& color);
   void changeTo(const QColor& color);
   void showColor();

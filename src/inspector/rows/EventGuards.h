@@ -1,0 +1,13 @@
+#pragma once
+
+class QLineEdit;
+class QWidget;
+
+namespace inspector {
+
+/// The wheel scrolls the pane; the control that happens to lie under the pointer stays as it is.
+void leaveWheelToPane(QWidget& control);
+/// Undo and redo are the window's business where the field has nothing of its own to take back.
+void leaveUndoToWindow(QLineEdit& field);
+
+}  // namespace inspector
