@@ -122,6 +122,9 @@ bool QuartzComponent::loadFile(const QString& path, const InputValues& inputValu
   // The composition's width stands in for both sides.
   if (width() == 0) setWidth(composition()->width());
   if (height() == 0) setHeight(composition()->width());
+  // New attributes announce nothing, and images are not asked for their size.
+  renderer()->setValueForInputKey(width(), widthKey);
+  renderer()->setValueForInputKey(height(), heightKey);
   centre();
   return true;
 }

@@ -8,6 +8,7 @@
 #include "RunningEditor.h"
 #include "app/EditorOptions.h"
 #include "model/Composition.h"
+#include "runtime/CompositionRenderer.h"
 #include "widgets/TYAlert.h"
 
 namespace app {
@@ -56,8 +57,13 @@ TEST_F(OpeningTest, PicturesAndCompositionFilesBecomeComponentsOfOneDocument) {
       *model::StandardComponents::located().pathOf(QStringLiteral("Rectangle"));
   start({path("ä b.png"), component});
   ASSERT_THAT(delegate->controller().documents(), SizeIs(1));
-  EXPECT_THAT(window().composition()->componentArray(), SizeIs(2));
+  ASSERT_THAT(window().composition()->componentArray(), SizeIs(2));
   EXPECT_TRUE(window().isWindowModified());
+  // The picture is fitted into the frame that it got, not into that of an empty component.
+  const model::QuartzComponent* image = window().composition()->componentArray().first();
+  EXPECT_EQ(image->drawingFrame().size(), QSizeF(32, 16));
+  EXPECT_EQ(image->renderer()->valueForInputKey(QStringLiteral("inputWidth")).toNumber(), 32);
+  EXPECT_EQ(image->renderer()->valueForInputKey(QStringLiteral("inputHeight")).toNumber(), 16);
   EXPECT_EQ(alert(), "");
   // The next one belongs to a document of its own.
   delegate->openDocuments({path("ä b.png")});

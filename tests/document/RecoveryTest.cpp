@@ -117,6 +117,21 @@ TEST_F(RecoveryTest, NothingIsThereBeforeTheFirstChangeAndAfterClosing) {
   EXPECT_THAT(stateNames(), ElementsAre());
 }
 
+TEST_F(RecoveryTest, AStepThatIsTakenBackLeavesNothing) {
+  Library library;
+  const auto journal = openUnsaved(library);
+  library.context.markSaved();
+  {
+    store::UndoStep step(library.context, QStringLiteral("Import"));
+    library.book()->setX(4);
+    step.cancel();
+  }
+  EXPECT_THAT(stateNames(), ElementsAre());
+  // The first change that stays brings everything along.
+  library.book()->setX(5);
+  EXPECT_EQ(stateNames().size(), 1);
+}
+
 TEST_F(RecoveryTest, SavedDocumentsComeBackWithAllTheirChanges) {
   Library library;
   auto journal = openSaved(library);

@@ -68,6 +68,8 @@ void RecoveryJournal::changed(const store::ChangeSet& changes) {
 }
 
 void RecoveryJournal::writeStep() {
+  // A step that was taken back leaves nothing to recover.
+  if (!m_file && !m_failed && !m_context.hasChanges()) return;
   const Clock::time_point start = Clock::now();
   if (m_failed) {
     m_touched.clear();
