@@ -12,6 +12,7 @@ bool takesKeyboard(const QWidget& widget) {
 }
 
 QWidget* firstIn(QWidget& panel) {
+  if (QWidget* chosen = panel.focusProxy(); chosen && takesKeyboard(*chosen)) return chosen;
   if (takesKeyboard(panel)) return &panel;
   for (QWidget* next = panel.nextInFocusChain(); next != &panel; next = next->nextInFocusChain())
     if (panel.isAncestorOf(next) && takesKeyboard(*next)) return next;

@@ -78,7 +78,7 @@ void KeyFramePanel::addTime(QGridLayout& grid) {
   m_time->setValue(static_cast<double>(Timecode::fromSeconds(m_keyFrame.time, m_rate).frames()));
   connect(m_time, &widgets::TYTimecodeField::valueEdited, this,
           [this](double frames) { moveTo(Timecode(std::llround(frames), m_rate).seconds()); });
-  connect(m_time, &QLineEdit::returnPressed, this, &KeyFramePanel::keep, Qt::QueuedConnection);
+  m_time->installEventFilter(this);
   const int row = grid.rowCount();
   grid.addWidget(new widgets::TokenLabel(tr("Time"), widgets::TextStyle::Body, Token::Text2), row,
                  0);
@@ -123,7 +123,7 @@ QWidget* KeyFramePanel::makeNumber() {
   field->setFixedWidth(controlWidth);
   field->setValue(m_keyFrame.attribute->valueForTimepoint(m_keyFrame.time).toNumber());
   connect(field, &widgets::TYNumberField::valueEdited, this, [this](double v) { setValue(v); });
-  connect(field, &QLineEdit::returnPressed, this, &KeyFramePanel::keep, Qt::QueuedConnection);
+  field->installEventFilter(this);
   return field;
 }
 
@@ -159,7 +159,7 @@ QWidget* KeyFramePanel::makeText() {
   auto* field = new QLineEdit(m_keyFrame.attribute->valueForTimepoint(m_keyFrame.time).toString());
   field->setFixedWidth(2 * controlWidth);
   connect(field, &QLineEdit::textEdited, this, [this](const QString& text) { setValue(text); });
-  connect(field, &QLineEdit::returnPressed, this, &KeyFramePanel::keep, Qt::QueuedConnection);
+  field->installEventFilter(this);
   return field;
 }
 
@@ -197,6 +197,16 @@ void KeyFramePanel::keep() {
 void KeyFramePanel::drop() {
   end(false);
   close();
+}
+
+bool KeyFramePanel::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress) {
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    // The field reads the text first; what it does not understand stays in it.
+    if (key == Qt::Key_Return || key == Qt::Key_Enter)
+      QMetaObject::invokeMethod(this, &KeyFramePanel::keep, Qt::QueuedConnection);
+  }
+  return QWidget::eventFilter(watched, event);
 }
 
 void KeyFramePanel::keyPressEvent(QKeyEvent* event) {

@@ -119,7 +119,7 @@ void TimelineEditors::editKeyFrame(const KeyFrameReference& keyFrame) {
       qBound(room.left(), place.left(), std::max(room.left(), room.right() - place.width())));
   panel->move(place.topLeft());
   panel->show();
-  if (panel->focusProxy()) panel->focusProxy()->setFocus(Qt::PopupFocusReason);
+  if (panel->focusProxy()) panel->focusProxy()->setFocus(Qt::TabFocusReason);
 }
 
 }  // namespace timeline

@@ -28,7 +28,8 @@ bool isSideways(const QKeyEvent& event) {
 }
 
 int directionOf(const QKeyEvent& event) {
-  return event.key() == Qt::Key_Right || event.key() == Qt::Key_Down ? 1 : -1;
+  const int key = event.key();
+  return key == Qt::Key_Right || key == Qt::Key_Down || key == Qt::Key_PageDown ? 1 : -1;
 }
 
 bool isDelete(const QKeyEvent& event) {
@@ -54,6 +55,10 @@ bool TimelineKeyboard::press(const QKeyEvent& event) {
         arrange(directionOf(event));
       else
         moveRow(directionOf(event), shift);
+      return true;
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+      moveRow(directionOf(event) * rowsOfAPage(), shift);
       return true;
     case Qt::Key_Delete:
     case Qt::Key_Backspace:
@@ -92,6 +97,10 @@ bool TimelineKeyboard::press(const QKeyEvent& event) {
 
 TimelineRow TimelineKeyboard::row() const {
   return m_view.rows().at(m_view.currentRow());
+}
+
+int TimelineKeyboard::rowsOfAPage() const {
+  return std::max(1, int(m_view.visibleSize().height() / TimelineMeasures::componentHeight) - 1);
 }
 
 void TimelineKeyboard::moveRow(int step, bool extends) {

@@ -38,6 +38,7 @@ class TimelineKeyboard {
   [[nodiscard]] QString description() const;
 
  private:
+  [[nodiscard]] int rowsOfAPage() const;
   void moveRow(int step, bool extends);
   void walk(int step, bool adds);
   void moveByFrames(int frames);

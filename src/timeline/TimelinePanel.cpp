@@ -30,6 +30,7 @@ TimelinePanel::TimelinePanel(QWidget* parent) : QWidget(parent) {
   m_view = new TYTimelineView;
   column->addWidget(m_transport);
   column->addWidget(m_view, 1);
+  setFocusProxy(m_view);  // the buttons above the rows have keys of their own
   m_transport->setZoom(m_view->zoom());
   connect(m_transport, &TransportBar::zoomChanged, m_view, &TYTimelineView::setZoom);
   connect(m_view, &TYTimelineView::zoomChanged, m_transport, &TransportBar::setZoom);
