@@ -452,8 +452,13 @@ void TYWindowController::fillContextMenu(QMenu& menu, const timeline::TimelineTa
     menu.addSeparator();
     for (const QString& identifier : identifiers) menu.addAction(m_actions.action(identifier));
   };
-  add({QStringLiteral("cut"), QStringLiteral("copy"), QStringLiteral("paste"),
-       QStringLiteral("delete")});
+  // On a stop frame these would be about components that are selected elsewhere.
+  if (target.stopFrame) return;
+  if (target.component && (!target.attribute || editsKeyFrames()))
+    add({QStringLiteral("cut"), QStringLiteral("copy"), QStringLiteral("paste"),
+         QStringLiteral("delete")});
+  else
+    add({QStringLiteral("paste")});
   if (target.component && !target.attribute)
     add({QStringLiteral("duplicate"), QStringLiteral("bringToFront"), QStringLiteral("sendForward"),
          QStringLiteral("sendBackward"), QStringLiteral("sendToBack")});

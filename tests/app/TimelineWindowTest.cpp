@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDockWidget>
+#include <QMenu>
 #include <QMimeData>
 #include <QTest>
 
@@ -217,6 +218,27 @@ TEST_F(TimelineWindowTest, KeyFramesAreMadeCopiedMovedAndDeleted) {
   EXPECT_FALSE(opacity().animateable());
   while (window().document().context().canRedo()) trigger("redo");
   EXPECT_THAT(keyFrames(), SizeIs(0));
+}
+
+TEST_F(TimelineWindowTest, ContextMenusOfferNothingThatIsAboutOtherThings) {
+  component().setExpanded(true);
+  component().setSelected(true);
+  settle();
+  const auto offers = [this](const timeline::TimelineTarget& target, const char* identifier) {
+    QMenu menu;
+    view().host().fillContextMenu(menu, target);
+    return menu.actions().contains(window().actions().action(QString::fromLatin1(identifier)));
+  };
+  EXPECT_TRUE(offers({.component = &component()}, "delete"));
+  EXPECT_FALSE(offers({.stopFrame = composition().addStopFrame(1)}, "delete"));
+  EXPECT_FALSE(offers({}, "delete"));
+  EXPECT_TRUE(offers({}, "paste"));
+  const timeline::TimelineTarget row{.component = &component(), .attribute = &opacity()};
+  EXPECT_FALSE(offers(row, "delete")) << "it would be the component's";
+  composition().setEditorTimepoint(1);
+  addKeyFrameByButtons();
+  click(clip(), {x(1), middleOfRow(opacity())});
+  EXPECT_TRUE(offers(row, "delete"));
 }
 
 TEST_F(TimelineWindowTest, OnTheCanvasTheSameKeysAreAboutComponents) {
