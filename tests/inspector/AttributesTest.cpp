@@ -223,6 +223,27 @@ TEST_F(AttributesTest, AnimatedOnesGetKeyFramesAtTheCurrentTime) {
   EXPECT_EQ(undoName(), q("Add Key Frame"));
 }
 
+TEST_F(AttributesTest, OneOfAPairCanBeAnimatedAlone) {
+  auto* component = add(q("Strap"));
+  auto* x = component->attributeForKey(q("originX"));
+  auto* y = component->attributeForKey(q("originY"));
+  animate(x);
+  select({component});
+  auto* diamond = row(q("Position"))->findChild<widgets::TYKeyDiamond*>();
+  using State = widgets::TYKeyDiamond::State;
+  EXPECT_EQ(diamond->state(), State::Animated);
+  QTest::mouseClick(diamond, Qt::LeftButton);
+  settle();
+  EXPECT_EQ(x->sortedKeyFrames().size(), 3);
+  EXPECT_FALSE(y->animateable());
+  EXPECT_EQ(diamond->state(), State::KeyHere);
+  for (int i = 0; i < 2; ++i) graphic.context->undo();
+  x->setAnimateable(false);
+  settle();
+  QTest::mouseClick(diamond, Qt::LeftButton);
+  EXPECT_TRUE(x->animateable() && y->animateable());
+}
+
 TEST_F(AttributesTest, BadInputKeepsTheValueAndSaysWhatIsWrong) {
   auto* component = add(q("Strap"));
   auto* number = give(component, spacing, AttributeType::Number, 10.0);

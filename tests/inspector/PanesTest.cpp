@@ -218,4 +218,32 @@ TEST_F(PanesTest, TheDocumentsOwnValues) {
   EXPECT_NE(graphic->broadcastMode(), QString());
 }
 
+TEST_F(PanesTest, KeysThatARenameTakesAwayAreTold) {
+  QStringList warnings;
+  auto* component = graphic->addComponenWithQuartzCompositionFile(
+      files.writeComponent(q("Strap.qtz"), {{q("Gap"), q("QCNumberPort"), 4.5, {}}}), {}, warnings);
+  component->setTitle(q("Headline"));
+  component->attributeForKey(q("Gap"))->setPermissionToChange(true);
+  const QString exported = files.path(q("graphic.qtz"));
+  ASSERT_TRUE(graphic->exportToPath(exported, model::Composition::Background::Exclude));
+  graphic->setFileURL(QUrl::fromLocalFile(exported));
+  panel.showPlace(Place::Document);
+  settle();
+  auto* keys = panel.findChild<PublishedKeysPane*>();
+  const auto listed = [&] {
+    keys->update();
+    QStringList texts;
+    auto* list = keys->findChild<QListWidget*>();
+    for (int i = 0; i < list->count(); ++i)
+      texts.append((list->item(i)->icon().isNull() ? QString() : q("lost ")) +
+                   list->item(i)->text());
+    return texts;
+  };
+  EXPECT_TRUE(listed().contains(q("Headline_Gap")));
+  EXPECT_TRUE(listed().filter(q("lost ")).isEmpty());
+  component->setTitle(q("Top Line"));
+  EXPECT_TRUE(listed().contains(q("Top_Line_Gap")));
+  EXPECT_TRUE(listed().contains(q("lost Headline_Gap")));
+}
+
 }  // namespace inspector

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QSet>
 #include <cmath>
 #include <limits>
 
@@ -85,18 +86,28 @@ bool KeyFrameControl::isAnimated() const {
                      [](const Attribute* a) { return a->animateable(); });
 }
 
+QList<Attribute*> KeyFrameControl::attributesWithoutKeyFrame() const {
+  QSet<const model::AbstractComponent*> animated;
+  for (const Attribute* attribute : m_attributes)
+    if (attribute->animateable()) animated.insert(attribute->component());
+  const double now = time();
+  QList<Attribute*> missing;
+  for (Attribute* attribute : m_attributes) {
+    // Where X is animated and Y is not, Y stays as it is.
+    const bool rests = !attribute->animateable() && animated.contains(attribute->component());
+    if (!rests && !(attribute->animateable() && attribute->hasKeyframeAtTimePoint(now)))
+      missing.append(attribute);
+  }
+  return missing;
+}
+
 double KeyFrameControl::time() const {
   return m_context.composition() ? m_context.composition()->editorTimepoint() : 0;
 }
 
 void KeyFrameControl::refresh() {
   const bool animated = isAnimated();
-  bool here = animated;
-  if (animated) {
-    const double now = time();
-    for (const Attribute* attribute : std::as_const(m_attributes))
-      here = here && attribute->animateable() && attribute->hasKeyframeAtTimePoint(now);
-  }
+  const bool here = animated && attributesWithoutKeyFrame().isEmpty();
   m_diamond->setVisible(!m_attributes.isEmpty());
   m_diamond->setState(here ? State::KeyHere : animated ? State::Animated : State::Still);
   const QString pattern = here       ? tr("Key frame of %1 here. Click to remove it.")
@@ -135,13 +146,12 @@ void KeyFrameControl::toggleKeyFrame() {
   if (m_attributes.isEmpty()) return;
   const bool removes = m_diamond->state() == State::KeyHere;
   const double now = time();
+  const QList<Attribute*> missing = removes ? QList<Attribute*>() : attributesWithoutKeyFrame();
   m_context.change(removes ? tr("Remove Key Frame") : tr("Add Key Frame"), [&] {
     for (Attribute* attribute : std::as_const(m_attributes)) {
-      if (removes)
-        attribute->deleteTimepoint(now);
-      else if (!attribute->animateable() || !attribute->hasKeyframeAtTimePoint(now))
-        attribute->addTimepoint(now, attribute->currentValue());
+      if (removes) attribute->deleteTimepoint(now);
     }
+    for (Attribute* attribute : missing) attribute->addTimepoint(now, attribute->currentValue());
   });
   m_context.setNeedsRefresh();
 }

@@ -42,6 +42,8 @@ class KeyFrameControl : public QWidget {
 
  private:
   [[nodiscard]] double time() const;
+  /// Those that a new key frame here is for: of each component the animated ones, or all.
+  [[nodiscard]] QList<model::Attribute*> attributesWithoutKeyFrame() const;
   /// NaN where there is none.
   [[nodiscard]] double neighbour(int direction) const;
 

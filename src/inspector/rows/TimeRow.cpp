@@ -11,7 +11,7 @@ namespace inspector {
 namespace {
 
 constexpr double longest = 24 * 60 * 60;
-constexpr int aloneWidth = 104;  // in narrow panels too a whole time code is seen
+constexpr int aloneWidth = 92;  // in narrow panels too a whole time code is seen
 
 }  // namespace
 
