@@ -69,7 +69,7 @@ void TYTimelineScrollView::resizeEvent(QResizeEvent* event) {
   QAbstractScrollArea::resizeEvent(event);
   placeRulers();
   updateRanges();
-  m_view.scrolled();
+  m_view.visibleSizeChanged();
 }
 
 void TYTimelineScrollView::scrollContentsBy(int, int) {

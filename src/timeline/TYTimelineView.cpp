@@ -148,7 +148,15 @@ void TYTimelineView::setZoom(double zoom) {
   zoomAround(marker >= 0 && marker <= width ? marker : width / 2, zoom);
 }
 
+void TYTimelineView::visibleSizeChanged() {
+  scrolled();
+  updateZoomRange();
+  if (m_composition && isVisible() && m_isFitted && visibleSize().width() != m_fittedWidth)
+    zoomToFit();
+}
+
 void TYTimelineView::zoomToFit() {
+  m_fittedWidth = visibleSize().width();
   const double room = visibleSize().width() - TYTimelineGeometry::spaceBehindEnd;
   const double duration = std::max(m_scene->geometry.content().duration, 0.001);
   zoomKeeping(0, TYTimelineGeometry::xOffset,
@@ -421,9 +429,6 @@ void TYTimelineView::resizeEvent(QResizeEvent* event) {
       width() < narrowView ? Measures::narrowComponentsWidth : Measures::componentsWidth;
   m_scrollView->setComponentsWidth(static_cast<int>(m_scene->componentsWidth));
   m_scrollView->setGeometry(rect());
-  updateZoomRange();
-  if (m_composition && isVisible() && m_isFitted && event->oldSize().width() != width())
-    zoomToFit();
 }
 
 void TYTimelineView::showEvent(QShowEvent* event) {

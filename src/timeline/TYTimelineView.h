@@ -127,6 +127,8 @@ class TYTimelineView : public QWidget {
  private:
   friend class TYTimelineScrollView;
   void scrolled();
+  /// Through the window, or by a scroll bar that comes or goes.
+  void visibleSizeChanged();
   void takeContent();
   void timeChanged();
   void rowsChanged();
@@ -152,6 +154,7 @@ class TYTimelineView : public QWidget {
   store::ObjectId m_currentObject = 0;  ///< the component or attribute of the current row
   int m_markerX = 0;                    ///< where the editor marker was painted last
   bool m_rowsAreDue = false;
+  double m_fittedWidth = 0;
   bool m_isFitted = true;             ///< and stays so while nobody chooses a zoom
   std::pair<int, int> m_buttonFlags;  ///< that were painted
 };

@@ -199,6 +199,14 @@ TEST_F(Keyboard, zoomsAroundThePointerAndFits) {
   view.zoomToFit();
   EXPECT_LE(view.timelineGeometry().timeAxisSize().width(), view.visibleSize().width());
   EXPECT_LT(view.zoom(), 0);
+  // It stays fitted, in another width and beside a scroll bar too.
+  view.resize(1500, 300);
+  for (int i = 0; i < 30; ++i) add(QString::number(i), 0, 5);
+  EXPECT_NEAR(view.timelineGeometry().timeAxisSize().width(), view.visibleSize().width(), 1);
+  view.zoomIn();
+  const double chosen = view.zoom();
+  view.resize(1300, 300);
+  EXPECT_EQ(view.zoom(), chosen);
 }
 
 TEST_F(Keyboard, theWheelScrollsOverRowsAndTitles) {
