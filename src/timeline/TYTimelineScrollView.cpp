@@ -12,6 +12,8 @@ namespace timeline {
 namespace {
 
 constexpr int thickness = static_cast<int>(TYTimelineGeometry::rulerThickness);
+/// What has room but for this is not worth a scroll bar.
+constexpr double rounding = 1e-3;
 constexpr int rowHeight = static_cast<int>(TimelineMeasures::componentHeight);
 
 }  // namespace
@@ -46,7 +48,8 @@ void TYTimelineScrollView::updateRanges() {
   const QSize seen = viewport()->size();
   horizontalScrollBar()->setPageStep(seen.width());
   verticalScrollBar()->setPageStep(seen.height());
-  horizontalScrollBar()->setRange(0, std::max(0, qCeil(m_documentSize.width()) - seen.width()));
+  horizontalScrollBar()->setRange(
+      0, std::max(0, qCeil(m_documentSize.width() - rounding) - seen.width()));
   verticalScrollBar()->setRange(0, std::max(0, qCeil(m_documentSize.height()) - seen.height()));
 }
 

@@ -1,4 +1,5 @@
 #include <QAccessible>
+#include <QScrollBar>
 #include <QSignalSpy>
 
 #include "TimelineFixture.h"
@@ -197,8 +198,13 @@ TEST_F(Keyboard, zoomsAroundThePointerAndFits) {
   EXPECT_LE(view.timelineGeometry().timeAxisSize().width(), view.visibleSize().width());
   graphic->setDuration(600);
   view.zoomToFit();
-  EXPECT_LE(view.timelineGeometry().timeAxisSize().width(), view.visibleSize().width());
+  EXPECT_LE(view.timelineGeometry().timeAxisSize().width(), view.visibleSize().width() + 1e-6);
   EXPECT_LT(view.zoom(), 0);
+  for (const double duration : {60.06, 61.7, 600.6, 3600.0, 5000.3}) {
+    graphic->setDuration(duration);
+    view.zoomToFit();
+    EXPECT_EQ(view.scrollView().horizontalScrollBar()->maximum(), 0) << duration;
+  }
   // It stays fitted, in another width and beside a scroll bar too.
   view.resize(1500, 300);
   for (int i = 0; i < 30; ++i) add(QString::number(i), 0, 5);
