@@ -8,6 +8,7 @@
 #include "inspector/InspectorFixture.h"
 #include "inspector/panes/AnchorPicker.h"
 #include "inspector/panes/PermissionRow.h"
+#include "inspector/panes/PosterPicture.h"
 #include "inspector/panes/PublishedKeysPane.h"
 #include "model/RichFontValue.h"
 #include "widgets/TYNumberField.h"
@@ -183,7 +184,7 @@ TEST_F(PanesTest, TheDocumentsOwnValues) {
   enter(control<widgets::TYTimecodeField>(q("Duration")), q("8s"));
   EXPECT_EQ(graphic->duration(), 8);
   graphic->setEditorTimepoint(3);
-  press(q("Set to Current Time"));
+  press(q("Set"));
   EXPECT_EQ(graphic->posterFrameTimepoint(), 3);
   EXPECT_EQ(undoName(), q("Set Poster Frame"));
   auto* show = control<widgets::TYSegmentedControl>(q("Show"));
@@ -216,6 +217,21 @@ TEST_F(PanesTest, TheDocumentsOwnValues) {
   settle();
   EXPECT_EQ(undoName(), q("Change Format"));
   EXPECT_NE(graphic->broadcastMode(), QString());
+}
+
+TEST_F(PanesTest, ThePosterFrameHasItsPicture) {
+  graphic->setBackgroundMode(model::BackgroundMode::SolidColor);
+  graphic->setPosterFrameTimepoint(1);
+  panel.showPlace(Place::Document);
+  settle();
+  auto* picture = panel.findChild<PosterPicture*>();
+  ASSERT_TRUE(picture->isVisible());
+  picture->update();
+  ASSERT_FALSE(picture->pixmap().isNull());
+  EXPECT_LE(picture->pixmap().width(), picture->width()) << "seen whole";
+  press(q("None"));
+  EXPECT_FALSE(picture->isVisible());
+  EXPECT_EQ(graphic->posterFrameMode(), 1);
 }
 
 TEST_F(PanesTest, KeysThatARenameTakesAwayAreTold) {

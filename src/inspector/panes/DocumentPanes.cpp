@@ -1,6 +1,7 @@
 #include "inspector/panes/DocumentPanes.h"
 
 #include <QComboBox>
+#include <QHBoxLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -8,12 +9,14 @@
 #include "inspector/InspectorContext.h"
 #include "inspector/ValueTransformers.h"
 #include "inspector/panes/PaneLine.h"
+#include "inspector/panes/PosterPicture.h"
 #include "inspector/rows/CheckRow.h"
 #include "inspector/rows/ChoiceRow.h"
 #include "inspector/rows/ColorRow.h"
 #include "inspector/rows/EventGuards.h"
 #include "inspector/rows/FileRow.h"
 #include "inspector/rows/ImageRow.h"
+#include "inspector/rows/KeyFrameControl.h"
 #include "inspector/rows/NumberRow.h"
 #include "inspector/rows/TextRow.h"
 #include "inspector/rows/TimeRow.h"
@@ -88,13 +91,18 @@ DocumentTimingPane::DocumentTimingPane(InspectorContext& context)
   m_duration = add(new TimeRow(context, tr("Duration"), {tr("Duration")}));
   m_poster = add(new TimeRow(context, tr("Poster"), {tr("Time of the poster frame")}));
   auto* line = new PaneLine({});
-  auto* set = new QPushButton(tr("Set to Current Time"));
+  auto* set = new QPushButton(tr("Set"));
+  set->setToolTip(tr("Takes the current time"));
   m_none = new QPushButton(tr("None"));
   m_none->setToolTip(tr("No poster frame: the picture below stands for the document"));
   line->add(set);
   line->add(m_none);
   line->add(new QWidget, 1);
   column()->addWidget(line);
+  m_frame = new PosterPicture(context);
+  m_frameLine = new PaneLine(tr("Picture"));
+  m_frameLine->add(m_frame, 1);
+  column()->addWidget(m_frameLine);
   m_picture = add(new ImageRow(context, tr("Picture")));
   connect(set, &QPushButton::clicked, this, [this] {
     this->context().change(tr("Set Poster Frame"),
@@ -132,6 +140,8 @@ void DocumentTimingPane::refresh() {
   const bool hasTime = context().composition() && context().composition()->posterFrameMode() == 0;
   m_none->setEnabled(hasTime);
   m_picture->setVisible(!hasTime);
+  m_frameLine->setVisible(hasTime);
+  m_frame->refresh();
   header().setNote(hasTime ? QString() : tr("no poster frame"));
   InspectorPane::refresh();
 }
@@ -182,13 +192,16 @@ OverlaysPane::OverlaysPane(InspectorContext& context) : InspectorPane(context, t
   auto* line = new PaneLine(tr("Guides"));
   m_count = line->addValue();
   column()->addWidget(line);
-  auto* buttons = new PaneLine({});
+  auto* buttons = new QWidget;
+  auto* buttonRow = new QHBoxLayout(buttons);
+  buttonRow->setContentsMargins(InspectorRow::margin, 2, KeyFrameControl::columnWidth, 2);
+  buttonRow->setSpacing(InspectorRow::gap);
   for (const auto& [text, orientation] :
        {std::pair{tr("Add Horizontal"), Qt::Horizontal}, {tr("Add Vertical"), Qt::Vertical}}) {
     auto* button = new QPushButton(text);
     connect(button, &QPushButton::clicked, this,
             [this, orientation = orientation] { addGuide(orientation); });
-    buttons->add(button, 1);
+    buttonRow->addWidget(button, 1);
   }
   column()->addWidget(buttons);
 }

@@ -19,6 +19,8 @@ class ColorRow;
 class FileRow;
 class ImageRow;
 class NumberRow;
+class PaneLine;
+class PosterPicture;
 class SegmentsRow;
 class TextRow;
 class TimeRow;
@@ -48,7 +50,9 @@ class DocumentTimingPane : public InspectorPane {
  private:
   TimeRow* m_duration;
   TimeRow* m_poster;
-  ImageRow* m_picture;
+  ImageRow* m_picture;  ///< stands for a document without a poster frame
+  PosterPicture* m_frame;
+  PaneLine* m_frameLine;
   QPushButton* m_none;
 };
 
