@@ -45,18 +45,22 @@ void DocumentSaving::save(Done done) {
 
 void DocumentSaving::overwriteOrAsk(Done done) {
   const QString path = m_window.document().fileURL().toLocalFile();
+  const bool isThere = QFileInfo::exists(path);
   TYAlert::begin(&m_window,
-                 {.title = tr("The document was changed by another program"),
-                  .text = tr("Saving replaces those changes with yours."),
+                 {.title = isThere ? tr("The document was changed by another program")
+                                   : tr("The document is no longer where it was"),
+                  .text = isThere ? tr("Saving replaces those changes with yours.")
+                                  : tr("\"%1\" is gone. Saving makes it anew.").arg(path),
                   .kind = TYAlert::Kind::Warning,
                   .list = {},
                   .defaultButton = tr("Save As…"),
                   .alternateButton = tr("Cancel"),
-                  .otherButton = tr("Replace"),
+                  .otherButton = isThere ? tr("Replace") : tr("Save There"),
                   .preferencesKey = {}},
-                 [this, path, done](TYAlert::Answer answer) {
+                 [this, path, isThere, done](TYAlert::Answer answer) {
                    if (answer == TYAlert::Answer::Default) saveAs(done);
-                   if (answer == TYAlert::Answer::Other) write(path, SaveOperation::Save, done);
+                   if (answer == TYAlert::Answer::Other)
+                     write(path, isThere ? SaveOperation::Save : SaveOperation::SaveAs, done);
                    if (answer == TYAlert::Answer::Alternate && done) done(false);
                  });
 }

@@ -312,8 +312,11 @@ void TYWindowController::mayClose(std::function<void(bool)> answered) {
     answered(true);
     return;
   }
+  // The answer is typed into the window that asks.
+  setWindowState(windowState() & ~Qt::WindowMinimized);
   show();
   raise();
+  activateWindow();
   TYAlert::begin(this,
                  {.title = tr("Save the changes of \"%1\"?").arg(m_document.displayName()),
                   .text = tr("Without saving they are lost."),

@@ -205,6 +205,18 @@ TEST_F(EditorWindowTest, ClosingAsksAndSavingRemembersWhere) {
   EXPECT_EQ(RecentDocuments(defaults).paths(), QStringList{package});
 }
 
+TEST_F(EditorWindowTest, ADocumentThatIsGoneCanBeSavedWhereItWas) {
+  const QString package = path("gone.composition");
+  ASSERT_TRUE(
+      window().document().saveToURL(QUrl::fromLocalFile(package), document::SaveOperation::SaveAs));
+  clickTool(QStringLiteral("Text"));
+  ASSERT_TRUE(QDir(package).removeRecursively());
+  trigger("save");
+  clickButton(QStringLiteral("Save There"));
+  EXPECT_TRUE(QFileInfo::exists(package + QStringLiteral("/data.xml")));
+  EXPECT_FALSE(window().isWindowModified());
+}
+
 TEST_F(EditorWindowTest, RevertShowsWhatWasSaved) {
   const QString package = path("strap.composition");
   ASSERT_TRUE(
