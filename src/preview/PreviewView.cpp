@@ -32,8 +32,15 @@ void PreviewView::setPictureSize(const QSize& size) {
 }
 
 void PreviewView::setPicture(std::shared_ptr<const Picture> picture) {
+  // Outside of what either of them drew on, both are transparent.
+  const QRect drawn = picture->canvas.touched();
+  const bool isFirst = !m_picture;
   m_picture = std::move(picture);
-  update(pictureRect().toAlignedRect());
+  const QRect changed = std::exchange(m_drawn, drawn) | drawn;
+  if (isFirst) return update();
+  const QTransform toView =
+      QTransform::fromTranslate(pictureRect().x(), pictureRect().y()).scale(scale(), scale());
+  update(toView.mapRect(QRectF(changed)).toAlignedRect().adjusted(-2, -2, 2, 2));
 }
 
 void PreviewView::setFailure(const QString& title, const QString& text) {
@@ -88,7 +95,7 @@ void PreviewView::paintPicture(QPainter& painter) const {
     return;
   }
   painter.fillRect(area, widgets::chessboardBrush(chessSquare));
-  painter.drawImage(area, image);
+  if (!m_drawn.isEmpty()) painter.drawImage(area, image);
 }
 
 void PreviewView::paintFailure(QPainter& painter) const {

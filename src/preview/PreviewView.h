@@ -39,6 +39,7 @@ class PreviewView : public QWidget {
 
   QSize m_pictureSize{1920, 1080};
   std::shared_ptr<const Picture> m_picture;
+  QRect m_drawn;  ///< pixels of the picture that are not transparent
   QString m_failureTitle;
   QString m_failureText;
 };

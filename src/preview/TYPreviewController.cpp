@@ -334,8 +334,12 @@ void TYPreviewController::keyPressEvent(QKeyEvent* event) {
     m_triggerKeyIsDown = setTrigger();
   else if (event->key() == Qt::Key_R && event->modifiers() == Qt::NoModifier)
     reloadComposition();
+  else if (event->key() == Qt::Key_F11)
+    togglePreviewFullscreen();
   else if (event->key() == Qt::Key_Escape && isShowingFullscreen())
     leaveFullscreen();
+  else if (event->matches(QKeySequence::Close))
+    close();
   else
     QWidget::keyPressEvent(event);
 }

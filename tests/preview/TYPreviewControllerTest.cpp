@@ -177,7 +177,7 @@ TEST_F(PreviewTest, FullScreenShowsThePictureAloneAndGoesBackToTheWindow) {
   const auto document = graphic(5);
   TYPreviewController::togglePreviewForCompositionDocument(*document);
   const QRect before = player().geometry();
-  TYPreviewController::togglePreviewFullscreen();
+  QTest::keyClick(&player(), Qt::Key_F11);
   settle();
   EXPECT_TRUE(player().isFullScreen());
   EXPECT_FALSE(player().statusRow().isVisible());

@@ -36,6 +36,17 @@ QRgb colorAt(const std::vector<Levels>& stops, double middle, double place) {
                     : between(stops[2], stops[2], 0);
 }
 
+void blendRow(const GradientRamp& ramp, Blending blending, QPoint inner, QRgb* out, int count) {
+  const bool isHorizontal = ramp.isHorizontal();
+  const QRgb* colors = &ramp.at(inner.x(), inner.y());
+  if (blending == Blending::Over) {
+    if (!isHorizontal && *colors == 0) return;
+    for (int x = 0; x < count; ++x) out[x] = blendedOver(out[x], colors[isHorizontal ? x : 0]);
+    return;
+  }
+  for (int x = 0; x < count; ++x) out[x] = blended(out[x], colors[isHorizontal ? x : 0], blending);
+}
+
 }  // namespace
 
 GradientRamp::GradientRamp(const GradientItem& item, const QSize& size)
@@ -75,8 +86,7 @@ void paintGradient(const GradientItem& item, const Viewport& viewport, const Pix
     } else if (covers && !ramp.isHorizontal()) {
       std::fill_n(out, area.width(), ramp.at(0, innerY));
     } else {
-      for (int x = 0; x < area.width(); ++x)
-        out[x] = blended(out[x], ramp.at(innerX + x, innerY), item.blending);
+      blendRow(ramp, item.blending, {innerX, innerY}, out, area.width());
     }
   }
 }

@@ -16,7 +16,7 @@ class GradientRamp {
   GradientRamp(const GradientItem& item, const QSize& size);
   [[nodiscard]] bool isHorizontal() const { return m_horizontal; }
   /// Pixel of the destination.
-  [[nodiscard]] QRgb at(int x, int y) const {
+  [[nodiscard]] const QRgb& at(int x, int y) const {
     return m_colors[static_cast<size_t>(m_horizontal ? x : y)];
   }
   /// No pixel shows what was there before.

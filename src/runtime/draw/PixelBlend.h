@@ -42,6 +42,17 @@ namespace runtime {
                one(qBlue(destination), qBlue(source)), one(qAlpha(destination), qAlpha(source)));
 }
 
+/// blended() with Blending::Over, for a source none of whose channels exceeds its alpha: two channels
+/// at a time, as no carry reaches the neighbour.
+[[nodiscard]] inline QRgb blendedOver(QRgb destination, QRgb source) {
+  const quint32 rest = 255 - (source >> 24);
+  quint32 low = (destination & 0x00FF00FFU) * rest + 0x00800080U;
+  quint32 high = ((destination >> 8) & 0x00FF00FFU) * rest + 0x00800080U;
+  low = (low + ((low >> 8) & 0x00FF00FFU)) >> 8;
+  high += (high >> 8) & 0x00FF00FFU;
+  return source + ((low & 0x00FF00FFU) | (high & 0xFF00FF00U));
+}
+
 /// Between two pixels; weight 0…256, where 256 is all of b.
 [[nodiscard]] inline QRgb mixed(QRgb a, QRgb b, int weight) {
   // Two channels at a time: sixteen bits each, no carry reaches the neighbour.
