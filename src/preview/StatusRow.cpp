@@ -7,6 +7,7 @@
 #include <QToolButton>
 
 #include "widgets/DevicePixels.h"
+#include "widgets/TYLinkButton.h"
 #include "widgets/TYStyleKit.h"
 #include "widgets/TokenLabel.h"
 
@@ -35,6 +36,7 @@ StatusRow::StatusRow(QWidget* parent)
       m_lamp(new StatusLamp),
       m_status(new TokenLabel({}, TextStyle::Medium, Token::Text)),
       m_notice(new TokenLabel({}, TextStyle::Small, Token::Text2)),
+      m_again(new widgets::TYLinkButton(tr("Preview Again"))),
       m_meter(new TokenLabel({}, TextStyle::Small, Token::Text3)),
       m_scale(new TokenLabel({}, TextStyle::Small, Token::Text3)),
       m_triggerKey(new TokenLabel(tr("Space"), TextStyle::Body, Token::Text3)),
@@ -66,6 +68,8 @@ StatusRow::StatusRow(QWidget* parent)
   row->addSpacing(lampGap - gap);
   row->addWidget(m_status, 2);
   row->addWidget(m_notice, 3);
+  row->addWidget(m_again);
+  row->addSpacing(wideGap - gap);
   row->addWidget(m_meter);
   row->addSpacing(wideGap - gap);
   row->addWidget(m_scale);
@@ -74,6 +78,10 @@ StatusRow::StatusRow(QWidget* parent)
   row->addWidget(m_trigger);
   connect(m_reload, &QToolButton::clicked, this, &StatusRow::reloadRequested);
   connect(m_trigger, &QPushButton::clicked, this, &StatusRow::triggerRequested);
+  connect(m_again, &widgets::TYLinkButton::clicked, this, &StatusRow::againRequested);
+  m_again->setToolTip(tr("Play the Document as It Is Now (Shift+R)"));
+  m_again->setFocusPolicy(Qt::NoFocus);
+  m_again->hide();
   m_meter->hide();
   setTriggerVisible(false);
 }
@@ -101,6 +109,14 @@ void StatusRow::setNotice(const QString& text) {
 
 QString StatusRow::notice() const {
   return m_notice->text();
+}
+
+void StatusRow::setOffersAgain(bool offers) {
+  m_again->setVisible(offers);
+}
+
+bool StatusRow::offersAgain() const {
+  return !m_again->isHidden();
 }
 
 void StatusRow::setScale(double scale) {

@@ -9,6 +9,10 @@ class QLabel;
 class QPushButton;
 class QToolButton;
 
+namespace widgets {
+class TYLinkButton;
+}
+
 namespace preview {
 
 /// What stands below the picture: reload, the status, what there is to know beside it, and the
@@ -30,6 +34,9 @@ class StatusRow : public QWidget {
   /// Something that happened; empty for nothing.
   void setNotice(const QString& text);
   [[nodiscard]] QString notice() const;
+  /// To load what has become of the document meanwhile.
+  void setOffersAgain(bool offers);
+  [[nodiscard]] bool offersAgain() const;
   /// Nothing is shown at 1.
   void setScale(double scale);
   void showReading(const FrameMeter::Reading& reading);
@@ -38,6 +45,7 @@ class StatusRow : public QWidget {
  Q_SIGNALS:
   void reloadRequested();
   void triggerRequested();
+  void againRequested();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -47,6 +55,7 @@ class StatusRow : public QWidget {
   StatusLamp* m_lamp;
   QLabel* m_status;
   QLabel* m_notice;
+  widgets::TYLinkButton* m_again;
   QLabel* m_meter;
   QLabel* m_scale;
   QLabel* m_triggerKey;

@@ -41,7 +41,7 @@ TYPreviewController& TYPreviewController::made() {
   return *instance();
 }
 
-void TYPreviewController::togglePreviewForCompositionDocument(const CompositionDocument& document) {
+void TYPreviewController::togglePreviewForCompositionDocument(CompositionDocument& document) {
   made().m_slideshowCompositions.clear();
   made().displayCompositionDocument(document);
   shared()->comeToFront();
@@ -49,7 +49,7 @@ void TYPreviewController::togglePreviewForCompositionDocument(const CompositionD
 
 void TYPreviewController::runSlideshowForCompositions(
     const QList<CompositionDocument*>& documents) {
-  made().displayCompositions({documents.begin(), documents.end()});
+  made().displayCompositions(documents);
   shared()->comeToFront();
 }
 
@@ -86,14 +86,17 @@ void TYPreviewController::observe() {
   connect(m_status, &StatusRow::triggerRequested, this, &TYPreviewController::sendTrigger);
   connect(m_view, &PreviewView::scaleChanged, this,
           [this] { m_status->setScale(m_view->scale()); });
+  connect(m_status, &StatusRow::againRequested, this, &TYPreviewController::previewAgain);
   connect(&m_nextTimer, &QTimer::timeout, this, &TYPreviewController::showNextComposition);
   connect(&m_meterTimer, &QTimer::timeout, this, &TYPreviewController::updateMeter);
   connect(qGuiApp, &QGuiApplication::screenRemoved, this, &TYPreviewController::screenWasRemoved);
 }
 
-void TYPreviewController::displayCompositionDocument(const CompositionDocument& document) {
+void TYPreviewController::displayCompositionDocument(CompositionDocument& document) {
   unload();
+  letGo();
   m_document = &document;
+  followDocument();
   m_name = document.displayName();
   auto program = PreviewProgram::fromDocument(document);
   if (program)
@@ -229,7 +232,7 @@ void TYPreviewController::fitWindow(const QSize& picture) {
   m_status->setScale(m_view->scale());
 }
 
-void TYPreviewController::displayCompositions(const QList<const CompositionDocument*>& documents) {
+void TYPreviewController::displayCompositions(const QList<CompositionDocument*>& documents) {
   m_slideshowCompositions = documents;
   m_slideshowIndex = 0;
   if (!documents.isEmpty()) displayCompositionDocument(*documents.first());
@@ -246,6 +249,35 @@ void TYPreviewController::goToNextSoon() {
   if (runsSlideshow()) m_nextTimer.start(slideTime);
 }
 
+void TYPreviewController::followDocument() {
+  m_exportedIndex = m_document->context().history().index();
+  followHistory();
+  m_replacement =
+      m_document->observeReplacement([this](const document::PersistentPackageDocument&) {
+        m_exportedIndex = -1;
+        m_status->setOffersAgain(true);
+        QMetaObject::invokeMethod(this, &TYPreviewController::followHistory, Qt::QueuedConnection);
+      });
+}
+
+void TYPreviewController::letGo() {
+  disconnect(m_history);
+  m_replacement = {};
+  m_document = nullptr;
+  m_status->setOffersAgain(false);
+}
+
+void TYPreviewController::followHistory() {
+  disconnect(m_history);
+  if (!m_document) return;
+  m_history = connect(&m_document->context().history(), &QUndoStack::indexChanged, this,
+                      [this](int index) { m_status->setOffersAgain(index != m_exportedIndex); });
+}
+
+void TYPreviewController::previewAgain() {
+  if (m_document) displayCompositionDocument(*m_document);
+}
+
 void TYPreviewController::forget(const CompositionDocument& document) {
   const qsizetype index = m_slideshowCompositions.indexOf(&document);
   if (index >= 0) {
@@ -254,7 +286,7 @@ void TYPreviewController::forget(const CompositionDocument& document) {
     if (index <= m_slideshowIndex) --m_slideshowIndex;
   }
   if (m_document != &document) return;
-  m_document = nullptr;
+  letGo();
   m_status->setNotice(tr("The document was closed"));
 }
 
@@ -334,6 +366,8 @@ void TYPreviewController::keyPressEvent(QKeyEvent* event) {
     m_triggerKeyIsDown = setTrigger();
   else if (event->key() == Qt::Key_R && event->modifiers() == Qt::NoModifier)
     reloadComposition();
+  else if (event->key() == Qt::Key_R && event->modifiers() == Qt::ShiftModifier)
+    previewAgain();
   else if (event->key() == Qt::Key_F11)
     togglePreviewFullscreen();
   else if (event->key() == Qt::Key_Escape && isShowingFullscreen())
@@ -361,7 +395,7 @@ void TYPreviewController::changeEvent(QEvent* event) {
 void TYPreviewController::closeEvent(QCloseEvent* event) {
   m_slideshowCompositions.clear();
   unload();
-  m_document = nullptr;
+  letGo();
   instance().clear();
   event->accept();
 }

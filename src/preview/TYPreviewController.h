@@ -21,7 +21,7 @@ class TYPreviewController : public QWidget {
 
  public:
   /// Shows the window and plays the document.
-  static void togglePreviewForCompositionDocument(const document::CompositionDocument& document);
+  static void togglePreviewForCompositionDocument(document::CompositionDocument& document);
   /// Nothing without a player.
   static void togglePreviewFullscreen();
   /// On the screen of that name; nothing where there is none, or without a player.
@@ -35,9 +35,9 @@ class TYPreviewController : public QWidget {
 
   ~TYPreviewController() override;
 
-  void displayCompositionDocument(const document::CompositionDocument& document);
+  void displayCompositionDocument(document::CompositionDocument& document);
   /// One after the other, from the first again after the last; each until it says that it ended.
-  void displayCompositions(const QList<const document::CompositionDocument*>& documents);
+  void displayCompositions(const QList<document::CompositionDocument*>& documents);
   void showNextComposition();
 
   /// Whether what is loaded waits for its trigger.
@@ -86,6 +86,11 @@ class TYPreviewController : public QWidget {
   void enterFullscreen(QScreen& screen);
   void leaveFullscreen();
   void screenWasRemoved(const QScreen* screen);
+  /// Offers to play the document again as soon as its history stands elsewhere than at the export.
+  void followDocument();
+  void followHistory();
+  void letGo();
+  void previewAgain();
   void forget(const document::CompositionDocument& document);
   [[nodiscard]] bool runsSlideshow() const { return !m_slideshowCompositions.isEmpty(); }
 
@@ -93,9 +98,12 @@ class TYPreviewController : public QWidget {
   StatusRow* m_status;
   QTimer m_meterTimer;
   QTimer m_nextTimer;
-  const document::CompositionDocument* m_document = nullptr;
-  QString m_name;  ///< of the document that was loaded last
-  QList<const document::CompositionDocument*> m_slideshowCompositions;
+  document::CompositionDocument* m_document = nullptr;
+  QMetaObject::Connection m_history;  ///< of the document that is shown
+  store::Subscription m_replacement;  ///< of that history by another one
+  int m_exportedIndex = 0;            ///< in the history
+  QString m_name;                     ///< of the document that was loaded last
+  QList<document::CompositionDocument*> m_slideshowCompositions;
   qsizetype m_slideshowIndex = 0;
   FramePump::State m_state;
   int m_load = 0;  ///< grows with every loading

@@ -49,8 +49,8 @@ TEST_F(PreviewCommandsTest, ADocumentThatIsClosedGoesOnPlayingAndThePlayerGoesWi
   run("showPreview");
   ASSERT_TRUE(plays(document));
   window().close();
-  QApplication::processEvents();
-  ASSERT_EQ(delegate->controller().documents().size(), 1);
+  ASSERT_TRUE(
+      QTest::qWaitFor([this] { return delegate->controller().documents().size() == 1; }, 10'000));
   ASSERT_NE(TYPreviewController::shared(), nullptr);
   EXPECT_EQ(TYPreviewController::shared()->currentDocument(), nullptr);
   EXPECT_EQ(TYPreviewController::shared()->statusRow().light(),

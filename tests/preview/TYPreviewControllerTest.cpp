@@ -137,7 +137,7 @@ TEST_F(PreviewTest, ASlideshowGoesFromOneDocumentToTheNextAndBeginsAnew) {
 }
 
 TEST_F(PreviewTest, WhatCannotBeExportedOrReadIsToldInTheWindow) {
-  const CompositionDocument empty;
+  CompositionDocument empty;
   TYPreviewController::togglePreviewForCompositionDocument(empty);
   EXPECT_TRUE(player().isVisible());
   EXPECT_EQ(player().view().failureTitle(), QStringLiteral("\"Untitled\" could not be exported"));
@@ -171,6 +171,32 @@ TEST_F(PreviewTest, ClosingTheWindowOrTheDocumentWhileItPlaysIsSafe) {
   settle();
   TYPreviewController::togglePreviewFullscreen();
   EXPECT_EQ(TYPreviewController::shared(), nullptr);
+}
+
+TEST_F(PreviewTest, AnEditOffersToPlayTheDocumentAgain) {
+  const auto document = graphic(5);
+  TYPreviewController::togglePreviewForCompositionDocument(*document);
+  const StatusRow& row = player().statusRow();
+  EXPECT_FALSE(row.offersAgain());
+  document->composition()->setEditorTimepoint(1);
+  EXPECT_FALSE(row.offersAgain());
+  document->composition()->setDuration(0.1);
+  EXPECT_TRUE(row.offersAgain());
+  document->context().undo();
+  EXPECT_FALSE(row.offersAgain());
+  document->context().redo();
+  EXPECT_TRUE(reaches(playing));
+  QTest::keyClick(&player(), Qt::Key_R, Qt::ShiftModifier);
+  EXPECT_FALSE(row.offersAgain());
+  EXPECT_TRUE(reaches(finished));
+  // Other contents have a history of their own.
+  document->emptyDocumentWithResolution(model::VideoResolution(QStringLiteral("SD PAL")));
+  EXPECT_TRUE(row.offersAgain());
+  settle();
+  QTest::keyClick(&player(), Qt::Key_R, Qt::ShiftModifier);
+  EXPECT_FALSE(row.offersAgain());
+  document->composition()->setDuration(3);
+  EXPECT_TRUE(row.offersAgain());
 }
 
 TEST_F(PreviewTest, FullScreenShowsThePictureAloneAndGoesBackToTheWindow) {
