@@ -46,12 +46,13 @@ void PreviewView::setPicture(std::shared_ptr<const Picture> picture) {
 void PreviewView::setFailure(const QString& title, const QString& text) {
   m_failureTitle = title;
   m_failureText = text;
+  Q_EMIT scaleChanged();
   setAccessibleDescription(title.isEmpty() ? QString() : title + QStringLiteral(": ") + text);
   update();
 }
 
 double PreviewView::scale() const {
-  if (m_pictureSize.isEmpty()) return 1;
+  if (m_pictureSize.isEmpty() || !m_failureTitle.isEmpty()) return 1;
   return std::min(static_cast<double>(width()) / m_pictureSize.width(),
                   static_cast<double>(height()) / m_pictureSize.height());
 }
@@ -70,12 +71,14 @@ void PreviewView::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const widgets::DevicePixels pixels(painter);
   const QRectF area = pixels.snapped(pictureRect());
+  if (!m_failureTitle.isEmpty()) {
+    // Texts are not legible on the surround of pictures in every theme.
+    pixels.fill(rect(), TYStyleKit::colour(widgets::Token::Panel));
+    return paintFailure(painter);
+  }
   if (area.toAlignedRect() != rect())
     pixels.fill(rect(), TYStyleKit::colour(widgets::Token::CanvasSurround));
-  if (!m_failureTitle.isEmpty()) {
-    pixels.fill(rect(), TYStyleKit::colour(widgets::Token::CanvasSurround));
-    paintFailure(painter);
-  } else if (m_picture) {
+  if (m_picture) {
     paintPicture(painter);
   } else {
     pixels.fill(area, Qt::black);
