@@ -6,6 +6,7 @@
 
 #include "app/ActionTable.h"
 #include "app/TYWindowController.h"
+#include "canvas/ToolbarComponents.h"
 #include "model/Composition.h"
 
 namespace app {
@@ -38,6 +39,7 @@ class MenuMaker {
   void addNew();
   void addRecent();
   void addMaintenance();
+  void addComponents(const QList<canvas::ToolbarComponents::Entry>& entries);
   void addPanels();
   void addClipboard();
   void addSelected();

@@ -26,9 +26,33 @@ void MenuMaker::addForSelection(const QString& id, const QString& text,
        .needs = selectFirst()});
 }
 
+void MenuMaker::addComponents(const QList<canvas::ToolbarComponents::Entry>& entries) {
+  for (const auto& entry : entries) {
+    if (entry.isSeparator()) {
+      separate();
+    } else if (!entry.subcomponents.isEmpty()) {
+      QMenu* menu = m_menu;
+      m_menu = menu->addMenu(entry.title);
+      addComponents(entry.subcomponents);
+      m_menu = menu;
+    } else if (!entry.component.isEmpty()) {
+      add({.identifier = QStringLiteral("add ") + entry.component,
+           .text = entry.title,
+           .run = [&window = m_window,
+                   name = entry.component] { window.addStandardComponent(name); },
+           .canRun = hasComposition()});
+    }
+  }
+}
+
 void MenuMaker::addComponent() {
   begin(tr("&Component"));
   TYWindowController& window = m_window;
+  QMenu* menu = m_menu;
+  m_menu = menu->addMenu(tr("A&dd"));
+  addComponents(canvas::ToolbarComponents::shared().entries());
+  m_menu = menu;
+  separate();
   addForSelection(QStringLiteral("sizeToFit"), tr("Size to &Fit"),
                   {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F)},
                   &Composition::sizeToFitSelection);

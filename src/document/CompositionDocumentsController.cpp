@@ -49,6 +49,15 @@ CompositionDocument& CompositionDocumentsController::newDocument(const QString& 
   return openUntitledDocumentAndDisplay();
 }
 
+int CompositionDocumentsController::freeUntitledNumber() const {
+  QSet<int> taken;
+  for (const Open& open : m_documents)
+    if (open.document->fileURL().isEmpty()) taken.insert(open.document->untitledNumber());
+  int number = 1;
+  while (taken.contains(number)) ++number;
+  return number;
+}
+
 CompositionDocument& CompositionDocumentsController::openUntitledDocumentAndDisplay() {
   logDebug(QStringLiteral("CompositionDocumentsController will open an untitled document"));
   const VideoResolution resolution = m_newDocumentResolution
@@ -56,6 +65,7 @@ CompositionDocument& CompositionDocumentsController::openUntitledDocumentAndDisp
                                          : VideoResolution::defaultVideoResolution(m_defaults);
   m_newDocumentResolution.reset();
   Open open = make();
+  open.document->setUntitledNumber(freeUntitledNumber());
   if (!resolution.title().isEmpty()) open.document->emptyDocumentWithResolution(resolution);
   return add(std::move(open));
 }

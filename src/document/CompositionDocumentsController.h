@@ -80,6 +80,7 @@ class CompositionDocumentsController {
     std::unique_ptr<DocumentSession> session;
   };
   [[nodiscard]] Open make() const;
+  [[nodiscard]] int freeUntitledNumber() const;
   CompositionDocument& add(Open open);
   void show(CompositionDocument& document) const;
 

@@ -48,8 +48,11 @@ PersistentPackageDocument::PersistentPackageDocument(store::EntityFactories fact
 PersistentPackageDocument::~PersistentPackageDocument() = default;
 
 QString PersistentPackageDocument::displayName() const {
-  if (m_fileURL.isEmpty())
-    return QCoreApplication::translate("document::PersistentPackageDocument", "Untitled");
+  if (m_fileURL.isEmpty()) {
+    const QString name =
+        QCoreApplication::translate("document::PersistentPackageDocument", "Untitled");
+    return m_untitledNumber > 1 ? QStringLiteral("%1 %2").arg(name).arg(m_untitledNumber) : name;
+  }
   const QString name = QFileInfo(folderOf(m_fileURL)).fileName();
   return PackageLayout::isPackageName(name) ? QFileInfo(name).completeBaseName() : name;
 }

@@ -28,7 +28,11 @@ class PersistentPackageDocument {
   [[nodiscard]] store::ObjectContext& context() const { return *m_context; }
   /// Empty before the document was saved.
   [[nodiscard]] const QUrl& fileURL() const { return m_fileURL; }
-  /// The package's name without its extension; "Untitled" before it was saved.
+  /// Tells documents that were never saved apart; the first has none.
+  void setUntitledNumber(int number) { m_untitledNumber = number; }
+  [[nodiscard]] int untitledNumber() const { return m_untitledNumber; }
+  /// The package's name without its extension; before it was saved "Untitled", with its number when
+  /// it is not the first.
   [[nodiscard]] QString displayName() const;
   [[nodiscard]] bool isDocumentEdited() const { return m_context->hasChanges(); }
   /// What reading noticed, for its user.
@@ -100,6 +104,7 @@ class PersistentPackageDocument {
                                                       const QByteArray& storeBytes) const;
 
   store::EntityFactories m_factories;
+  int m_untitledNumber = 1;
   std::unique_ptr<store::XmlStore> m_store;
   std::unique_ptr<store::ObjectContext> m_context;
   QUrl m_fileURL;
