@@ -9,6 +9,7 @@
 #include "canvas/CompositionView.h"
 #include "canvas/ZoomSteps.h"
 #include "document/DocumentCommands.h"
+#include "inspector/ValueTransformers.h"
 #include "timeline/TimelinePanel.h"
 
 namespace app {
@@ -111,7 +112,13 @@ void MenuMaker::addAlign(const QString& kind, const QStringList& sides, const QS
          .text = texts.at(i),
          .run = [&window = m_window,
                  tag = firstTag + static_cast<int>(i)] { window.alignment().executeMenu(tag); },
-         .canRun = hasSelection(needed),
+         .canRun =
+             [&window = m_window, needed] {
+               if (!window.composition()) return false;
+               const qsizetype count = window.composition()->selectedComponents().size();
+               return needed == 2 ? inspector::CountGreaterThanOne::transformedValue(count)
+                                  : inspector::CountGreaterThanTwo::transformedValue(count);
+             },
          .needs = needed == 2 ? tr("Select two or more components.")
                               : tr("Select three or more components.")});
 }

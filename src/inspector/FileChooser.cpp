@@ -2,9 +2,6 @@
 
 #include <QFileDialog>
 #include <QImageReader>
-#include <QPointer>
-
-#include "inspector/ValueTransformers.h"
 
 namespace inspector {
 
@@ -26,10 +23,7 @@ void FileChooser::open(QWidget& beside, const QString& title, Kind kind, const Q
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setFileMode(QFileDialog::ExistingFile);
   if (!presentPath.isEmpty()) dialog->selectFile(presentPath);
-  QObject::connect(dialog, &QFileDialog::urlSelected, &beside, [chosen](const QUrl& location) {
-    const QString path = StringToURL::reverseTransformedValue(location);
-    if (!path.isEmpty()) chosen(path);
-  });
+  QObject::connect(dialog, &QFileDialog::fileSelected, &beside, chosen);
   dialog->open();
 }
 

@@ -37,4 +37,12 @@ struct StringToURL {
   }
 };
 
+/// Whether commands for several components can act.
+struct CountGreaterThanOne {
+  [[nodiscard]] static bool transformedValue(qsizetype count) { return count > 1; }
+};
+struct CountGreaterThanTwo {
+  [[nodiscard]] static bool transformedValue(qsizetype count) { return count > 2; }
+};
+
 }  // namespace inspector

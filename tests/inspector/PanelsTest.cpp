@@ -1,4 +1,5 @@
 #include <QClipboard>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QListView>
 #include <QListWidget>
@@ -107,6 +108,49 @@ TEST_F(PanelsTest, FontsAreTypedChosenAndReplacedEverywhere) {
   QTest::keyClick(faces, Qt::Key_Down);
   EXPECT_EQ(steps(), 1) << "choosing on is the same step";
   EXPECT_EQ(undoName(), q("Replace Font"));
+}
+
+TEST_F(PanelsTest, OfSeveralFontsOnlyWhatWasChosenChanges) {
+  auto* first = add(q("First"));
+  auto* second = add(q("Second"));
+  auto* here = give(first, q("Font"), AttributeType::Font, FontValue{q("Inter"), 40});
+  auto* there = give(second, q("Font"), AttributeType::Font, FontValue{q("Inter Bold"), 20});
+  select({first, second});
+  auto* field = control<QLineEdit>(q("Font"));
+  type(field, q("Inter SemiBold"));
+  QTest::keyClick(field, Qt::Key_Return);
+  EXPECT_EQ(here->currentValue(), AttributeValue(FontValue{q("Inter SemiBold"), 40}));
+  EXPECT_EQ(there->currentValue(), AttributeValue(FontValue{q("Inter SemiBold"), 20}));
+}
+
+TEST_F(PanelsTest, FilesAreChosenInADialogAndFoundAgainForAll) {
+  auto* first = add(q("First"));
+  auto* second = add(q("Second"));
+  auto* here = give(first, q("File"), AttributeType::File, q("/nowhere/bridge.mov"));
+  auto* there = give(second, q("Other"), AttributeType::File, q("/nowhere/bridge.mov"));
+  select({first});
+  const QString found = files.writeComponent(q("found.qtz"), {});
+  const QString chosen = files.writeComponent(q("chosen.qtz"), {});
+  const auto answer = [](const QString& path) {
+    settle();
+    QFileDialog* dialog = nullptr;
+    for (QWidget* window : QApplication::topLevelWidgets())
+      if (auto* open = qobject_cast<QFileDialog*>(window); open && open->isVisible()) dialog = open;
+    ASSERT_TRUE(dialog);
+    type(dialog->findChild<QLineEdit*>(q("fileNameEdit")), path);
+    QTest::keyClick(dialog->findChild<QLineEdit*>(q("fileNameEdit")), Qt::Key_Return);
+    settle();
+  };
+  press(row(q("File")), QStringLiteral("Locate…"));
+  answer(found);
+  EXPECT_EQ(here->currentValue(), AttributeValue(found));
+  EXPECT_EQ(there->currentValue(), AttributeValue(found)) << "missing there as well";
+  EXPECT_EQ(steps(), 1);
+  EXPECT_TRUE(row(q("File"))->complaint().isEmpty());
+  press(row(q("File")), q("Choose..."));
+  answer(chosen);
+  EXPECT_EQ(here->currentValue(), AttributeValue(chosen));
+  EXPECT_EQ(there->currentValue(), AttributeValue(found));
 }
 
 TEST_F(PanelsTest, RichTextKeepsItsSizesAndRefusesDamagedRtf) {

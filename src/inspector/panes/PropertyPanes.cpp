@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 
 #include "inspector/InspectorContext.h"
+#include "inspector/ValueTransformers.h"
 #include "inspector/rows/CheckRow.h"
 #include "inspector/rows/KeyFrameControl.h"
 #include "inspector/rows/NumberRow.h"
@@ -64,7 +65,9 @@ TitlePane::TitlePane(InspectorContext& context) : InspectorPane(context, tr("Tit
 void TitlePane::takeSelection() {
   const Components& components = context().components();
   m_title->bind(titles(components));
-  header().setNote(components.size() > 1 ? tr("%L1 components").arg(components.size()) : QString());
+  header().setNote(CountGreaterThanOne::transformedValue(components.size())
+                       ? tr("%L1 components").arg(components.size())
+                       : QString());
 }
 
 void TitlePane::refresh() {

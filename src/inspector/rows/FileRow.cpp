@@ -65,7 +65,13 @@ void FileRow::showValues() {
 
 void FileRow::locate(const QString& missing) {
   FileChooser::open(*this, tr("Locate %1").arg(QFileInfo(missing).fileName()), FileChooser::AnyFile,
-                    missing, [this](const QString& path) { take(path); });
+                    missing, [this, missing](const QString& path) {
+                      if (!isBound()) return;
+                      context().commit();
+                      (void)model::Replacement(*context().composition()).replaceFile(missing, path);
+                      context().setNeedsRefresh();
+                      showValues();
+                    });
 }
 
 void FileRow::nameControls(const QString& name) {

@@ -58,9 +58,18 @@ void FontRow::takeBackLastChoice() {
 
 void FontRow::changeFont(const FontValue& font) {
   if (!isBound()) return;
+  // Of several, each keeps what was not chosen: its size with another face, its face with another
+  // size.
+  const FontValue shown = fontOf(binding().value());
+  const bool isOtherSize = font.size != shown.size;
+  const bool isOtherFace = font.name != shown.name || !isOtherSize;
   context().change(binding().stepName, [&] {
-    for (qsizetype i = 0; i < binding().count; ++i)
-      binding().set(i, withFont(binding().get(i), font));
+    for (qsizetype i = 0; i < binding().count; ++i) {
+      FontValue own = fontOf(binding().get(i));
+      if (isOtherFace) own.name = font.name;
+      if (isOtherSize) own.size = font.size;
+      binding().set(i, withFont(binding().get(i), own));
+    }
   });
   showValues();
 }
