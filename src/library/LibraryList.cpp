@@ -12,7 +12,7 @@ namespace library {
 namespace {
 
 constexpr int foldBelow = 300;
-constexpr int leastName = 160;  ///< with its thumbnail
+constexpr int leastName = 156;  ///< with its thumbnail
 constexpr int standardWidth = 80;
 const QString columnsKey = QStringLiteral("libraryColumns");
 
@@ -55,7 +55,7 @@ void LibraryList::setModel(QAbstractItemModel* model) {
 void LibraryList::setStandardColumns() {
   m_shownColumns = {LibraryModel::Resolution, LibraryModel::SizeOfFile, LibraryModel::DateModified,
                     LibraryModel::Kind};
-  setColumnWidth(LibraryModel::Resolution, 84);
+  setColumnWidth(LibraryModel::Resolution, 92);
   setColumnWidth(LibraryModel::SizeOfFile, 58);
   setColumnWidth(LibraryModel::DateModified, 58);
   setColumnWidth(LibraryModel::DateCreated, 80);

@@ -95,6 +95,7 @@ void TYSheet::open() {
   (m_default ? static_cast<QWidget*>(m_default) : first)->setFocus(Qt::OtherFocusReason);
   if (TYStyleKit::reducedMotion()) return;
   auto* slide = new QPropertyAnimation(m_panel, "pos", this);
+  m_slide = slide;
   slide->setDuration(kOpeningInMilliseconds);
   slide->setStartValue(m_panel->pos() - QPoint(0, kFromTop));
   slide->setEndValue(m_panel->pos());
@@ -127,6 +128,8 @@ QRect TYSheet::sheetRect() const {
 }
 
 void TYSheet::place() {
+  // It would go on to where the panel was to be before.
+  if (m_slide) m_slide->stop();
   setGeometry(parentWidget()->rect());
   m_panel->setGeometry(sheetRect());
 }

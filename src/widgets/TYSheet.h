@@ -4,6 +4,7 @@
 #include <QWidget>
 
 class QHBoxLayout;
+class QPropertyAnimation;
 class QPushButton;
 class QVBoxLayout;
 
@@ -54,6 +55,7 @@ class TYSheet : public QWidget {
   QHBoxLayout* m_footer;
   QPointer<QPushButton> m_default;
   QPointer<QWidget> m_focusBefore;
+  QPointer<QPropertyAnimation> m_slide;  ///< while it opens
 };
 
 }  // namespace widgets

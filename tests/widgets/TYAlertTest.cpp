@@ -144,3 +144,12 @@ TEST_F(TYAlertTest, progressCanBeStoppedOnce) {
   sheet->closeSheet();
   EXPECT_TRUE(field->hasFocus());
 }
+
+TEST_F(TYAlertTest, staysInTheMiddleOfAWindowThatGrowsWhileItOpens) {
+  const TYAlert* alert = begin();
+  ASSERT_TRUE(alert);
+  window.resize(1200, 600);
+  QTest::qWait(250);
+  const auto* panel = alert->findChild<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+  EXPECT_NEAR(panel->geometry().center().x(), 600, 1);
+}
