@@ -44,12 +44,6 @@ using widgets::TYAlert;
 
 namespace {
 
-constexpr QSize smallestWindow(PanelFolding::widthForLibrary, 720);
-/// On screens that have no room for more, as at 200 % on a small one.
-constexpr QSize smallestOnSmallScreens(560, 360);
-constexpr int layoutVersion = 1;
-const QString windowStateKey = QStringLiteral("windowState");
-
 QList<library::TYLibraryController::Place> fixedPlaces(
     const model::StandardComponents& components) {
   const QString resources = QFileInfo(components.folder()).path();
@@ -77,7 +71,7 @@ TYWindowController::TYWindowController(CompositionDocument& document, ProgramSer
     QMetaObject::invokeMethod(this, &TYWindowController::takeComposition, Qt::QueuedConnection);
   });
   takeComposition();
-  restoreLayout();
+  m_layout.restore(m_services.defaults());
 }
 
 TYWindowController::~TYWindowController() {
@@ -210,40 +204,8 @@ void TYWindowController::makePanelFocus() {
     m_panelFocus->addPanel(panel);
 }
 
-void TYWindowController::restoreLayout() {
-  const QVariant kept = m_services.defaults().value(windowStateKey);
-  const QVariantMap state = kept.toMap();
-  const QSize screenSize = screen()->availableSize();
-  const bool fits = screenSize.expandedTo(smallestWindow) == screenSize;
-  setMinimumSize(fits ? smallestWindow : smallestOnSmallScreens);
-  resize(smallestWindow.expandedTo(screenSize * 3 / 4).boundedTo(screenSize));
-  const bool narrow = screenSize.width() < 1440;
-  resizeDocks(findChildren<QDockWidget*>({QStringLiteral("library")}), {narrow ? 212 : 452},
-              Qt::Horizontal);
-  resizeDocks(findChildren<QDockWidget*>({QStringLiteral("inspector")}), {narrow ? 304 : 340},
-              Qt::Horizontal);
-  resizeDocks(findChildren<QDockWidget*>({QStringLiteral("timeline")}),
-              {!fits    ? 158
-               : narrow ? 230
-                        : 284},
-              Qt::Vertical);
-  if (!kept.isValid()) {
-    // No window was closed before: the first one fills the screen.
-    setWindowState(Qt::WindowMaximized);
-    return;
-  }
-  // Before the geometry: told to be maximised, a hidden QMainWindow keeps a second copy of the
-  // layout that it takes back later, with separators that are gone by then.
-  restoreState(state.value(QStringLiteral("layout")).toByteArray(), layoutVersion);
-  restoreGeometry(state.value(QStringLiteral("geometry")).toByteArray());
-  m_folding.restore(state.value(QStringLiteral("folded")).toStringList());
-}
-
 void TYWindowController::saveWindowState() {
-  m_services.defaults().setValue(QVariantMap{{QStringLiteral("geometry"), saveGeometry()},
-                                             {QStringLiteral("layout"), saveState(layoutVersion)},
-                                             {QStringLiteral("folded"), m_folding.folded()}},
-                                 windowStateKey);
+  m_layout.save(m_services.defaults());
 }
 
 void TYWindowController::takeComposition() {
@@ -363,7 +325,7 @@ void TYWindowController::changeEvent(QEvent* event) {
 
 void TYWindowController::resizeEvent(QResizeEvent* event) {
   QMainWindow::resizeEvent(event);
-  m_folding.takeWidth(event->size().width());
+  m_layout.takeWidth(event->size().width());
 }
 
 bool TYWindowController::event(QEvent* event) {

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "app/ActionTable.h"
-#include "app/PanelFolding.h"
+#include "app/WindowLayout.h"
 #include "canvas/CanvasHost.h"
 #include "canvas/TYAlignmentController.h"
 #include "document/CompositionDocument.h"
@@ -93,7 +93,6 @@ class TYWindowController : public QMainWindow,
   QDockWidget* makeDock(const QString& name, const QString& title, QWidget* content,
                         Qt::DockWidgetArea area);
   void makeMenus();
-  void restoreLayout();
   void makePanelFocus();
   void makeFindings();
   void takeComposition();
@@ -116,7 +115,7 @@ class TYWindowController : public QMainWindow,
   DocumentFindings* m_findings;
   FindingsPanel* m_findingsPanel;
   PanelFocus* m_panelFocus;
-  PanelFolding m_folding{*this};
+  WindowLayout m_layout{*this};
   bool m_updateIsDue = false;
   bool m_mayClose = false;
   std::vector<store::Subscription> m_subscriptions;
