@@ -1,13 +1,13 @@
 #include "app/BackgroundMenu.h"
 
 #include <QColorDialog>
-#include <QFileDialog>
 
 #include "app/ProgramServices.h"
 #include "app/TYWindowController.h"
 #include "foundation/UserDefaults.h"
 #include "model/Composition.h"
 #include "store/ObjectContext.h"
+#include "widgets/FileChooser.h"
 
 namespace app {
 
@@ -39,19 +39,14 @@ void chooseColor(TYWindowController& window) {
   dialog->open();
 }
 
-void chooseFile(TYWindowController& window, const QString& title, const QString& filter,
+void chooseFile(TYWindowController& window, const QString& title, widgets::FileChooser::Kind kind,
                 const QString& folderKey, const std::function<void(const QString&)>& taken) {
-  auto* dialog = new QFileDialog(&window, title,
-                                 window.services().defaults().value(folderKey).toString(), filter);
-  dialog->setAttribute(Qt::WA_DeleteOnClose);
-  dialog->setFileMode(QFileDialog::ExistingFile);
-  QObject::connect(dialog, &QFileDialog::fileSelected, &window, taken);
-  dialog->open();
+  widgets::FileChooser::open(window, title, kind,
+                             window.services().defaults().value(folderKey).toString(), taken);
 }
 
 void chooseImage(TYWindowController& window) {
-  chooseFile(window, TYWindowController::tr("Background Image"),
-             TYWindowController::tr("Pictures (*.png *.jpg *.jpeg *.tif *.tiff *.webp);;All (*)"),
+  chooseFile(window, TYWindowController::tr("Background Image"), widgets::FileChooser::Images,
              QStringLiteral("imagesLibraryPath"), [&window](const QString& path) {
                const QImage image(path);
                if (image.isNull()) {
@@ -68,8 +63,7 @@ void chooseImage(TYWindowController& window) {
 }
 
 void chooseMovie(TYWindowController& window) {
-  chooseFile(window, TYWindowController::tr("Background Movie"),
-             TYWindowController::tr("Movies (*.mov *.mp4 *.m4v *.avi *.mkv *.webm *.mxf);;All (*)"),
+  chooseFile(window, TYWindowController::tr("Background Movie"), widgets::FileChooser::Movies,
              QStringLiteral("movieLibraryPath"), [&window](const QString& path) {
                change(window, [&](Composition& composition) {
                  composition.setBackgroundMovie(path);

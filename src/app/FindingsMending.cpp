@@ -1,6 +1,6 @@
 #include "app/FindingsMending.h"
 
-#include <QFileDialog>
+#include <QFileInfo>
 #include <QFontDialog>
 
 #include "app/TYWindowController.h"
@@ -9,6 +9,7 @@
 #include "model/RichFontValue.h"
 #include "model/maintenance/Replacement.h"
 #include "runtime/text/FontResolver.h"
+#include "widgets/FileChooser.h"
 
 namespace app {
 
@@ -40,19 +41,12 @@ void FindingsMending::act(const DocumentFindings::Group& group) {
 }
 
 void FindingsMending::locateFile(const QString& missing) {
-  const QString suffix = QFileInfo(missing).suffix();
-  auto* dialog = new QFileDialog(
-      &m_window, TYWindowController::tr("Locate \"%1\"").arg(QFileInfo(missing).fileName()));
-  dialog->setAttribute(Qt::WA_DeleteOnClose);
-  dialog->setFileMode(QFileDialog::ExistingFile);
-  if (!suffix.isEmpty())
-    dialog->setNameFilters({QStringLiteral("*.%1").arg(suffix), TYWindowController::tr("All (*)")});
-  QObject::connect(dialog, &QFileDialog::fileSelected, &m_window,
-                   [&window = m_window, missing](const QString& path) {
-                     if (window.composition())
-                       model::Replacement(*window.composition()).replaceFile(missing, path);
-                   });
-  dialog->open();
+  widgets::FileChooser::open(
+      m_window, TYWindowController::tr("Locate %1").arg(QFileInfo(missing).fileName()),
+      widgets::FileChooser::AnyFile, missing, [&window = m_window, missing](const QString& path) {
+        if (window.composition())
+          model::Replacement(*window.composition()).replaceFile(missing, path);
+      });
 }
 
 void FindingsMending::replaceFont(const QString& missing) {

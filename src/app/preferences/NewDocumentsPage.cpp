@@ -2,9 +2,7 @@
 
 #include <QBuffer>
 #include <QComboBox>
-#include <QFileDialog>
 #include <QFontDialog>
-#include <QImageReader>
 #include <QLabel>
 #include <QPushButton>
 
@@ -13,6 +11,7 @@
 #include "model/Composition.h"
 #include "model/DefaultFont.h"
 #include "runtime/text/FontResolver.h"
+#include "widgets/FileChooser.h"
 #include "widgets/TYAlert.h"
 #include "widgets/TYColorWell.h"
 #include "widgets/TYImageWell.h"
@@ -147,34 +146,19 @@ void NewDocumentsPage::takeImage(const QImage& image) {
 }
 
 void NewDocumentsPage::chooseImage() {
-  auto* dialog = new QFileDialog(this, tr("Background Image"),
-                                 m_defaults.value(QStringLiteral("imagesLibraryPath")).toString());
-  dialog->setAttribute(Qt::WA_DeleteOnClose);
-  dialog->setFileMode(QFileDialog::ExistingFile);
-  dialog->setMimeTypeFilters([] {
-    QStringList types;
-    for (const QByteArray& type : QImageReader::supportedMimeTypes())
-      types.append(QString::fromLatin1(type));
-    types.prepend(QStringLiteral("application/octet-stream"));
-    return types;
-  }());
-  connect(dialog, &QFileDialog::fileSelected, this,
-          [this](const QString& path) { takeImage(QImage(path)); });
-  dialog->open();
+  widgets::FileChooser::open(*this, tr("Background Image"), widgets::FileChooser::Images,
+                             m_defaults.value(QStringLiteral("imagesLibraryPath")).toString(),
+                             [this](const QString& path) { takeImage(QImage(path)); });
 }
 
 void NewDocumentsPage::chooseMovie() {
-  auto* dialog = new QFileDialog(this, tr("Background Movie"),
-                                 m_defaults.value(QStringLiteral("movieLibraryPath")).toString());
-  dialog->setAttribute(Qt::WA_DeleteOnClose);
-  dialog->setFileMode(QFileDialog::ExistingFile);
-  dialog->setNameFilters(
-      {tr("Movies (*.mov *.mp4 *.m4v *.avi *.mkv *.webm *.mxf)"), tr("All (*)")});
-  connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& path) {
-    m_defaults.setValue(path, movieKey);
-    showBackground();
-  });
-  dialog->open();
+  const QString folder = m_defaults.value(QStringLiteral("movieLibraryPath")).toString();
+  const QString present = m_defaults.value(movieKey).toString();
+  widgets::FileChooser::open(*this, tr("Background Movie"), widgets::FileChooser::Movies,
+                             present.isEmpty() ? folder : present, [this](const QString& path) {
+                               m_defaults.setValue(path, movieKey);
+                               showBackground();
+                             });
 }
 
 void NewDocumentsPage::chooseFont() {

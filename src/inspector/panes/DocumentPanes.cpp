@@ -151,7 +151,7 @@ BackgroundPane::BackgroundPane(InspectorContext& context)
   m_mode = add(new SegmentsRow(context, tr("Show"), {tr("Chess"), tr("Color"), tr("Image")}));
   m_color = add(new ColorRow(context, tr("Color")));
   m_image = add(new ImageRow(context, tr("Image")));
-  m_movie = add(new FileRow(context, tr("Movie"), FileChooser::Movies));
+  m_movie = add(new FileRow(context, tr("Movie"), widgets::FileChooser::Movies));
 }
 
 void BackgroundPane::takeSelection() {

@@ -14,7 +14,7 @@
 
 namespace inspector {
 
-FileRow::FileRow(InspectorContext& context, const QString& label, FileChooser::Kind kind)
+FileRow::FileRow(InspectorContext& context, const QString& label, widgets::FileChooser::Kind kind)
     : InspectorRow(context, label), m_field(new QLineEdit), m_kind(kind) {
   leaveUndoToWindow(*m_field);
   m_field->installEventFilter(this);
@@ -36,8 +36,8 @@ void FileRow::take(const QString& path) {
 
 void FileRow::choose() {
   if (!isBound()) return;
-  FileChooser::open(*this, tr("Choose a File"), m_kind, binding().value().toString(),
-                    [this](const QString& path) { take(path); });
+  widgets::FileChooser::open(*this, tr("Choose a File"), m_kind, binding().value().toString(),
+                             [this](const QString& path) { take(path); });
 }
 
 bool FileRow::exists(const QString& path) const {
@@ -64,14 +64,15 @@ void FileRow::showValues() {
 }
 
 void FileRow::locate(const QString& missing) {
-  FileChooser::open(*this, tr("Locate %1").arg(QFileInfo(missing).fileName()), FileChooser::AnyFile,
-                    missing, [this, missing](const QString& path) {
-                      if (!isBound()) return;
-                      context().commit();
-                      (void)model::Replacement(*context().composition()).replaceFile(missing, path);
-                      context().setNeedsRefresh();
-                      showValues();
-                    });
+  widgets::FileChooser::open(
+      *this, tr("Locate %1").arg(QFileInfo(missing).fileName()), widgets::FileChooser::AnyFile,
+      missing, [this, missing](const QString& path) {
+        if (!isBound()) return;
+        context().commit();
+        (void)model::Replacement(*context().composition()).replaceFile(missing, path);
+        context().setNeedsRefresh();
+        showValues();
+      });
 }
 
 void FileRow::nameControls(const QString& name) {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "inspector/FileChooser.h"
 #include "inspector/rows/InspectorRow.h"
+#include "widgets/FileChooser.h"
 
 class QLineEdit;
 
@@ -15,7 +15,7 @@ class FileRow : public InspectorRow {
 
  public:
   FileRow(InspectorContext& context, const QString& label,
-          FileChooser::Kind kind = FileChooser::AnyFile);
+          widgets::FileChooser::Kind kind = widgets::FileChooser::AnyFile);
 
  protected:
   void showValues() override;
@@ -30,7 +30,7 @@ class FileRow : public InspectorRow {
   [[nodiscard]] bool exists(const QString& path) const;
 
   QLineEdit* m_field;
-  FileChooser::Kind m_kind;
+  widgets::FileChooser::Kind m_kind;
 };
 
 }  // namespace inspector

@@ -3,8 +3,8 @@
 #include <QFileInfo>
 #include <QImageReader>
 
-#include "inspector/FileChooser.h"
 #include "inspector/InspectorContext.h"
+#include "widgets/FileChooser.h"
 #include "widgets/TYImageWell.h"
 
 namespace inspector {
@@ -34,8 +34,8 @@ ImageRow::ImageRow(InspectorContext& context, const QString& label)
 }
 
 void ImageRow::choose() {
-  FileChooser::open(*this, tr("Choose an Image"), FileChooser::Images, {},
-                    [this](const QString& path) { takeFile(path); });
+  widgets::FileChooser::open(*this, tr("Choose an Image"), widgets::FileChooser::Images, {},
+                             [this](const QString& path) { takeFile(path); });
 }
 
 void ImageRow::takeFile(const QString& path) {

@@ -5,7 +5,7 @@
 
 class QWidget;
 
-namespace inspector {
+namespace widgets {
 
 /// Asks for a file with the desktop's own dialog, over the window that the widget is in.
 class FileChooser {
@@ -14,8 +14,8 @@ class FileChooser {
  public:
   enum Kind { Images, Movies, AnyFile };
 
-  /// Calls back with the path unless it was cancelled or the widget is gone. Starts where the
-  /// present path is.
+  /// Calls back with the path unless it was cancelled or the widget is gone. Starts in
+  /// the folder, or where the file is, that the path names.
   static void open(QWidget& beside, const QString& title, Kind kind, const QString& presentPath,
                    const std::function<void(const QString& path)>& chosen);
 
@@ -23,4 +23,4 @@ class FileChooser {
   [[nodiscard]] static QString filter(Kind kind);
 };
 
-}  // namespace inspector
+}  // namespace widgets

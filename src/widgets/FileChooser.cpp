@@ -1,9 +1,10 @@
-#include "inspector/FileChooser.h"
+#include "widgets/FileChooser.h"
 
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QImageReader>
 
-namespace inspector {
+namespace widgets {
 
 QString FileChooser::filter(Kind kind) {
   const QString all = tr("All files (*)");
@@ -18,13 +19,14 @@ QString FileChooser::filter(Kind kind) {
 
 void FileChooser::open(QWidget& beside, const QString& title, Kind kind, const QString& presentPath,
                        const std::function<void(const QString& path)>& chosen) {
-  auto* dialog =
-      new QFileDialog(beside.window(), title, QFileInfo(presentPath).path(), filter(kind));
+  const QFileInfo present(presentPath);
+  auto* dialog = new QFileDialog(
+      beside.window(), title, present.isDir() ? present.filePath() : present.path(), filter(kind));
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setFileMode(QFileDialog::ExistingFile);
-  if (!presentPath.isEmpty()) dialog->selectFile(presentPath);
+  if (present.isFile()) dialog->selectFile(presentPath);
   QObject::connect(dialog, &QFileDialog::fileSelected, &beside, chosen);
   dialog->open();
 }
 
-}  // namespace inspector
+}  // namespace widgets
