@@ -6,6 +6,7 @@
 #include <QListView>
 #include <QListWidget>
 #include <QScreen>
+#include <QShortcut>
 #include <QSortFilterProxyModel>
 #include <QStringListModel>
 #include <QStyledItemDelegate>
@@ -59,6 +60,8 @@ FontPanel& FontPanel::of(QWidget& widget) {
 }
 
 FontPanel::FontPanel(QWidget* parent) : QWidget(parent, Qt::Tool) {
+  connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, this,
+          &QWidget::close);
   setWindowTitle(tr("Fonts"));
   resize(panelSize);
   m_search = new widgets::TYSearchField;

@@ -121,6 +121,10 @@ TEST_F(PanelsTest, OfSeveralFontsOnlyWhatWasChosenChanges) {
   QTest::keyClick(field, Qt::Key_Return);
   EXPECT_EQ(here->currentValue(), AttributeValue(FontValue{q("Inter SemiBold"), 40}));
   EXPECT_EQ(there->currentValue(), AttributeValue(FontValue{q("Inter SemiBold"), 20}));
+  press(row(q("Font")), q("Choose..."));
+  ASSERT_TRUE(fontPanel() && fontPanel()->isVisible());
+  QTest::keyClick(fontPanel(), Qt::Key_Escape);
+  EXPECT_FALSE(fontPanel() && fontPanel()->isVisible());
 }
 
 TEST_F(PanelsTest, FilesAreChosenInADialogAndFoundAgainForAll) {
