@@ -167,6 +167,21 @@ TEST_F(FirstMinutesTest, AGraphicIsMadeSavedAndFoundAgain) {
   key("Right", 3);
   EXPECT_NEAR(bar.originX(), x + 3, 0.01);
 
+  // With Alt the middle stays.
+  const double middleOfBar = bar.centerH();
+  const double before = bar.width();
+  const QPoint edge = pixel({bar.originX() + bar.width() - 2, bar.centerV()});
+  perform([&](Hand& h) {
+    h.move(edge.x(), edge.y());
+    h.hold("alt");
+    h.press();
+    h.move(edge.x() + 40, edge.y());
+    h.release();
+    h.letGo("alt");
+  });
+  EXPECT_GT(bar.width(), before + 60);
+  EXPECT_NEAR(bar.centerH(), middleOfBar, 1);
+
   // A text by the toolbar; copies, aligned, reordered.
   click(tool(QStringLiteral("Text")));
   ASSERT_THAT(graphic().componentArray(), SizeIs(2));
