@@ -7,9 +7,9 @@
 #include "cli/Console.h"
 #include "cli/DocumentReport.h"
 #include "cli/InfoReport.h"
-#include "cli/InputSchema.h"
 #include "cli/PatchesReport.h"
 #include "cli/PlayableInput.h"
+#include "playout/InputSchema.h"
 
 namespace cli {
 
@@ -46,7 +46,7 @@ ExitStatus showDocument(const QString& path, bool asJson) {
 ExitStatus showSchema(const QString& path) {
   const auto input = PlayableInput::load(path, false);
   if (!input) return fail(input.error().status, input.error().error);
-  Console::print(InputSchema(QFileInfo(path).completeBaseName(), *input->renderer).json());
+  Console::print(playout::InputSchema(QFileInfo(path).completeBaseName(), *input->renderer).json());
   return ExitStatus::Ok;
 }
 

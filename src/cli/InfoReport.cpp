@@ -3,7 +3,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
-#include "cli/ValueJson.h"
+#include "playout/ValueJson.h"
 
 namespace cli {
 
@@ -20,7 +20,8 @@ QString typeWord(PortType type) {
 }
 
 QString valueText(const Value& value, PortType type) {
-  if (const auto* color = value.as<foundation::Color>()) return ValueJson::colorText(*color);
+  if (const auto* color = value.as<foundation::Color>())
+    return playout::ValueJson::colorText(*color);
   if (const auto* image = value.as<runtime::Image>())
     return QStringLiteral("image %1x%2").arg(image->size().width()).arg(image->size().height());
   if (type == PortType::Boolean)
@@ -32,7 +33,7 @@ QString valueText(const Value& value, PortType type) {
 /// Images are only described.
 QJsonValue valueJson(const Value& value, PortType type) {
   if (value.isEmpty()) return QJsonValue::Null;
-  const QJsonValue json = ValueJson::of(value, type);
+  const QJsonValue json = playout::ValueJson::of(value, type);
   return json.isUndefined() ? valueText(value, type) : json;
 }
 

@@ -1,5 +1,7 @@
 #include "cli/InputSchedule.h"
 
+#include "cli/InputAssignment.h"
+
 namespace cli {
 
 tl::expected<InputSchedule, LoadFailure> InputSchedule::read(
@@ -7,7 +9,7 @@ tl::expected<InputSchedule, LoadFailure> InputSchedule::read(
     const runtime::CompositionRenderer& renderer) {
   InputSchedule schedule;
   for (const RenderOptions::Update& update : updates) {
-    auto input = InputValues::read(update.assignment, renderer, QStringLiteral("--set-at"));
+    auto input = InputAssignment::read(update.assignment, renderer, QStringLiteral("--set-at"));
     if (!input) return tl::unexpected(input.error());
     schedule.m_entries.push_back({update.time, std::move(*input)});
   }

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "cli/InputValues.h"
+#include "cli/LoadFailure.h"
 #include "cli/RenderOptions.h"
+#include "playout/InputValues.h"
 
 namespace cli {
 
@@ -23,7 +24,7 @@ class InputSchedule {
  private:
   struct Entry {
     double time = 0;
-    InputValue input;
+    playout::InputValue input;
   };
   std::vector<Entry> m_entries;  ///< by time; equal times in the order given
   size_t m_next = 0;

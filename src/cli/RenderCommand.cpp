@@ -2,7 +2,7 @@
 
 #include "cli/Console.h"
 #include "cli/FrameWriter.h"
-#include "cli/InputValues.h"
+#include "cli/InputAssignment.h"
 #include "cli/Interruption.h"
 #include "cli/PlayableInput.h"
 #include "cli/RenderJob.h"
@@ -17,11 +17,12 @@ ExitStatus fail(ExitStatus status, const foundation::Error& error) {
   return status;
 }
 
-InputValues::Done setInputs(const RenderOptions& options, runtime::CompositionRenderer& renderer) {
+InputAssignment::Done setInputs(const RenderOptions& options,
+                                runtime::CompositionRenderer& renderer) {
   if (!options.valuesFile.isEmpty())
-    if (auto ok = InputValues::assignFile(options.valuesFile, renderer); !ok) return ok;
+    if (auto ok = InputAssignment::assignFile(options.valuesFile, renderer); !ok) return ok;
   for (const QString& assignment : options.assignments)
-    if (auto ok = InputValues::assign(assignment, renderer); !ok) return ok;
+    if (auto ok = InputAssignment::assign(assignment, renderer); !ok) return ok;
   return {};
 }
 

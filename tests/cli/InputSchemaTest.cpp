@@ -1,4 +1,4 @@
-#include "cli/InputSchema.h"
+#include "playout/InputSchema.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@
 #include <valijson/schema_parser.hpp>
 #include <valijson/validator.hpp>
 
-#include "cli/InputValues.h"
+#include "playout/InputValues.h"
 #include "support/GraphBuilder.h"
 #include "support/TessaryProgram.h"
 
@@ -92,7 +92,7 @@ support::GraphBuilder everyKindOfInput() {
 
 TEST(InputSchema, TakesExactlyWhatIsTakenAsAValue) {
   const auto renderer = everyKindOfInput().renderer();
-  const Schema schema(cli::InputSchema(q("All"), *renderer).json().toUtf8());
+  const Schema schema(playout::InputSchema(q("All"), *renderer).json().toUtf8());
   const QByteArray probes =
       R"([0, 1, 2, 3, 4, 7, 8, -1, 0.5, -0.25, -0.26, 1.5, 1.5000001, 2.0, 1e9, true, false, null,
           "", "1", "2", "0.5", "on", "true", "A", "B", "C", "Links", "links", "-", "Größer \"oben\"",
@@ -104,9 +104,9 @@ TEST(InputSchema, TakesExactlyWhatIsTakenAsAValue) {
     const auto port = *renderer->inputAttributes(key);
     int taken = 0;
     for (const QJsonValue value : values) {
-      const auto read = cli::InputValues::fromJson(value, port, QString());
+      const auto read = playout::InputValues::fromJson(value, port, QString());
       // What can be wrong with a picture's file is not the schema's to say.
-      const bool isTaken = read || read.error().status == cli::ExitStatus::InputUnreadable;
+      const bool isTaken = read || read.error().kind == playout::ValueFailure::Kind::Unreadable;
       taken += isTaken ? 1 : 0;
       EXPECT_EQ(schema.takes({{key, value}}), isTaken)
           << key.toStdString() << ": "
@@ -131,7 +131,7 @@ TEST(InputSchema, DescribesInputsInTheOrderOfTheFile) {
       PropertyDictionary{{q("red"), 1.0}, {q("green"), 0.0}, {q("blue"), 0.2}, {q("alpha"), 0.0}});
   graph.setParameter(q("Rows"),
                      PropertyArray{PropertyDictionary{{q("name"), q("Ada")}, {q("points"), 3}}});
-  const QByteArray text = cli::InputSchema(q("A \"b\""), *graph.renderer()).json().toUtf8();
+  const QByteArray text = playout::InputSchema(q("A \"b\""), *graph.renderer()).json().toUtf8();
   qsizetype last = -1;
   for (const char* key : {"\"Zebra\"", "\"apple\"", "\"Middle\"", "\"Rows\""}) {
     EXPECT_GT(text.indexOf(key), last) << key;
@@ -151,7 +151,7 @@ TEST(InputSchema, DescribesInputsInTheOrderOfTheFile) {
           .object();
   EXPECT_EQ(QJsonDocument::fromJson(text).object(), expected) << text.toStdString();
   const support::GraphBuilder empty;
-  EXPECT_TRUE(Schema(cli::InputSchema({}, *empty.renderer()).json().toUtf8()).takes({}));
+  EXPECT_TRUE(Schema(playout::InputSchema({}, *empty.renderer()).json().toUtf8()).takes({}));
 }
 
 /// A schema and a graphic on air must agree: each is asked through the program.

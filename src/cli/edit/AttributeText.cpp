@@ -6,7 +6,7 @@
 #include <QRegularExpression>
 #include <cmath>
 
-#include "cli/InputValues.h"
+#include "cli/InputAssignment.h"
 #include "model/RichFontValue.h"
 
 namespace cli {
@@ -52,7 +52,7 @@ tl::expected<runtime::Value, LoadFailure> portValue(const QString& key, PortType
   port.key = key;
   port.type = type;
   port.menu = menu;
-  return InputValues::fromText(text, port, folder);
+  return playout::InputValues::fromText(text, port, folder).map_error(InputAssignment::told);
 }
 
 /// "NAME SIZE", or one of both; what is not given stays as it is.

@@ -4,7 +4,7 @@
 
 #include "runtime/Value.h"
 
-namespace cli {
+namespace playout {
 
 /// Values of the runtime as a values file holds them.
 class ValueJson {
@@ -16,4 +16,4 @@ class ValueJson {
   [[nodiscard]] static QString colorText(const foundation::Color& color);
 };
 
-}  // namespace cli
+}  // namespace playout

@@ -1,25 +1,24 @@
-#include "cli/InputValues.h"
+#include "playout/InputValues.h"
 
 #include <QDir>
-#include <QFileInfo>
+#include <QFile>
 #include <QImageReader>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
 #include <QRegularExpression>
 #include <cmath>
 
-#include "cli/AcceptedValues.h"
+#include "playout/AcceptedValues.h"
 #include "runtime/StructureMember.h"
 
-namespace cli {
+namespace playout {
 
 using runtime::PortType;
 using runtime::Value;
 
 namespace {
 
-using Read = tl::expected<Value, LoadFailure>;
+using Read = tl::expected<Value, ValueFailure>;
 
 /// The value as its writer would recognise it.
 QString shown(const QJsonValue& json) {
@@ -32,10 +31,10 @@ QString shown(const QJsonValue& json) {
   return text.size() > 60 ? text.left(60) + QStringLiteral("…") : text;
 }
 
-tl::unexpected<LoadFailure> wrong(const runtime::PortAttributes& port, const QString& wanted,
-                                  const QJsonValue& given) {
-  return failed(ExitStatus::Usage,
-                QStringLiteral("'%1' takes %2, not '%3'").arg(port.key, wanted, shown(given)));
+tl::unexpected<ValueFailure> wrong(const runtime::PortAttributes& port, const QString& wanted,
+                                   const QJsonValue& given) {
+  return ValueFailure::wrong(
+      QStringLiteral("'%1' takes %2, not '%3'").arg(port.key, wanted, shown(given)));
 }
 
 Read number(const QJsonValue& json, const runtime::PortAttributes& port) {
@@ -90,9 +89,8 @@ Read picture(const QJsonValue& json, const runtime::PortAttributes& port, const 
   QImageReader reader(path);
   const QImage image = reader.read();
   if (image.isNull())
-    return failed(ExitStatus::InputUnreadable,
-                  QStringLiteral("cannot be read as a picture: %1").arg(reader.errorString()),
-                  path);
+    return ValueFailure::unreadable(
+        QStringLiteral("cannot be read as a picture: %1").arg(reader.errorString()), path);
   return Value(runtime::Image::fromQImage(image));
 }
 
@@ -145,34 +143,11 @@ QJsonValue jsonFromText(const QString& text, const runtime::PortAttributes& port
   }
 }
 
-tl::expected<runtime::PortAttributes, LoadFailure> inputNamed(
-    const QString& key, const runtime::CompositionRenderer& renderer) {
-  if (const auto port = renderer.inputAttributes(key)) return *port;
-  return failed(ExitStatus::Usage, QStringLiteral("there is no input '%1'; the file has: %2")
-                                       .arg(key, renderer.inputKeys().join(QStringLiteral(", "))));
-}
-
-tl::expected<QJsonObject, LoadFailure> readObject(const QString& path) {
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly))
-    return failed(ExitStatus::InputUnreadable,
-                  QStringLiteral("cannot be read: %1").arg(file.errorString()), path);
-  QJsonParseError parse;
-  const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &parse);
-  if (parse.error != QJsonParseError::NoError)
-    return failed(ExitStatus::InputUnreadable, parse.errorString(), path,
-                  QStringLiteral("byte %1").arg(parse.offset));
-  if (!document.isObject())
-    return failed(ExitStatus::InputUnreadable, QStringLiteral("is not a JSON object of values"),
-                  path);
-  return document.object();
-}
-
 }  // namespace
 
-tl::expected<Value, LoadFailure> InputValues::fromJson(const QJsonValue& json,
-                                                       const runtime::PortAttributes& port,
-                                                       const QString& folder) {
+tl::expected<Value, ValueFailure> InputValues::fromJson(const QJsonValue& json,
+                                                        const runtime::PortAttributes& port,
+                                                        const QString& folder) {
   switch (port.type) {
     case PortType::Number:
       return number(json, port);
@@ -195,55 +170,49 @@ tl::expected<Value, LoadFailure> InputValues::fromJson(const QJsonValue& json,
     case PortType::Interaction:
       break;
   }
-  return failed(ExitStatus::Usage, QStringLiteral("'%1' takes no value from here").arg(port.key));
+  return ValueFailure::wrong(QStringLiteral("'%1' takes no value from here").arg(port.key));
 }
 
-tl::expected<Value, LoadFailure> InputValues::fromText(const QString& text,
-                                                       const runtime::PortAttributes& port,
-                                                       const QString& folder) {
+tl::expected<Value, ValueFailure> InputValues::fromText(const QString& text,
+                                                        const runtime::PortAttributes& port,
+                                                        const QString& folder) {
   return fromJson(jsonFromText(text, port), port, folder);
 }
 
-tl::expected<InputValue, LoadFailure> InputValues::read(
-    const QString& assignment, const runtime::CompositionRenderer& renderer,
-    const QString& option) {
-  const qsizetype equals = assignment.indexOf(QLatin1Char('='));
-  if (equals < 1)
-    return failed(ExitStatus::Usage,
-                  QStringLiteral("%1 takes KEY=VALUE, not '%2'").arg(option, assignment));
-  const auto port = inputNamed(assignment.left(equals), renderer);
-  if (!port) return tl::unexpected(port.error());
-  const Read value = fromText(assignment.mid(equals + 1), *port, QDir::currentPath());
-  if (!value) return tl::unexpected(value.error());
-  return InputValue{port->key, *value};
+tl::expected<runtime::PortAttributes, ValueFailure> InputValues::inputNamed(
+    const QString& key, const runtime::CompositionRenderer& renderer) {
+  if (const auto port = renderer.inputAttributes(key)) return *port;
+  return ValueFailure::wrong(QStringLiteral("there is no input '%1'; the file has: %2")
+                                 .arg(key, renderer.inputKeys().join(QStringLiteral(", "))));
 }
 
-InputValues::Done InputValues::assign(const QString& assignment,
-                                      runtime::CompositionRenderer& renderer) {
-  const auto input = read(assignment, renderer, QStringLiteral("--set"));
-  if (!input) return tl::unexpected(input.error());
-  renderer.setValueForInputKey(input->value, input->key);
-  return {};
-}
-
-InputValues::Done InputValues::assignFile(const QString& path,
-                                          runtime::CompositionRenderer& renderer) {
-  const auto values = readObject(path);
-  if (!values) return tl::unexpected(values.error());
-  const QString folder = QFileInfo(path).absolutePath();
-  for (auto it = values->begin(); it != values->end(); ++it) {
+tl::expected<std::vector<InputValue>, ValueFailure> InputValues::fromObject(
+    const QJsonObject& object, const runtime::CompositionRenderer& renderer,
+    const QString& folder) {
+  std::vector<InputValue> values;
+  for (auto it = object.begin(); it != object.end(); ++it) {
     const Read value = inputNamed(it.key(), renderer).and_then([&](const auto& port) {
       return fromJson(it.value(), port, folder);
     });
-    if (value) {
-      renderer.setValueForInputKey(*value, it.key());
-      continue;
-    }
-    LoadFailure failure = value.error();
-    if (failure.error.file.isEmpty()) failure.error.file = path;
-    return tl::unexpected(failure);
+    if (!value) return tl::unexpected(value.error());
+    values.push_back({it.key(), *value});
   }
-  return {};
+  return values;
 }
 
-}  // namespace cli
+tl::expected<QJsonObject, ValueFailure> InputValues::objectFromFile(const QString& path) {
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly))
+    return ValueFailure::unreadable(QStringLiteral("cannot be read: %1").arg(file.errorString()),
+                                    path);
+  QJsonParseError parse;
+  const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &parse);
+  if (parse.error != QJsonParseError::NoError)
+    return ValueFailure::unreadable(parse.errorString(), path,
+                                    QStringLiteral("byte %1").arg(parse.offset));
+  if (!document.isObject())
+    return ValueFailure::unreadable(QStringLiteral("is not a JSON object of values"), path);
+  return document.object();
+}
+
+}  // namespace playout

@@ -1,14 +1,14 @@
-#include "cli/InputSchema.h"
+#include "playout/InputSchema.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSet>
 
-#include "cli/AcceptedValues.h"
-#include "cli/ValueJson.h"
+#include "playout/AcceptedValues.h"
+#include "playout/ValueJson.h"
 
-namespace cli {
+namespace playout {
 
 using runtime::PortAttributes;
 using runtime::PortType;
@@ -132,4 +132,4 @@ QString InputSchema::json() const {
          QStringLiteral("\n}");
 }
 
-}  // namespace cli
+}  // namespace playout

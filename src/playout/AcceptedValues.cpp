@@ -1,8 +1,8 @@
-#include "cli/AcceptedValues.h"
+#include "playout/AcceptedValues.h"
 
 #include <cmath>
 
-namespace cli {
+namespace playout {
 
 using runtime::PortType;
 
@@ -56,4 +56,4 @@ QString AcceptedValues::colorPattern() {
   return QStringLiteral("^#([0-9A-Fa-f]{6}|[0-9A-Fa-f]{8})$");
 }
 
-}  // namespace cli
+}  // namespace playout

@@ -1,4 +1,4 @@
-#include "cli/InputValues.h"
+#include "playout/InputValues.h"
 
 #include <gtest/gtest.h>
 
@@ -12,17 +12,17 @@ namespace {
 
 using runtime::PortType;
 
-tl::expected<runtime::Value, cli::LoadFailure> read(PortType type, const char* json,
-                                                    const QStringList& menu = {}) {
+tl::expected<runtime::Value, playout::ValueFailure> read(PortType type, const char* json,
+                                                         const QStringList& menu = {}) {
   runtime::PortAttributes port;
   port.key = QStringLiteral("Key");
   port.type = type;
   port.menu = menu;
   const QJsonValue value = QJsonDocument::fromJson(QByteArray("[") + json + "]").array().at(0);
-  return cli::InputValues::fromJson(value, port, QString());
+  return playout::InputValues::fromJson(value, port, QString());
 }
 
-tl::expected<runtime::Value, cli::LoadFailure> readText(PortType type, const char* text) {
+tl::expected<runtime::Value, playout::ValueFailure> readText(PortType type, const char* text) {
   runtime::PortAttributes port;
   port.key = QStringLiteral("Key");
   port.type = type;
@@ -30,7 +30,7 @@ tl::expected<runtime::Value, cli::LoadFailure> readText(PortType type, const cha
     port.menu = QStringList{QStringLiteral("Replace"), QStringLiteral("2"), QStringLiteral("Over")};
     port.maximum = 2;
   }
-  return cli::InputValues::fromText(QString::fromLatin1(text), port, QString());
+  return playout::InputValues::fromText(QString::fromLatin1(text), port, QString());
 }
 
 TEST(InputValues, TakeWhatTheirPortsTake) {
@@ -65,7 +65,7 @@ TEST(InputValues, TextsStandForValues) {
   for (const auto& [type, text] : wrong) {
     const auto value = readText(type, text);
     ASSERT_FALSE(value) << text;
-    EXPECT_EQ(value.error().status, cli::ExitStatus::Usage) << text;
+    EXPECT_EQ(value.error().kind, playout::ValueFailure::Kind::Wrong) << text;
   }
 }
 
@@ -87,11 +87,11 @@ TEST(InputValues, RefuseWhatTheirPortsDoNotTake) {
   for (const auto& [type, json] : cases) {
     const auto value = read(type, json);
     ASSERT_FALSE(value) << json;
-    EXPECT_EQ(value.error().status, cli::ExitStatus::Usage) << json;
+    EXPECT_EQ(value.error().kind, playout::ValueFailure::Kind::Wrong) << json;
     EXPECT_TRUE(value.error().error.message.contains(QStringLiteral("'Key' takes"))) << json;
   }
-  EXPECT_EQ(read(PortType::Image, "\"not-there.png\"").error().status,
-            cli::ExitStatus::InputUnreadable);
+  EXPECT_EQ(read(PortType::Image, "\"not-there.png\"").error().kind,
+            playout::ValueFailure::Kind::Unreadable);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "cli/ValueJson.h"
+#include "playout/ValueJson.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -6,7 +6,7 @@
 
 #include "runtime/StructureMember.h"
 
-namespace cli {
+namespace playout {
 
 using runtime::PortType;
 using runtime::Value;
@@ -58,4 +58,4 @@ QString ValueJson::colorText(const foundation::Color& color) {
       QStringLiteral("%1").arg(c.alpha(), 2, 16, QLatin1Char('0')).toUpper());
 }
 
-}  // namespace cli
+}  // namespace playout

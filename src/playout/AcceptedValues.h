@@ -2,7 +2,7 @@
 
 #include "runtime/CompositionRenderer.h"
 
-namespace cli {
+namespace playout {
 
 /// What an input takes from outside: the one statement that both the reading of values and the
 /// JSON Schema follow, so that they cannot disagree.
@@ -31,4 +31,4 @@ class AcceptedValues {
   std::optional<double> m_highest;
 };
 
-}  // namespace cli
+}  // namespace playout

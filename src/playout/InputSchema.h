@@ -2,7 +2,7 @@
 
 #include "runtime/CompositionRenderer.h"
 
-namespace cli {
+namespace playout {
 
 /// The published inputs of a composition as a JSON Schema (draft 2020-12) of its values files: what
 /// it lets pass is what `tessary render --values` takes, apart from pictures that cannot be read.
@@ -17,4 +17,4 @@ class InputSchema {
   std::vector<runtime::PortAttributes> m_inputs;
 };
 
-}  // namespace cli
+}  // namespace playout

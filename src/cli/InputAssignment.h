@@ -1,0 +1,27 @@
+#pragma once
+
+#include "cli/LoadFailure.h"
+#include "playout/InputValues.h"
+
+namespace cli {
+
+/// Sets published inputs as the command line says. A wrong key or a value that its input does not
+/// take is wrong usage; a file that cannot be read is unreadable.
+class InputAssignment {
+ public:
+  using Done = tl::expected<void, LoadFailure>;
+
+  /// "KEY=VALUE". Relative picture names start at the current folder.
+  [[nodiscard]] static Done assign(const QString& assignment,
+                                   runtime::CompositionRenderer& renderer);
+  /// A JSON file with one object; relative picture names start at its folder.
+  [[nodiscard]] static Done assignFile(const QString& path, runtime::CompositionRenderer& renderer);
+  /// What the assignment says, without setting it; `option` is what a wrong one is blamed on.
+  [[nodiscard]] static tl::expected<playout::InputValue, LoadFailure> read(
+      const QString& assignment, const runtime::CompositionRenderer& renderer,
+      const QString& option);
+  /// The failure as this program tells it.
+  [[nodiscard]] static LoadFailure told(const playout::ValueFailure& failure);
+};
+
+}  // namespace cli

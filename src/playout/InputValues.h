@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QJsonObject>
+
+#include "playout/ValueFailure.h"
+#include "runtime/CompositionRenderer.h"
+
+namespace playout {
+
+/// A value that its input takes.
+struct InputValue {
+  QString key;
+  runtime::Value value;
+};
+
+/// Reads values for published inputs from texts and JSON, as a playout system sends them.
+class InputValues {
+ public:
+  /// A value for the port: numbers within its limits, true or false, titles or numbers of menu
+  /// items, "#RRGGBB" and "#RRGGBBAA" colours, names of picture files, lists and objects for
+  /// structures. Relative names of files start at the folder. InputSchema says the same.
+  [[nodiscard]] static tl::expected<runtime::Value, ValueFailure> fromJson(
+      const QJsonValue& json, const runtime::PortAttributes& port, const QString& folder);
+  /// The same from a text: numbers in digits, also "on", "off", "yes", "no", "1" and "0" for true
+  /// and false, structures as JSON.
+  [[nodiscard]] static tl::expected<runtime::Value, ValueFailure> fromText(
+      const QString& text, const runtime::PortAttributes& port, const QString& folder);
+  /// The input of the key; fails with the names of those that there are.
+  [[nodiscard]] static tl::expected<runtime::PortAttributes, ValueFailure> inputNamed(
+      const QString& key, const runtime::CompositionRenderer& renderer);
+  /// A value for each key of the object, all or none.
+  [[nodiscard]] static tl::expected<std::vector<InputValue>, ValueFailure> fromObject(
+      const QJsonObject& object, const runtime::CompositionRenderer& renderer,
+      const QString& folder);
+  /// A JSON file with one object.
+  [[nodiscard]] static tl::expected<QJsonObject, ValueFailure> objectFromFile(const QString& path);
+};
+
+}  // namespace playout
