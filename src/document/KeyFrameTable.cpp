@@ -3,8 +3,8 @@
 #include <charconv>
 #include <cmath>
 
-#include "document/SpreadsheetText.h"
 #include "foundation/PropertyList.h"
+#include "foundation/SeparatedText.h"
 #include "model/AttributeWords.h"
 #include "model/Composition.h"
 
@@ -79,7 +79,7 @@ QString KeyFrameTable::toText() const {
       lines.append({track.component, track.attribute, track.key,
                     model::AttributeWords::typeWord(track.type), timeText(time),
                     value.description()});
-  return SpreadsheetText::write(lines);
+  return foundation::SeparatedText::write(lines);
 }
 
 bool KeyFrameTable::isTable(const QString& text) {
@@ -90,7 +90,7 @@ bool KeyFrameTable::isTable(const QString& text) {
 
 Result<KeyFrameTable> KeyFrameTable::fromText(const QString& text) {
   if (!isTable(text)) return failure(tr("The text holds no key frames."));
-  const QList<QStringList> lines = SpreadsheetText::read(text);
+  const QList<QStringList> lines = foundation::SeparatedText::read(text).lines;
   if (lines.size() > mostKeyFrames) return failure(tr("These are too many key frames."));
   KeyFrameTable table;
   for (qsizetype i = 1; i < lines.size(); ++i) {

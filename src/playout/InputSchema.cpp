@@ -3,9 +3,9 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSet>
 
 #include "playout/AcceptedValues.h"
+#include "playout/InputValues.h"
 #include "playout/ValueJson.h"
 
 namespace playout {
@@ -104,13 +104,8 @@ QString indented(const QJsonObject& object, const QString& indent) {
 
 InputSchema::InputSchema(QString title, const runtime::CompositionRenderer& renderer)
     : m_title(std::move(title)) {
-  QSet<QString> seen;
-  for (const QString& key : renderer.inputKeys()) {
-    const auto port = renderer.inputAttributes(key);
-    if (!AcceptedValues::canBeGiven(port->type) || seen.contains(key)) continue;
-    seen.insert(key);
-    m_inputs.push_back(*port);
-  }
+  for (const PortAttributes& port : InputValues::inputsOf(renderer))
+    if (AcceptedValues::canBeGiven(port.type)) m_inputs.push_back(port);
 }
 
 // The outer object is put together as text because Qt's JSON objects sort their keys.

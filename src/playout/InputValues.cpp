@@ -116,33 +116,6 @@ Read structureFrom(const QJsonValue& json, const runtime::PortAttributes& port) 
   return structure(json);
 }
 
-/// The JSON value that a text from the command line stands for. What is none for the port stays a
-/// text, which the port then refuses.
-QJsonValue jsonFromText(const QString& text, const runtime::PortAttributes& port) {
-  bool isNumber = false;
-  const double number = text.toDouble(&isNumber);
-  switch (port.type) {
-    case PortType::Index:
-      if (port.menu.contains(text)) return text;
-      [[fallthrough]];
-    case PortType::Number:
-      return isNumber && std::isfinite(number) ? QJsonValue(number) : QJsonValue(text);
-    case PortType::Boolean:
-      for (const char* yes : {"1", "true", "yes", "on"})
-        if (text.compare(QLatin1String(yes), Qt::CaseInsensitive) == 0) return true;
-      for (const char* no : {"0", "false", "no", "off"})
-        if (text.compare(QLatin1String(no), Qt::CaseInsensitive) == 0) return false;
-      return text;
-    case PortType::Structure: {
-      const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8());
-      if (document.isArray()) return document.array();
-      return document.isObject() ? QJsonValue(document.object()) : QJsonValue(text);
-    }
-    default:
-      return text;
-  }
-}
-
 }  // namespace
 
 tl::expected<Value, ValueFailure> InputValues::fromJson(const QJsonValue& json,
@@ -173,10 +146,45 @@ tl::expected<Value, ValueFailure> InputValues::fromJson(const QJsonValue& json,
   return ValueFailure::wrong(QStringLiteral("'%1' takes no value from here").arg(port.key));
 }
 
+QJsonValue InputValues::jsonFromText(const QString& text, const runtime::PortAttributes& port) {
+  bool isNumber = false;
+  const double number = text.toDouble(&isNumber);
+  switch (port.type) {
+    case PortType::Index:
+      if (port.menu.contains(text)) return text;
+      [[fallthrough]];
+    case PortType::Number:
+      return isNumber && std::isfinite(number) ? QJsonValue(number) : QJsonValue(text);
+    case PortType::Boolean:
+      for (const char* yes : {"1", "true", "yes", "on"})
+        if (text.compare(QLatin1String(yes), Qt::CaseInsensitive) == 0) return true;
+      for (const char* no : {"0", "false", "no", "off"})
+        if (text.compare(QLatin1String(no), Qt::CaseInsensitive) == 0) return false;
+      return text;
+    case PortType::Structure: {
+      const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8());
+      if (document.isArray()) return document.array();
+      return document.isObject() ? QJsonValue(document.object()) : QJsonValue(text);
+    }
+    default:
+      return text;
+  }
+}
+
 tl::expected<Value, ValueFailure> InputValues::fromText(const QString& text,
                                                         const runtime::PortAttributes& port,
                                                         const QString& folder) {
   return fromJson(jsonFromText(text, port), port, folder);
+}
+
+std::vector<runtime::PortAttributes> InputValues::inputsOf(
+    const runtime::CompositionRenderer& renderer) {
+  std::vector<runtime::PortAttributes> inputs;
+  QStringList keys = renderer.inputKeys();
+  keys.removeDuplicates();
+  for (const QString& key : std::as_const(keys))
+    if (const auto input = renderer.inputAttributes(key)) inputs.push_back(*input);
+  return inputs;
 }
 
 tl::expected<runtime::PortAttributes, ValueFailure> InputValues::inputNamed(

@@ -25,6 +25,13 @@ class InputValues {
   /// and false, structures as JSON.
   [[nodiscard]] static tl::expected<runtime::Value, ValueFailure> fromText(
       const QString& text, const runtime::PortAttributes& port, const QString& folder);
+  /// The JSON value that the text stands for at the port; the text itself where it is none that the
+  /// port takes.
+  [[nodiscard]] static QJsonValue jsonFromText(const QString& text,
+                                               const runtime::PortAttributes& port);
+  /// All published inputs, in the order of the file; one that shares its key only once.
+  [[nodiscard]] static std::vector<runtime::PortAttributes> inputsOf(
+      const runtime::CompositionRenderer& renderer);
   /// The input of the key; fails with the names of those that there are.
   [[nodiscard]] static tl::expected<runtime::PortAttributes, ValueFailure> inputNamed(
       const QString& key, const runtime::CompositionRenderer& renderer);

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include "DocumentFixture.h"
-#include "document/SpreadsheetText.h"
 #include "model/AttributeWords.h"
 
 namespace document {
@@ -160,16 +159,6 @@ TEST_F(KeyFrameClipboardTest, TextsFromSpreadsheetsAreReadOrSayWhatIsWrong) {
   QMimeData damaged;
   damaged.setData(KeyFrameClipboard::type(), QByteArray("bplist00 no"));
   EXPECT_FALSE(clipboard.paste(damaged));
-}
-
-TEST(SpreadsheetTextTest, AnyCellsComeBack) {
-  const QList<QStringList> lines{{QStringLiteral("plain"), QString(), QStringLiteral("tab\there")},
-                                 {QStringLiteral("two\nlines"), QStringLiteral("\"quoted\""),
-                                  QStringLiteral("it's 5\" wide")}};
-  EXPECT_EQ(SpreadsheetText::read(SpreadsheetText::write(lines)), lines);
-  EXPECT_EQ(
-      SpreadsheetText::read(QStringLiteral("a\tb\r\nc")),
-      QList<QStringList>({{QStringLiteral("a"), QStringLiteral("b")}, {QStringLiteral("c")}}));
 }
 
 TEST(AttributeWordsTest, ValuesAreReadAsTheyAreWritten) {
