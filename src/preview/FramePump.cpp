@@ -36,6 +36,7 @@ class FramePump::Run {
     m_list = std::move(list);
     if (isNew) draw(time);
     tellState();
+    tellOutputs();
     const std::lock_guard lock(m_pump.m_mutex);
     m_pump.m_meter.frameMade(begin, Clock::now(), isNew);
     return true;
@@ -61,11 +62,22 @@ class FramePump::Run {
     if (m_pump.m_hooks.stateChanged) m_pump.m_hooks.stateChanged(state);
   }
 
+  void tellOutputs() {
+    if (!m_pump.m_hooks.outputsReady) return;
+    std::vector<runtime::Value> values;
+    for (const QString& key : m_outputKeys) values.push_back(m_renderer.valueForOutputKey(key));
+    if (values == m_outputs) return;
+    m_outputs = values;
+    m_pump.publish({m_number, std::move(values)});
+  }
+
   FramePump& m_pump;
   int m_number;
   CompositionRenderer m_renderer;
   std::optional<runtime::DrawList> m_list;
   std::optional<State> m_state;
+  const QStringList m_outputKeys = m_renderer.outputKeys();
+  std::optional<std::vector<runtime::Value>> m_outputs;
 };
 
 FramePump::FramePump(PreviewProgram program, Hooks hooks, std::chrono::milliseconds mostTime)
@@ -114,6 +126,11 @@ void FramePump::setInput(const QString& key, const runtime::Value& value) {
 std::shared_ptr<const Picture> FramePump::takePicture() {
   const std::lock_guard lock(m_mutex);
   return std::exchange(m_picture, nullptr);
+}
+
+std::optional<FramePump::Outputs> FramePump::takeOutputs() {
+  const std::lock_guard lock(m_mutex);
+  return std::exchange(m_outputs, std::nullopt);
 }
 
 FrameMeter::Reading FramePump::reading() const {
@@ -194,6 +211,14 @@ void FramePump::publish(std::shared_ptr<const Picture> picture) {
     replaced = std::exchange(m_picture, std::move(picture));
   }
   if (tells && m_hooks.pictureReady) m_hooks.pictureReady();
+}
+
+void FramePump::publish(Outputs outputs) {
+  {
+    const std::lock_guard lock(m_mutex);
+    if (std::exchange(m_outputs, std::move(outputs))) return;
+  }
+  m_hooks.outputsReady();
 }
 
 }  // namespace preview

@@ -24,11 +24,18 @@ class FramePump {
     bool isWaiting = false;  ///< for its trigger
     friend bool operator==(const State&, const State&) = default;
   };
+  /// What the published outputs hold, as of one frame.
+  struct Outputs {
+    int run = 0;
+    std::vector<runtime::Value> values = {};  ///< in the order of the program's keys
+  };
   /// Called on the thread, which waits for them: pass it on and return.
   struct Hooks {
     std::function<void()> pictureReady = {};  ///< once until it was taken
     /// After the first frame of a run, and after every frame in which something is different.
     std::function<void(const State&)> stateChanged = {};
+    /// Published outputs differ from those before; once until they were taken.
+    std::function<void()> outputsReady = {};
     /// Playing ended because frames take too long; restart() tries again.
     std::function<void(int run)> stalled = {};
   };
@@ -51,6 +58,8 @@ class FramePump {
   void setInput(const QString& key, const runtime::Value& value);
   /// The latest; none when it was taken already.
   [[nodiscard]] std::shared_ptr<const Picture> takePicture();
+  /// The latest; nothing when they were taken already.
+  [[nodiscard]] std::optional<Outputs> takeOutputs();
   [[nodiscard]] FrameMeter::Reading reading() const;
 
  private:
@@ -67,6 +76,7 @@ class FramePump {
   void applyInputs(runtime::CompositionRenderer& renderer);
   [[nodiscard]] std::shared_ptr<const runtime::Interruption> beginFrame(int run);
   void publish(std::shared_ptr<const Picture> picture);
+  void publish(Outputs outputs);
 
   const PreviewProgram m_program;
   const Hooks m_hooks;
@@ -77,6 +87,7 @@ class FramePump {
   std::deque<Input> m_pending;
   std::vector<Input> m_inputs;  ///< as set by the host, for the next run
   std::shared_ptr<const Picture> m_picture;
+  std::optional<Outputs> m_outputs;
   std::shared_ptr<runtime::Interruption> m_running;
   FrameMeter m_meter;
   int m_run = 1;

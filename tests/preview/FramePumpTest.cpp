@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <QElapsedTimer>
+#include <QTest>
 
 #include "support/GraphBuilder.h"
 
@@ -28,6 +29,7 @@ class FramePumpTest : public testing::Test {
                              [this](const FramePump::State& state) {
                                change([this, state] { states.push_back(state); });
                              },
+                         .outputsReady = [this] { change([this] { ++outputs; }); },
                          .stalled = [this](int run) { change([this, run] { stalledRun = run; }); }},
         mostTime);
   }
@@ -44,6 +46,7 @@ class FramePumpTest : public testing::Test {
   std::mutex mutex;
   std::condition_variable changed;
   int pictures = 0;
+  int outputs = 0;
   int stalledRun = 0;
   std::vector<FramePump::State> states;
   std::unique_ptr<FramePump> pump;
@@ -86,6 +89,30 @@ TEST_F(FramePumpTest, EachStateOfASwitchLastsAFrame) {
   ASSERT_TRUE(waitFor([this] { return states.size() == 3; }));
   EXPECT_TRUE(states[1].isActive);
   EXPECT_FALSE(states[2].isActive);
+}
+
+TEST_F(FramePumpTest, OutputsAreToldOnceUntilTheyAreTakenAndThenAsTheyAre) {
+  GraphBuilder graph;
+  const QString node = graph.node(QStringLiteral("QCSplitter"),
+                                  {{QStringLiteral("portClass"), QStringLiteral("QCNumberPort")}});
+  graph.publishInput(node, QStringLiteral("input"), QStringLiteral("in"));
+  graph.publishOutput(node, QStringLiteral("output"), QStringLiteral("score"));
+  play(graph);
+  ASSERT_TRUE(waitFor([this] { return outputs == 1; }));
+  pump->setInput(QStringLiteral("in"), 3.0);
+  std::this_thread::sleep_for(milliseconds(100));
+  EXPECT_EQ(outputs, 1);
+  const auto taken = pump->takeOutputs();
+  ASSERT_TRUE(taken && taken->values.size() == 1);
+  EXPECT_EQ(taken->values[0].toNumber(), 3);
+  EXPECT_FALSE(pump->takeOutputs());
+  pump->setInput(QStringLiteral("in"), 4.0);
+  ASSERT_TRUE(waitFor([this] { return outputs == 2; }));
+  pump->restart();
+  ASSERT_TRUE(QTest::qWaitFor([this] {
+    const auto now = pump->takeOutputs();
+    return now && now->run == 2 && now->values[0].toNumber() == 4;
+  }));
 }
 
 TEST_F(FramePumpTest, RestartingBeginsAtZeroWithTheInputsButNotTheTrigger) {
