@@ -9,10 +9,10 @@
 
 #include "app/TYWindowController.h"
 #include "canvas/CompositionView.h"
-#include "canvas/ZoomSteps.h"
 #include "widgets/TYSegmentedControl.h"
 #include "widgets/TYStyleKit.h"
 #include "widgets/TokenLabel.h"
+#include "widgets/ZoomSteps.h"
 
 namespace app {
 
@@ -158,8 +158,8 @@ void MainToolbar::addAlignment(QHBoxLayout& row) {
 void MainToolbar::addZoom(QHBoxLayout& row) {
   m_zoom = new QComboBox;
   m_zoom->setAccessibleName(tr("Workbench Size"));
-  m_zoom->addItem(tr("Fit"), canvas::ZoomSteps::fit);
-  for (const qint32 mode : canvas::ZoomSteps::menuModes())
+  m_zoom->addItem(tr("Fit"), widgets::ZoomSteps::fit);
+  for (const qint32 mode : widgets::ZoomSteps::menuModes())
     m_zoom->addItem(QStringLiteral("%1 %").arg(mode), mode);
   m_zoom->setMinimumWidth(96);
   connect(m_zoom, &QComboBox::activated, this, [this](int index) {
@@ -174,7 +174,7 @@ void MainToolbar::addZoom(QHBoxLayout& row) {
 void MainToolbar::showZoomMode(qint32 zoomMode) {
   const QSignalBlocker blocker(m_zoom);
   int index = m_zoom->findData(zoomMode);
-  const int menuItems = static_cast<int>(canvas::ZoomSteps::menuModes().size()) + 1;
+  const int menuItems = static_cast<int>(widgets::ZoomSteps::menuModes().size()) + 1;
   if (index < 0) {  // a step of the wheel, which the menu does not offer
     if (m_zoom->count() > menuItems) m_zoom->removeItem(menuItems);
     m_zoom->addItem(QStringLiteral("%1 %").arg(zoomMode), zoomMode);

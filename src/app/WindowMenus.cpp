@@ -7,10 +7,10 @@
 #include "app/PanelFocus.h"
 #include "app/ProgramServices.h"
 #include "canvas/CompositionView.h"
-#include "canvas/ZoomSteps.h"
 #include "document/DocumentCommands.h"
 #include "inspector/ValueTransformers.h"
 #include "timeline/TimelinePanel.h"
+#include "widgets/ZoomSteps.h"
 
 namespace app {
 
@@ -135,8 +135,8 @@ void MenuMaker::addZoom() {
        .shortcuts = {QKeySequence::ZoomOut},
        .run = [&window] { window.view().zoomOut(); },
        .canRun = hasComposition()});
-  QList<qint32> modes = canvas::ZoomSteps::menuModes();
-  modes.prepend(canvas::ZoomSteps::fit);
+  QList<qint32> modes = widgets::ZoomSteps::menuModes();
+  modes.prepend(widgets::ZoomSteps::fit);
   for (const qint32 mode : modes)
     add({.identifier = QStringLiteral("zoom %1").arg(mode),
          .text = mode == 0 ? tr("&Fit") : QStringLiteral("%1 %").arg(mode),

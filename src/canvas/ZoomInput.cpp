@@ -6,8 +6,8 @@
 
 #include "canvas/CompositionView.h"
 #include "canvas/TYZoomScrollView.h"
-#include "canvas/ZoomSteps.h"
 #include "model/Composition.h"
+#include "widgets/ZoomSteps.h"
 
 namespace canvas {
 
@@ -24,8 +24,8 @@ void ZoomInput::zoomTo(qint32 zoomMode, const QPointF& viewPoint) {
 }
 
 void ZoomInput::step(int steps, const QPointF& viewPoint) {
-  for (; steps > 0; --steps) zoomTo(ZoomSteps::above(m_view.zoomFactor()), viewPoint);
-  for (; steps < 0; ++steps) zoomTo(ZoomSteps::below(m_view.zoomFactor()), viewPoint);
+  for (; steps > 0; --steps) zoomTo(widgets::ZoomSteps::above(m_view.zoomFactor()), viewPoint);
+  for (; steps < 0; ++steps) zoomTo(widgets::ZoomSteps::below(m_view.zoomFactor()), viewPoint);
 }
 
 void ZoomInput::turnWheel(const QWheelEvent& event) {
@@ -37,14 +37,15 @@ void ZoomInput::turnWheel(const QWheelEvent& event) {
 
 void ZoomInput::pinch(const QNativeGestureEvent& event) {
   if (event.gestureType() == Qt::ZoomNativeGesture)
-    zoomTo(ZoomSteps::nearest(m_view.zoomFactor() * (1 + event.value())), event.position());
+    zoomTo(widgets::ZoomSteps::nearest(m_view.zoomFactor() * (1 + event.value())),
+           event.position());
 }
 
 bool ZoomInput::pinch(QGestureEvent& event) {
   const auto* gesture = static_cast<const QPinchGesture*>(event.gesture(Qt::PinchGesture));
   if (!gesture) return false;
   if (gesture->changeFlags().testFlag(QPinchGesture::ScaleFactorChanged))
-    zoomTo(ZoomSteps::nearest(m_view.zoomFactor() * gesture->scaleFactor()),
+    zoomTo(widgets::ZoomSteps::nearest(m_view.zoomFactor() * gesture->scaleFactor()),
            m_view.mapFromGlobal(gesture->centerPoint()));
   return true;
 }

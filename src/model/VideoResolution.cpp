@@ -115,6 +115,7 @@ double VideoResolution::framesPerSecond() const {
 void VideoResolution::take(const VideoMode& mode, const QString& title) {
   m_title = title;
   m_frameRate = mode.frameRate;
+  m_isInterlaced = mode.scan == 1;
   m_width = mode.width;
   m_height = mode.height;
 }

@@ -29,6 +29,8 @@ class VideoResolution {
   [[nodiscard]] FrameRateCode frameRate() const { return m_frameRate; }
   /// Frames per second; 0 when unknown.
   [[nodiscard]] double framesPerSecond() const;
+  /// Whether a frame is two fields, of its even and its odd lines.
+  [[nodiscard]] bool isInterlaced() const { return m_isInterlaced; }
   /// How its frames are counted.
   [[nodiscard]] foundation::TimecodeRate timecodeRate() const {
     return model::timecodeRate(m_frameRate);
@@ -45,6 +47,7 @@ class VideoResolution {
 
   QString m_title;
   FrameRateCode m_frameRate = FrameRateCode::Unknown;
+  bool m_isInterlaced = false;
   qint32 m_width = 0;
   qint32 m_height = 0;
 };

@@ -3,7 +3,6 @@
 #include "canvas/CanvasGeometry.h"
 #include "canvas/PictureTarget.h"
 #include "canvas/RulerScale.h"
-#include "canvas/ZoomSteps.h"
 
 namespace canvas {
 
@@ -60,17 +59,6 @@ TEST(CanvasGeometry, DevicePixelsOfAPartOfTheView) {
   const auto part = PictureTarget::of(geometry, {300, 150, 200, 100}, 1);
   EXPECT_EQ(part.pixels, QSize(200, 100));
   EXPECT_EQ(part.picture, QRect(-200, -50, 960, 540));
-}
-
-TEST(ZoomSteps, StepsLieOnBothSidesOfAnyFactor) {
-  EXPECT_EQ(ZoomSteps::above(0.55), 75);
-  EXPECT_EQ(ZoomSteps::below(0.55), 50);
-  EXPECT_EQ(ZoomSteps::above(1.0), 150);
-  EXPECT_EQ(ZoomSteps::below(1.0), 75);
-  EXPECT_EQ(ZoomSteps::above(9), 800);
-  EXPECT_EQ(ZoomSteps::below(0.01), 10);
-  EXPECT_EQ(ZoomSteps::nearest(0.553), 55);
-  EXPECT_EQ(ZoomSteps::nearest(100), 800);
 }
 
 TEST(RulerScale, UnitsFollowTheZoomMode) {

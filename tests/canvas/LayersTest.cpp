@@ -39,18 +39,6 @@ TEST(ChessBoard, RowsFollowFromTheWidthAndColumnsFromTheMiddle) {
   EXPECT_TRUE(ChessBoard(0, 0).image().isNull());
 }
 
-TEST(SafeAreas, FramesLieOnPixelsCentresAtAnyDensity) {
-  EXPECT_EQ(SafeAreasLayer::niceDrawingRectFromRect({1.2, 2.8, 10, 10}, 1),
-            QRectF(1.5, 2.5, 11, 11));
-  EXPECT_EQ(SafeAreasLayer::niceDrawingRectFromRect({1.2, 2.8, 10, 10}, 2),
-            QRectF(1.25, 2.75, 10.5, 10.5));
-  const CanvasGeometry geometry({1000, 1000}, {1000, 1000}, 1);
-  EXPECT_NEAR(SafeAreasLayer::outerArea(geometry).left(), 17.5, 1e-4);
-  EXPECT_NEAR(SafeAreasLayer::outerArea(geometry).height(), 965, 1e-4);
-  EXPECT_NEAR(SafeAreasLayer::innerArea(geometry).left(), 50, 1e-4);
-  EXPECT_NEAR(SafeAreasLayer::innerArea(geometry).top(), 25, 1e-4);
-}
-
 TEST(RulerPainter, TicksStandAtTheirReadings) {
   RulerPainter ruler;
   ruler.unit = RulerUnit::forZoomMode(100, 1);

@@ -59,6 +59,8 @@ TEST(VideoResolution, TheTableKnowsEveryFormatByItsName) {
   EXPECT_EQ(groups.size(), 4);
   EXPECT_EQ(groups.removeDuplicates(), 0);
   EXPECT_EQ(VideoResolution(QStringLiteral("HD 1080i25")).width(), 1920);
+  EXPECT_TRUE(VideoResolution(QStringLiteral("HD 1080i25")).isInterlaced());
+  EXPECT_FALSE(VideoResolution(QStringLiteral("HD 1080p50")).isInterlaced());
 }
 
 TEST(VideoResolution, TheDefaultComesFromTheUsersSettings) {

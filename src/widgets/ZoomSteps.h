@@ -2,9 +2,9 @@
 
 #include <QList>
 
-namespace canvas {
+namespace widgets {
 
-/// The zoom modes that the canvas offers, in percent; 0 fits the picture into the window.
+/// The zoom modes that pictures are shown in, in percent; 0 fits the picture into the window.
 class ZoomSteps {
  public:
   static constexpr qint32 fit = 0;
@@ -17,4 +17,4 @@ class ZoomSteps {
   [[nodiscard]] static qint32 nearest(double zoomFactor);
 };
 
-}  // namespace canvas
+}  // namespace widgets

@@ -1,10 +1,10 @@
-#include "canvas/ZoomSteps.h"
+#include "widgets/ZoomSteps.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 
-namespace canvas {
+namespace widgets {
 
 namespace {
 
@@ -33,4 +33,4 @@ qint32 ZoomSteps::nearest(double zoomFactor) {
   return static_cast<qint32>(std::clamp<double>(percent, steps.front(), steps.back()));
 }
 
-}  // namespace canvas
+}  // namespace widgets
