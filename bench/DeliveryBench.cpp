@@ -14,9 +14,9 @@
 #include <cstdio>
 #include <thread>
 
-#include "cli/PictureWriter.h"
-#include "cli/RawWriter.h"
-#include "cli/RenderPipeline.h"
+#include "render/PictureWriter.h"
+#include "render/RawWriter.h"
+#include "render/RenderPipeline.h"
 #include "runtime/draw/RasterBackend.h"
 
 namespace {
@@ -99,8 +99,8 @@ double intoPipe(int frames, const std::function<void(int)>& work) {
   return result;
 }
 
-void throughPipeline(cli::FrameWriter& writer, int frames, int threads) {
-  cli::RenderPipeline pipeline(writer, size, threads);
+void throughPipeline(render::FrameWriter& writer, int frames, int threads) {
+  render::RenderPipeline pipeline(writer, size, threads);
   for (int i = 0; i < frames; ++i) pipeline.add({.list = frame(i), .number = i});
   if (!pipeline.finish()) std::puts("failed");
 }
@@ -149,15 +149,15 @@ int main(int argc, char** argv) {
   constexpr int many = 600;
   const QImage still = picture(20);
   const double pipeAlone = intoPipe(many, [&](int end) {
-    cli::RawWriter writer(cli::Alpha::Premultiplied, end);
+    render::RawWriter writer(render::Alpha::Premultiplied, end);
     for (int i = 0; i < many; ++i) (void)writer.deliver(still, {}, i);
   });
   std::printf("pipe alone                  %7.0f frames/s  (%.2f GB/s)\n", pipeAlone,
               pipeAlone * frameBytes / 1e9);
-  for (const auto& [name, alpha] : {std::pair{"straight", cli::Alpha::Straight},
-                                    std::pair{"premultiplied", cli::Alpha::Premultiplied}}) {
+  for (const auto& [name, alpha] : {std::pair{"straight", render::Alpha::Straight},
+                                    std::pair{"premultiplied", render::Alpha::Premultiplied}}) {
     const double raw = intoPipe(many, [&, a = alpha](int end) {
-      cli::RawWriter writer(a, end);
+      render::RawWriter writer(a, end);
       throughPipeline(writer, many, 0);
     });
     std::printf("raw RGBA, %-13s     %7.0f frames/s  ratio %.2f\n", name, raw, raw / pipeAlone);
@@ -167,9 +167,9 @@ int main(int argc, char** argv) {
   QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/delivery"));
   const auto sequence = [&](int frames, int threads) {
     return rate(frames, [&] {
-      cli::PictureWriter writer({folder.filePath(QStringLiteral("f_")), QStringLiteral(".png"), 5,
-                                 QLatin1Char('0'), true},
-                                cli::PictureFormat::Png, cli::Alpha::Straight);
+      render::PictureWriter writer({folder.filePath(QStringLiteral("f_")), QStringLiteral(".png"),
+                                    5, QLatin1Char('0'), true},
+                                   render::PictureFormat::Png, render::Alpha::Straight);
       throughPipeline(writer, frames, threads);
     });
   };
@@ -178,8 +178,8 @@ int main(int argc, char** argv) {
               QThread::idealThreadCount());
   QImage rgba = still;
   const QRect band(0, 1080 - 232, 1920, 232);
-  cli::convertToRgba(rgba, cli::Alpha::Straight, band);
-  cli::PngEncoder encoder;
+  render::convertToRgba(rgba, render::Alpha::Straight, band);
+  render::PngEncoder encoder;
   qsizetype ours = 0;
   std::printf("encoding alone: ours        %7.0f frames/s", rate(100, [&] {
                 for (int i = 0; i < 100; ++i)

@@ -3,12 +3,11 @@
 #include <QFileInfo>
 
 #include "cli/CommandOptions.h"
-#include "cli/CompositionSummary.h"
 #include "cli/Console.h"
 #include "cli/DocumentReport.h"
 #include "cli/InfoReport.h"
 #include "cli/PatchesReport.h"
-#include "cli/PlayableInput.h"
+#include "cli/PlayableFile.h"
 #include "playout/InputSchema.h"
 
 namespace cli {
@@ -31,7 +30,7 @@ ExitStatus showComposition(const QString& path, bool asJson) {
   if (!composition) return fail(ExitStatus::InputUnreadable, composition.error());
   const auto compiled = runtime::CompiledComposition::compile(**composition, path);
   if (!compiled) return fail(ExitStatus::InputUnreadable, compiled.error());
-  return show(InfoReport(path, CompositionSummary::of(**composition),
+  return show(InfoReport(path, render::CompositionSummary::of(**composition),
                          runtime::CompositionRenderer(*compiled)),
               asJson);
 }
@@ -44,7 +43,7 @@ ExitStatus showDocument(const QString& path, bool asJson) {
 
 /// Of a document, what its export publishes.
 ExitStatus showSchema(const QString& path) {
-  const auto input = PlayableInput::load(path, false);
+  const auto input = PlayableFile::load(path, false);
   if (!input) return fail(input.error().status, input.error().error);
   Console::print(playout::InputSchema(QFileInfo(path).completeBaseName(), *input->renderer).json());
   return ExitStatus::Ok;

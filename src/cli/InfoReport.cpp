@@ -70,7 +70,7 @@ QString patchName(const runtime::PatchUse& use) {
 
 }  // namespace
 
-InfoReport::InfoReport(QString file, CompositionSummary summary,
+InfoReport::InfoReport(QString file, render::CompositionSummary summary,
                        const runtime::CompositionRenderer& renderer)
     : m_file(std::move(file)),
       m_summary(std::move(summary)),

@@ -31,6 +31,18 @@ tl::expected<InputValue, LoadFailure> InputAssignment::read(
       .map_error(told);
 }
 
+tl::expected<render::ValueSchedule, LoadFailure> InputAssignment::schedule(
+    const std::vector<RenderOptions::Update>& updates,
+    const runtime::CompositionRenderer& renderer) {
+  std::vector<render::ValueSchedule::Entry> entries;
+  for (const RenderOptions::Update& update : updates) {
+    auto input = read(update.assignment, renderer, QStringLiteral("--set-at"));
+    if (!input) return tl::unexpected(input.error());
+    entries.push_back({update.time, std::move(*input)});
+  }
+  return render::ValueSchedule(std::move(entries));
+}
+
 InputAssignment::Done InputAssignment::assign(const QString& assignment,
                                               runtime::CompositionRenderer& renderer) {
   const auto input = read(assignment, renderer, QStringLiteral("--set"));

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "cli/LoadFailure.h"
-#include "playout/InputValues.h"
+#include "cli/RenderOptions.h"
+#include "render/ValueSchedule.h"
 
 namespace cli {
 
@@ -20,6 +21,11 @@ class InputAssignment {
   [[nodiscard]] static tl::expected<playout::InputValue, LoadFailure> read(
       const QString& assignment, const runtime::CompositionRenderer& renderer,
       const QString& option);
+  /// Reads all values that are sent while playing at once, so that a wrong one is told before
+  /// anything is played.
+  [[nodiscard]] static tl::expected<render::ValueSchedule, LoadFailure> schedule(
+      const std::vector<RenderOptions::Update>& updates,
+      const runtime::CompositionRenderer& renderer);
   /// The failure as this program tells it.
   [[nodiscard]] static LoadFailure told(const playout::ValueFailure& failure);
 };

@@ -1,12 +1,12 @@
 #include "cli/RenderCommand.h"
 
 #include "cli/Console.h"
-#include "cli/FrameWriter.h"
 #include "cli/InputAssignment.h"
 #include "cli/Interruption.h"
-#include "cli/PlayableInput.h"
-#include "cli/RenderJob.h"
+#include "cli/PlayableFile.h"
+#include "cli/ProgressBar.h"
 #include "cli/RenderOptions.h"
+#include "render/RenderJob.h"
 
 namespace cli {
 
@@ -26,6 +26,20 @@ InputAssignment::Done setInputs(const RenderOptions& options,
   return {};
 }
 
+foundation::Result<void> runWatched(render::RenderJob& job, render::FrameWriter& writer) {
+  const qint64 total = job.frames().value_or(0);
+  const bool isShown = Console::errorIsTerminal() && job.frames().value_or(2) > 1;
+  std::optional<ProgressBar> progress;  // its clock starts with the first frame that is kept
+  qint64 written = 0;
+  const auto follow = [&](qint64 delivered) {
+    if (!progress) progress.emplace(QStringLiteral("rendering"), total, isShown);
+    progress->update(written = delivered);
+  };
+  auto done = job.run(writer, {.progress = follow, .isCancelled = Interruption::isRequested});
+  progress->finish(written);
+  return done;
+}
+
 }  // namespace
 
 ExitStatus RenderCommand::run(const QStringList& arguments) {
@@ -34,18 +48,18 @@ ExitStatus RenderCommand::run(const QStringList& arguments) {
   const auto options = RenderOptions::read(*syntax);
   if (!options) return fail(ExitStatus::Usage, options.error());
 
-  auto input = PlayableInput::load(options->input, options->background);
+  auto input = PlayableFile::load(options->input, options->background);
   if (!input) return fail(input.error().status, input.error().error);
   if (const auto ok = setInputs(*options, *input->renderer); !ok)
     return fail(ok.error().status, ok.error().error);
-  auto schedule = InputSchedule::read(options->updates, *input->renderer);
+  auto schedule = InputAssignment::schedule(options->updates, *input->renderer);
   if (!schedule) return fail(schedule.error().status, schedule.error().error);
-  RenderJob job(*options, *input, std::move(*schedule));
+  render::RenderJob job(*options, *input, std::move(*schedule));
   if (const auto ok = job.plan(); !ok) return fail(ExitStatus::Usage, ok.error());
-  auto writer = FrameWriter::forOutput(job.target());
+  auto writer = render::FrameWriter::forOutput(job.target());
   if (!writer) return fail(ExitStatus::OutputFailed, writer.error());
   const Interruption interruption;
-  if (const auto ok = job.run(**writer); !ok)
+  if (const auto ok = runWatched(job, **writer); !ok)
     return fail(Interruption::isRequested() ? ExitStatus::Interrupted : ExitStatus::OutputFailed,
                 ok.error());
 

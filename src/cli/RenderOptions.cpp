@@ -60,8 +60,8 @@ foundation::Result<void> readFormat(const CommandOptions& options, RenderOptions
     if (format.width() == 0)
       return failure(QStringLiteral("there is no video format '%1'").arg(name));
     r.size = QSize(format.width(), format.height());
-    r.rate = frameRate(format.frameRate());
-    r.isInterlaced = isInterlaced(format.title());
+    r.rate = render::frameRate(format.frameRate());
+    r.isInterlaced = render::isInterlaced(format.title());
   }
   if (options.isSet(QStringLiteral("size"))) {
     const auto size = RenderOptions::sizeFromText(options.text(QStringLiteral("size")));
@@ -69,7 +69,7 @@ foundation::Result<void> readFormat(const CommandOptions& options, RenderOptions
     r.size = *size;
   }
   if (options.isSet(QStringLiteral("fps"))) {
-    r.rate = FrameRate::fromText(options.text(QStringLiteral("fps")));
+    r.rate = render::FrameRate::fromText(options.text(QStringLiteral("fps")));
     if (!r.rate)
       return failure(QStringLiteral("--fps takes a rate such as 25, 29.97 or 60000/1001, not '%1'")
                          .arg(options.text(QStringLiteral("fps"))));
@@ -140,7 +140,7 @@ foundation::Result<void> readMovie(const CommandOptions& options, RenderOptions&
   if (!r.codec)
     return failure(QStringLiteral("--codec takes %1, not '%2'")
                        .arg(runtime::movie::codecNames().join(QStringLiteral(", ")), name));
-  const auto movie = FrameTarget{.output = r.output, .codec = r.codec}.movie();
+  const auto movie = render::FrameTarget{.output = r.output, .codec = r.codec}.movie();
   if (!movie) return failure(QStringLiteral("--codec is for movies: .mov, .mp4, .webm or .mkv"));
   return movie->check();
 }
@@ -160,19 +160,12 @@ foundation::Result<QSize> RenderOptions::sizeFromText(const QString& text) {
   return size;
 }
 
-bool RenderOptions::isDrawable(const QSize& size) {
-  constexpr int longestSide = 16384;
-  constexpr qint64 mostPixels = qint64(longestSide) * longestSide / 2;
-  return !size.isEmpty() && size.width() <= longestSide && size.height() <= longestSide &&
-         qint64(size.width()) * size.height() <= mostPixels;
-}
-
 foundation::Result<RenderOptions> RenderOptions::read(const CommandOptions& options) {
   RenderOptions r;
   r.input = options.positional(0);
   const QString output = options.text(QStringLiteral("output"));
   if (output.isEmpty()) return failure(QStringLiteral("-o OUT is missing"));
-  const auto name = OutputName::read(output);
+  const auto name = render::OutputName::read(output);
   if (!name) return tl::unexpected(name.error());
   r.output = *name;
   if (const auto ok = readFormat(options, r); !ok) return tl::unexpected(ok.error());
@@ -187,7 +180,8 @@ foundation::Result<RenderOptions> RenderOptions::read(const CommandOptions& opti
     if (alpha != QLatin1String("straight") && alpha != QLatin1String("premultiplied"))
       return failure(
           QStringLiteral("--alpha takes 'straight' or 'premultiplied', not '%1'").arg(alpha));
-    r.alpha = alpha == QLatin1String("straight") ? Alpha::Straight : Alpha::Premultiplied;
+    r.alpha =
+        alpha == QLatin1String("straight") ? render::Alpha::Straight : render::Alpha::Premultiplied;
   }
   if (options.isSet(QStringLiteral("threads"))) {
     bool ok = false;

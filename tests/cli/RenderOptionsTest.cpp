@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "cli/OutputName.h"
 #include "cli/ProgressBar.h"
 
 namespace {
@@ -11,22 +10,6 @@ foundation::Result<cli::RenderOptions> read(const QStringList& arguments) {
   const auto syntax = cli::RenderOptions::syntax();
   EXPECT_FALSE(syntax->parse(arguments, 1));
   return cli::RenderOptions::read(*syntax);
-}
-
-TEST(FrameRate, BroadcastRatesAreExactFractions) {
-  EXPECT_EQ(cli::FrameRate::fromText(QStringLiteral("29.97"))->numerator, 30000);
-  EXPECT_EQ(cli::FrameRate::fromText(QStringLiteral("29.97"))->denominator, 1001);
-  EXPECT_EQ(cli::FrameRate::fromText(QStringLiteral("60000/1001"))->denominator, 1001);
-  EXPECT_DOUBLE_EQ(cli::FrameRate::fromText(QStringLiteral("50"))->timeOf(90000 * 50), 90000.0);
-  for (const char* wrong : {"", "0", "-25", "abc", "25/0", "1001", "1/x", "nan"})
-    EXPECT_FALSE(cli::FrameRate::fromText(QString::fromLatin1(wrong))) << wrong;
-}
-
-TEST(FrameRate, DurationsCountWholeFrames) {
-  const cli::FrameRate rate{25, 1};
-  EXPECT_EQ(rate.framesIn(2.0), 50);
-  EXPECT_EQ(rate.framesIn(0.1 + 0.2), 8);  // 7.5 frames need an eighth
-  EXPECT_EQ(rate.framesIn(0.04 * 3), 3);   // not 4 for a rounding error
 }
 
 TEST(RenderOptions, ReadsTimesSizesAndTriggers) {
@@ -64,34 +47,6 @@ TEST(RenderOptions, WrongValuesAreNamed) {
     EXPECT_TRUE(r.error().message.contains(QString::fromLatin1(part)))
         << r.error().message.toStdString();
   }
-}
-
-TEST(OutputName, NamesFollowThePattern) {
-  const auto read = [](const char* text) { return cli::OutputName::read(QString::fromUtf8(text)); };
-  EXPECT_TRUE(read("-")->isStream);
-  EXPECT_TRUE(read("a.png")->isSinglePicture());
-  EXPECT_TRUE(read("100%.JPEG")->isSinglePicture());
-  EXPECT_EQ(read("100%.JPEG")->format, cli::PictureFormat::Jpeg);
-  EXPECT_EQ(read("%d/a.png")->name.of(7), QStringLiteral("%d/a.png"));
-  EXPECT_EQ(read("a_%05d.png")->name.of(42), QStringLiteral("a_00042.png"));
-  EXPECT_EQ(read("a_%4d.png")->name.of(42), QStringLiteral("a_  42.png"));
-}
-
-TEST(OutputName, FoldersHoldASequenceWhetherTheyAreThereOrNot) {
-  const auto there = cli::OutputName::read(QStringLiteral("/tmp"));
-  ASSERT_TRUE(there);
-  EXPECT_EQ(there->name.of(3), QStringLiteral("/tmp/frame_00003.png"));
-  const auto named = cli::OutputName::read(QStringLiteral("not/there/"));
-  ASSERT_TRUE(named);
-  EXPECT_FALSE(named->isSinglePicture());
-  EXPECT_TRUE(named->folder().endsWith(QLatin1String("/not/there")));
-}
-
-TEST(OutputName, PatternsAndFormatsThatCannotBeWritten) {
-  for (const char* wrong : {"a_%s.png", "a_%d_%d.png", "a_%123d.png", "a.gif", "a_%d.mov", "a"})
-    EXPECT_FALSE(cli::OutputName::read(QString::fromLatin1(wrong))) << wrong;
-  const auto other = cli::OutputName::read(QStringLiteral("a.gif"));
-  EXPECT_TRUE(other.error().message.contains(QLatin1String(".png, .jpg or .jpeg")));
 }
 
 TEST(ProgressBar, ShowsShareRateAndRest) {

@@ -3,13 +3,13 @@
 #include <QTemporaryDir>
 
 #include "cli/DocumentLoader.h"
-#include "cli/OutputName.h"
 #include "cli/RenderOptions.h"
 #include "cli/edit/EditCommands.h"
 #include "cli/edit/EditSession.h"
 #include "cli/edit/TimeText.h"
 #include "document/PosterFrame.h"
 #include "foundation/DurableFile.h"
+#include "render/OutputName.h"
 
 namespace cli {
 
@@ -39,14 +39,14 @@ tl::expected<QImage, LoadFailure> pictureOf(const OpenDocument& open, double tim
   return *picture;
 }
 
-QByteArray encoded(const QImage& picture, PictureFormat format) {
-  if (format == PictureFormat::Jpeg) return document::PosterFrame::jpeg(picture);
+QByteArray encoded(const QImage& picture, render::PictureFormat format) {
+  if (format == render::PictureFormat::Jpeg) return document::PosterFrame::jpeg(picture);
   QBuffer bytes;
   return QImageWriter(&bytes, "png").write(picture) ? bytes.data() : QByteArray();
 }
 
 EditCommand::Done run(EditCall& call) {
-  const auto name = OutputName::read(call.words[0]);
+  const auto name = render::OutputName::read(call.words[0]);
   if (!name) return misused(name.error().text());
   if (!name->isSinglePicture())
     return misused(QStringLiteral("a thumbnail is one .png or .jpg file"));

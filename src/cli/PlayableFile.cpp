@@ -1,0 +1,38 @@
+#include "cli/PlayableFile.h"
+
+#include <QTemporaryDir>
+
+#include "cli/DocumentLoader.h"
+
+namespace cli {
+
+namespace {
+
+using Loaded = tl::expected<render::PlayableInput, LoadFailure>;
+
+Loaded fromComposition(const QString& path) {
+  return render::PlayableInput::fromFile(path).map_error([](const foundation::Error& error) {
+    return LoadFailure{ExitStatus::InputUnreadable, error};
+  });
+}
+
+/// What goes on air is the export, so that is what is played.
+Loaded fromDocument(const QString& path, bool background) {
+  auto document = DocumentLoader::load(path);
+  if (!document) return tl::unexpected(document.error());
+  const QTemporaryDir folder;
+  const QString exported = folder.filePath(QStringLiteral("Composition.qtz"));
+  if (const auto done = document->exportTo(exported, background); !done)
+    return tl::unexpected(LoadFailure{ExitStatus::OutputFailed, done.error()});
+  Loaded input = fromComposition(exported);
+  if (input) input->describe(*document->document, background);
+  return input;
+}
+
+}  // namespace
+
+Loaded PlayableFile::load(const QString& path, bool background) {
+  return DocumentLoader::isDocument(path) ? fromDocument(path, background) : fromComposition(path);
+}
+
+}  // namespace cli
