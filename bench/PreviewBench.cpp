@@ -2,7 +2,10 @@
 // second, into a view: frames, drops, time a frame, processor time. A graphic that waits is
 // triggered, one that has ended begins anew.
 //
-//     bench_preview [SECONDS [FOLDER]]
+//     bench_preview [SECONDS [FOLDER [LOOK]]]
+//
+// LOOK is how it is looked at: own (with its background), chessboard, key, fill, or the path of a
+// movie that plays behind the graphic.
 
 #include <sys/resource.h>
 
@@ -13,6 +16,7 @@
 #include <cstdio>
 
 #include "document/CompositionDocument.h"
+#include "preview/BackdropLoader.h"
 #include "preview/FramePump.h"
 #include "preview/PreviewView.h"
 #include "widgets/TYStyleKit.h"
@@ -21,6 +25,7 @@ namespace {
 
 using preview::FrameMeter;
 using preview::FramePump;
+using preview::PictureOptions;
 
 constexpr QSize fullHd(1920, 1080);
 constexpr double framesPerSecond = 50;
@@ -40,13 +45,28 @@ long peakMegabytes() {
   return usage.ru_maxrss / 1024;
 }
 
+PictureOptions optionsNamed(const QString& look) {
+  using Backdrop = PictureOptions::Backdrop;
+  using Channel = PictureOptions::Channel;
+  if (look == QLatin1String("own")) return {};
+  if (look == QLatin1String("chessboard")) return {.backdrop = Backdrop::Chessboard};
+  if (look == QLatin1String("key")) return {.channel = Channel::Key};
+  if (look == QLatin1String("fill")) return {.channel = Channel::Fill};
+  return {.backdrop = Backdrop::Movie, .movie = look};
+}
+
 /// A view that is fed by a pump, and an operator who triggers what waits and plays again what
 /// ended.
 class Player : public QObject {
  public:
-  explicit Player(preview::PreviewProgram program) {
+  Player(preview::PreviewProgram program, const PictureOptions& options) {
     m_view.resize(fullHd);
     m_view.setPictureSize(program.size);
+    m_view.setOptions(options);
+    connect(&m_backdrop, &preview::BackdropLoader::pictureReady, &m_view,
+            &preview::PreviewView::setBackdrop);
+    if (options.backdrop == PictureOptions::Backdrop::Movie)
+      m_backdrop.load(preview::BackdropSource::Kind::Movie, options.movie);
     m_view.show();
     m_pump = std::make_unique<FramePump>(
         std::move(program), FramePump::Hooks{.pictureReady =
@@ -76,6 +96,7 @@ class Player : public QObject {
   }
 
   preview::PreviewView m_view;
+  preview::BackdropLoader m_backdrop;
   std::unique_ptr<FramePump> m_pump;
   bool m_wasActive = false;
 };
@@ -86,20 +107,22 @@ void wait(int milliseconds) {
   loop.exec();
 }
 
-void measure(const QString& path, int seconds) {
+void measure(const QString& path, int seconds, const PictureOptions& options) {
   document::CompositionDocument document;
   if (const auto read = document.readFromURL(QUrl::fromLocalFile(path)); !read) {
     std::printf("%s\n", qPrintable(read.error().text()));
     return;
   }
-  auto program = preview::PreviewProgram::fromDocument(document);
+  using Background = preview::PreviewProgram::Background;
+  auto program = preview::PreviewProgram::fromDocument(
+      document, options.showsOwnBackground() ? Background::Include : Background::Exclude);
   if (!program) {
     std::printf("%s\n", qPrintable(program.error().error.text()));
     return;
   }
   program->size = fullHd;
   program->framesPerSecond = framesPerSecond;
-  Player player(std::move(*program));
+  Player player(std::move(*program), options);
   wait(1000);
   const FrameMeter::Reading first = player.reading();
   const double processor = processorSeconds();
@@ -128,10 +151,12 @@ int main(int argc, char** argv) {
   const int seconds = argc > 1 ? std::atoi(argv[1]) : 10;
   const QDir folder(argc > 2 ? QString::fromLocal8Bit(argv[2])
                              : QStringLiteral(TESSARY_EXAMPLES "/harbour"));
+  const PictureOptions options =
+      optionsNamed(argc > 3 ? QString::fromLocal8Bit(argv[3]) : QStringLiteral("own"));
   std::printf("%d s each, %.0f frames due\n", seconds, seconds * framesPerSecond);
   std::printf("%-18s %7s %7s %8s %7s %9s %9s %11s %11s\n", "graphic", "made", "drawn", "dropped",
               "unseen", "mean ms", "longest", "processor", "memory");
   for (const QFileInfo& file : folder.entryInfoList({QStringLiteral("*.composition")}, QDir::Dirs))
-    measure(file.filePath(), seconds);
+    measure(file.filePath(), seconds, options);
   return 0;
 }

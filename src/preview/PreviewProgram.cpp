@@ -33,7 +33,7 @@ void takePlace(PreviewProgram& program, const CompositionDocument& document) {
 }  // namespace
 
 tl::expected<PreviewProgram, Failure> PreviewProgram::fromDocument(
-    const CompositionDocument& document) {
+    const CompositionDocument& document, Background background) {
   const auto failed = [](Failure::Stage stage, const foundation::Error& error) {
     return tl::unexpected(Failure{stage, error});
   };
@@ -51,8 +51,7 @@ tl::expected<PreviewProgram, Failure> PreviewProgram::fromDocument(
   if (!folder.isValid())
     return failed(Failure::Stage::Export, {folder.errorString(), QDir::tempPath(), {}});
   const QString path = folder.filePath(QStringLiteral("TessaryPreview.qtz"));
-  if (const auto done = composition->exportToPath(path, model::Composition::Background::Include);
-      !done)
+  if (const auto done = composition->exportToPath(path, background); !done)
     return failed(Failure::Stage::Export, done.error());
   const auto renderer = runtime::CompositionRenderer::fromFile(path);
   if (!renderer) {
@@ -66,7 +65,9 @@ tl::expected<PreviewProgram, Failure> PreviewProgram::fromDocument(
   program.size = composition->size().toSize();
   if (const double rate = composition->videoResolution().framesPerSecond(); rate > 0)
     program.framesPerSecond = rate;
-  program.isOpaque = composition->backgroundMode() != model::BackgroundMode::None;
+  program.isInterlaced = composition->videoResolution().isInterlaced();
+  program.hasOwnBackground = composition->backgroundMode() != model::BackgroundMode::None;
+  program.isOpaque = program.hasOwnBackground && background == Background::Include;
   return program;
 }
 

@@ -1,8 +1,8 @@
 #include "preview/PreviewView.h"
 
+#include <QEvent>
 #include <QPainter>
 
-#include "widgets/Chessboard.h"
 #include "widgets/DevicePixels.h"
 #include "widgets/TYGlyph.h"
 #include "widgets/TYStyleKit.h"
@@ -12,7 +12,7 @@ namespace preview {
 using widgets::TYStyleKit;
 
 namespace {
-constexpr int chessSquare = 8;
+constexpr int closeZoom = 200;  // percent
 constexpr int failureGlyph = 24;
 constexpr int failureGap = 8;
 constexpr int margin = 20;
@@ -25,22 +25,46 @@ PreviewView::PreviewView(QWidget* parent) : QWidget(parent) {
 }
 
 void PreviewView::setPictureSize(const QSize& size) {
-  m_pictureSize = size;
-  m_picture.reset();
+  m_geometry.setPicture(size);
+  m_painter.setPicture({});
   update();
   Q_EMIT scaleChanged();
 }
 
 void PreviewView::setPicture(std::shared_ptr<const Picture> picture) {
-  // Outside of what either of them drew on, both are transparent.
-  const QRect drawn = picture->canvas.touched();
-  const bool isFirst = !m_picture;
-  m_picture = std::move(picture);
-  const QRect changed = std::exchange(m_drawn, drawn) | drawn;
-  if (isFirst) return update();
+  const QRectF changed = m_painter.setPicture(std::move(picture));
   const QTransform toView =
-      QTransform::fromTranslate(pictureRect().x(), pictureRect().y()).scale(scale(), scale());
-  update(toView.mapRect(QRectF(changed)).toAlignedRect().adjusted(-2, -2, 2, 2));
+      QTransform::fromTranslate(m_geometry.pictureRect().x(), m_geometry.pictureRect().y())
+          .scale(m_geometry.scale(), m_geometry.scale());
+  update(toView.mapRect(changed).toAlignedRect().adjusted(-2, -2, 2, 2));
+}
+
+void PreviewView::setOptions(const PictureOptions& options) {
+  if (options == m_painter.options()) return;
+  m_painter.setOptions(options);
+  update();
+}
+
+void PreviewView::setBackdrop(const QImage& image) {
+  if (image.isNull() && !hasBackdrop()) return;
+  m_painter.setBackdrop(image);
+  update();
+}
+
+void PreviewView::setZoom(int percent) {
+  m_geometry.setZoom(percent);
+  update();
+  Q_EMIT scaleChanged();
+}
+
+void PreviewView::setZoom(int percent, const QPointF& about) {
+  m_geometry.setZoom(percent, about);
+  update();
+  Q_EMIT scaleChanged();
+}
+
+void PreviewView::moveBy(const QPointF& distance) {
+  if (m_geometry.moveBy(distance)) update();
 }
 
 void PreviewView::setFailure(const QString& title, const QString& text) {
@@ -51,54 +75,36 @@ void PreviewView::setFailure(const QString& title, const QString& text) {
   update();
 }
 
-double PreviewView::scale() const {
-  if (m_pictureSize.isEmpty() || !m_failureTitle.isEmpty()) return 1;
-  return std::min(static_cast<double>(width()) / m_pictureSize.width(),
-                  static_cast<double>(height()) / m_pictureSize.height());
-}
-
-QRectF PreviewView::pictureRect() const {
-  const QSizeF size = QSizeF(m_pictureSize) * scale();
-  return {QPointF((width() - size.width()) / 2, (height() - size.height()) / 2), size};
+void PreviewView::place() {
+  m_geometry.setView(size(), devicePixelRatioF());
+  Q_EMIT scaleChanged();
 }
 
 void PreviewView::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  Q_EMIT scaleChanged();
+  place();
+}
+
+bool PreviewView::event(QEvent* event) {
+  // Another screen may have another density.
+  if (event->type() == QEvent::ScreenChangeInternal) place();
+  return QWidget::event(event);
 }
 
 void PreviewView::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const widgets::DevicePixels pixels(painter);
-  const QRectF area = pixels.snapped(pictureRect());
   if (!m_failureTitle.isEmpty()) {
     // Texts are not legible on the surround of pictures in every theme.
     pixels.fill(rect(), TYStyleKit::colour(widgets::Token::Panel));
     return paintFailure(painter);
   }
-  if (area.toAlignedRect() != rect())
+  const QRectF area = pixels.snapped(m_geometry.pictureRect());
+  if (!area.toAlignedRect().contains(rect()))
     pixels.fill(rect(), TYStyleKit::colour(widgets::Token::CanvasSurround));
-  if (m_picture) {
-    paintPicture(painter);
-  } else {
-    pixels.fill(area, Qt::black);
-  }
-}
-
-void PreviewView::paintPicture(QPainter& painter) const {
-  const QRectF area = widgets::DevicePixels(painter).snapped(pictureRect());
-  const QImage& image = m_picture->image();
-  const QSizeF devicePixels = area.size() * devicePixelRatioF();
-  painter.setRenderHint(QPainter::SmoothPixmapTransform, devicePixels.toSize() != image.size());
-  if (m_picture->isOpaque) {
-    // Its alpha left out: then painting is copying.
-    const QImage opaque(image.constBits(), image.width(), image.height(), image.bytesPerLine(),
-                        QImage::Format_RGB32);
-    painter.drawImage(area, opaque);
-    return;
-  }
-  painter.fillRect(area, widgets::chessboardBrush(chessSquare));
-  if (!m_drawn.isEmpty()) painter.drawImage(area, image);
+  // Who looks closely wants to see the pixels.
+  const bool isClose = m_geometry.zoom() >= closeZoom;
+  m_painter.paint(painter, area, !isClose);
 }
 
 void PreviewView::paintFailure(QPainter& painter) const {

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QToolButton>
 
+#include "preview/ScaleButton.h"
 #include "widgets/DevicePixels.h"
 #include "widgets/TYLinkButton.h"
 #include "widgets/TYStyleKit.h"
@@ -28,6 +29,17 @@ constexpr int lampGap = 10;
 constexpr int separatorInset = 10;
 constexpr int triggerWidth = 96;
 constexpr int control = 24;
+
+void makeGlyphButton(QToolButton& button, const QString& glyph, const QString& name) {
+  button.setIcon(TYStyleKit::image(glyph));
+  button.setIconSize({16, 16});
+  button.setFixedSize(control, control);
+  button.setAutoRaise(true);
+  button.setFocusPolicy(Qt::NoFocus);
+  button.setToolTip(name);
+  button.setAccessibleName(name);
+}
+
 }  // namespace
 
 StatusRow::StatusRow(QWidget* parent)
@@ -37,23 +49,21 @@ StatusRow::StatusRow(QWidget* parent)
       m_status(new TokenLabel({}, TextStyle::Medium, Token::Text)),
       m_notice(new TokenLabel({}, TextStyle::Small, Token::Text2)),
       m_again(new widgets::TYLinkButton(tr("Preview Again"))),
+      m_picture(new QToolButton),
       m_meter(new TokenLabel({}, TextStyle::Small, Token::Text3)),
-      m_scale(new TokenLabel({}, TextStyle::Small, Token::Text3)),
+      m_scale(new ScaleButton),
       m_triggerKey(new TokenLabel(tr("Space"), TextStyle::Body, Token::Text3)),
       m_trigger(new QPushButton(tr("Trigger"))) {
   setFixedHeight(rowHeight);
-  m_reload->setIcon(TYStyleKit::image(QStringLiteral("Reload")));
-  m_reload->setIconSize({16, 16});
-  m_reload->setFixedSize(control, control);
-  m_reload->setAutoRaise(true);
+  makeGlyphButton(*m_reload, QStringLiteral("Reload"), tr("Play from the Beginning"));
   m_reload->setToolTip(tr("Play from the Beginning (R)"));
-  m_reload->setAccessibleName(tr("Play from the Beginning"));
+  makeGlyphButton(*m_picture, QStringLiteral("PictureChecks"),
+                  tr("Zoom, Background, Key and Fill, Safe Areas, Save"));
   m_trigger->setIcon(TYStyleKit::image(QStringLiteral("Trigger"), Token::OnAccent));
   m_trigger->setFixedSize(triggerWidth, control);
   m_trigger->setDefault(true);
   m_trigger->setToolTip(tr("Trigger (Space)"));
   // Keys are the window's: space is the trigger wherever the focus is.
-  m_reload->setFocusPolicy(Qt::NoFocus);
   m_trigger->setFocusPolicy(Qt::NoFocus);
   for (QLabel* label : {m_status, m_notice}) {
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -69,6 +79,7 @@ StatusRow::StatusRow(QWidget* parent)
   row->addWidget(m_status, 2);
   row->addWidget(m_notice, 3);
   row->addWidget(m_again);
+  row->addWidget(m_picture);
   row->addSpacing(wideGap - gap);
   row->addWidget(m_meter);
   row->addSpacing(wideGap - gap);
@@ -79,6 +90,9 @@ StatusRow::StatusRow(QWidget* parent)
   connect(m_reload, &QToolButton::clicked, this, &StatusRow::reloadRequested);
   connect(m_trigger, &QPushButton::clicked, this, &StatusRow::triggerRequested);
   connect(m_again, &widgets::TYLinkButton::clicked, this, &StatusRow::againRequested);
+  connect(m_picture, &QToolButton::clicked, this,
+          [this] { Q_EMIT pictureMenuRequested(m_picture); });
+  connect(m_scale, &ScaleButton::clicked, this, [this] { Q_EMIT zoomMenuRequested(m_scale); });
   m_again->setToolTip(tr("Play the Document as It Is Now (Shift+R)"));
   m_again->setFocusPolicy(Qt::NoFocus);
   m_again->hide();
@@ -119,9 +133,17 @@ bool StatusRow::offersAgain() const {
   return !m_again->isHidden();
 }
 
-void StatusRow::setScale(double scale) {
-  const int percent = qRound(scale * 100);
-  m_scale->setText(percent == 100 ? QString() : tr("%1 %").arg(percent));
+void StatusRow::setScale(std::optional<int> percent) {
+  m_scale->setText(percent ? tr("%1 %").arg(*percent) : QString());
+  m_scale->setVisible(percent.has_value());
+}
+
+QString StatusRow::scaleText() const {
+  return m_scale->text();
+}
+
+QRect StatusRow::pictureButtonRect() const {
+  return {m_picture->mapToGlobal(QPoint(0, 0)), m_picture->size()};
 }
 
 void StatusRow::showReading(const FrameMeter::Reading& reading) {

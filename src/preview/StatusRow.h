@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <optional>
 
 #include "preview/FrameMeter.h"
 #include "preview/StatusLamp.h"
@@ -14,6 +15,8 @@ class TYLinkButton;
 }
 
 namespace preview {
+
+class ScaleButton;
 
 /// What stands below the picture: reload, the status, what there is to know beside it, and the
 /// trigger while the graphic waits for it.
@@ -37,8 +40,11 @@ class StatusRow : public QWidget {
   /// To load what has become of the document meanwhile.
   void setOffersAgain(bool offers);
   [[nodiscard]] bool offersAgain() const;
-  /// Nothing is shown at 1.
-  void setScale(double scale);
+  /// Percent, or nothing.
+  void setScale(std::optional<int> percent);
+  [[nodiscard]] QString scaleText() const;
+  /// On the screen.
+  [[nodiscard]] QRect pictureButtonRect() const;
   void showReading(const FrameMeter::Reading& reading);
   void setMeterVisible(bool visible);
 
@@ -46,6 +52,9 @@ class StatusRow : public QWidget {
   void reloadRequested();
   void triggerRequested();
   void againRequested();
+  /// Menus for the picture, above the widget.
+  void pictureMenuRequested(const QWidget* above);
+  void zoomMenuRequested(const QWidget* above);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -56,8 +65,9 @@ class StatusRow : public QWidget {
   QLabel* m_status;
   QLabel* m_notice;
   widgets::TYLinkButton* m_again;
+  QToolButton* m_picture;
   QLabel* m_meter;
-  QLabel* m_scale;
+  ScaleButton* m_scale;
   QLabel* m_triggerKey;
   QPushButton* m_trigger;
   bool m_triggerIsVisible = false;

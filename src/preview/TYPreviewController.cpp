@@ -7,6 +7,7 @@
 
 #include "foundation/UserDefaults.h"
 #include "preview/DisplayName.h"
+#include "preview/PictureChecks.h"
 #include "preview/PreviewView.h"
 #include "widgets/TYStyleKit.h"
 
@@ -64,7 +65,10 @@ void TYPreviewController::closeShared() {
 TYPreviewController::TYPreviewController()
     : QWidget(nullptr, Qt::Window | Qt::WindowStaysOnTopHint),
       m_view(new PreviewView),
-      m_status(new StatusRow) {
+      m_status(new StatusRow),
+      m_checks(std::make_unique<PictureChecks>(
+          *m_view, *m_status, [this](auto background) { return provideBackground(background); })),
+      m_background(m_checks->background()) {
   setAttribute(Qt::WA_DeleteOnClose);
   setAttribute(Qt::WA_QuitOnClose, false);
   setFocusPolicy(Qt::StrongFocus);
@@ -84,8 +88,6 @@ TYPreviewController::~TYPreviewController() = default;
 void TYPreviewController::observe() {
   connect(m_status, &StatusRow::reloadRequested, this, &TYPreviewController::reloadComposition);
   connect(m_status, &StatusRow::triggerRequested, this, &TYPreviewController::sendTrigger);
-  connect(m_view, &PreviewView::scaleChanged, this,
-          [this] { m_status->setScale(m_view->scale()); });
   connect(m_status, &StatusRow::againRequested, this, &TYPreviewController::previewAgain);
   connect(&m_nextTimer, &QTimer::timeout, this, &TYPreviewController::showNextComposition);
   connect(&m_meterTimer, &QTimer::timeout, this, &TYPreviewController::updateMeter);
@@ -98,7 +100,7 @@ void TYPreviewController::displayCompositionDocument(CompositionDocument& docume
   m_document = &document;
   followDocument();
   m_name = document.displayName();
-  auto program = PreviewProgram::fromDocument(document);
+  auto program = PreviewProgram::fromDocument(document, m_background);
   if (program)
     load(std::move(*program));
   else
@@ -138,6 +140,8 @@ void TYPreviewController::load(PreviewProgram program) {
   const QSize size = program.size;
   m_view->setFailure({}, {});
   m_view->setPictureSize(size);
+  m_checks->beginGraphic(m_name, program.isInterlaced);
+  m_servesBoth = !program.hasOwnBackground;
   m_run = 1;
   m_pump = std::make_unique<FramePump>(
       std::move(program),
@@ -148,6 +152,20 @@ void TYPreviewController::load(PreviewProgram program) {
   updateStatusField();
   updateMeter();
   m_meterTimer.start();
+}
+
+bool TYPreviewController::provideBackground(PreviewProgram::Background background) {
+  if (background == m_background) return true;
+  if (m_pump && !m_servesBoth) {
+    if (!m_document) {
+      m_status->setNotice(tr("The document was closed: its background stays as it is"));
+      return false;
+    }
+    m_background = background;
+    displayCompositionDocument(*m_document);
+  }
+  m_background = background;
+  return true;
 }
 
 void TYPreviewController::showFailure(const PreviewProgram::Failure& failure) {
@@ -229,7 +247,6 @@ void TYPreviewController::fitWindow(const QSize& picture) {
   const QSize content = (QSizeF(picture) * std::max(scale, 0.05)).toSize();
   setWindowState(windowState() & ~Qt::WindowMaximized);
   resize(content + QSize(0, StatusRow::rowHeight));
-  m_status->setScale(m_view->scale());
 }
 
 void TYPreviewController::displayCompositions(const QList<CompositionDocument*>& documents) {
@@ -368,6 +385,8 @@ void TYPreviewController::keyPressEvent(QKeyEvent* event) {
     reloadComposition();
   else if (event->key() == Qt::Key_R && event->modifiers() == Qt::ShiftModifier)
     previewAgain();
+  else if (m_checks->takeKey(*event))
+    return;
   else if (event->key() == Qt::Key_F11)
     togglePreviewFullscreen();
   else if (event->key() == Qt::Key_Escape && isShowingFullscreen())

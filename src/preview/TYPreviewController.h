@@ -11,6 +11,7 @@ class QScreen;
 
 namespace preview {
 
+class PictureChecks;
 class PreviewView;
 
 /// The preview player: plays the exported file of a document as the playout will, above all other
@@ -51,6 +52,7 @@ class TYPreviewController : public QWidget {
 
   [[nodiscard]] PreviewView& view() const { return *m_view; }
   [[nodiscard]] StatusRow& statusRow() const { return *m_status; }
+  [[nodiscard]] PictureChecks& checks() const { return *m_checks; }
   /// None while nothing is loaded.
   [[nodiscard]] FramePump* pump() const { return m_pump.get(); }
   /// None when there is none, or it was closed.
@@ -70,6 +72,8 @@ class TYPreviewController : public QWidget {
   void comeToFront();
   void unload();
   void load(PreviewProgram program);
+  /// Plays the document with or without its background; false when it is not there any more.
+  bool provideBackground(PreviewProgram::Background background);
   void showFailure(const PreviewProgram::Failure& failure);
   /// As a hook of the pump that is loaded now: acts on the thread of the window, and no more once
   /// something else was loaded.
@@ -96,6 +100,9 @@ class TYPreviewController : public QWidget {
 
   PreviewView* m_view;
   StatusRow* m_status;
+  std::unique_ptr<PictureChecks> m_checks;
+  PreviewProgram::Background m_background;  ///< that the operator wants to see
+  bool m_servesBoth = false;                ///< what is loaded is the same with and without
   QTimer m_meterTimer;
   QTimer m_nextTimer;
   document::CompositionDocument* m_document = nullptr;

@@ -107,6 +107,7 @@ constexpr GlyphSource kGlyphs[] = {
      "13.5H2.5A1 1 0 0 1 1.5 12.5Z"},
     {"Document", "s:M3.5 1.5H9.5L12.5 4.5V14.5H3.5ZM9.5 1.5V4.5H12.5"},
     {"Trigger", "f:M9.2 1L3 9.2H7.2L6.4 15L13 6.6H8.6Z"},
+    {"PictureChecks", "s:R1.5 2.5 13 11 1.5|f:R4 5 4 3 .3|f:R8 8 4 3 .3"},
     {"FullScreen", "s:M2.5 6V2.5H6M10 2.5H13.5V6M13.5 10V13.5H10M6 13.5H2.5V10"},
     {"KeyOff", "s:M8 4.2L11.8 8L8 11.8L4.2 8Z"},
     {"KeyOn", "f:M8 3.4L12.6 8L8 12.6L3.4 8Z"},

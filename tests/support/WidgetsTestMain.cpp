@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QTemporaryDir>
 
 #include "support/LogGuard.h"
 #include "widgets/TYStyleKit.h"
@@ -11,6 +12,9 @@ int main(int argc, char** argv) {
   const QByteArray platform = qgetenv("TESSARY_TEST_PLATFORM");
   qputenv("QT_QPA_PLATFORM", platform.isEmpty() ? "offscreen" : platform);
   qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+  // Settings of whoever runs the tests are neither read nor written.
+  const QTemporaryDir settings;
+  qputenv("XDG_CONFIG_HOME", QFile::encodeName(settings.path()));
   QApplication application(argc, argv);
   testing::InitGoogleTest(&argc, argv);
   support::LogGuard::install();

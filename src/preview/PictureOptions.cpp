@@ -1,0 +1,57 @@
+#include "preview/PictureOptions.h"
+
+#include <array>
+
+namespace preview {
+
+namespace {
+
+using Backdrop = PictureOptions::Backdrop;
+using Channel = PictureOptions::Channel;
+
+const QString backdropKey = QStringLiteral("previewBackdrop");
+const QString channelKey = QStringLiteral("previewChannel");
+const QString safeAreasKey = QStringLiteral("previewShowsSafeAreas");
+const QString colorKey = QStringLiteral("previewBackdropColor");
+const QString stillKey = QStringLiteral("previewBackdropStill");
+const QString movieKey = QStringLiteral("previewBackdropMovie");
+
+/// In the order of the values.
+constexpr std::array backdropWords{"own", "chessboard", "color", "still", "movie"};
+constexpr std::array channelWords{"picture", "key", "fill"};
+
+template <typename Enum, size_t count>
+Enum fromWord(const QString& word, const std::array<const char*, count>& words) {
+  for (size_t i = 0; i < count; ++i)
+    if (word == QLatin1String(words[i])) return static_cast<Enum>(i);
+  return {};
+}
+
+template <typename Enum, size_t count>
+QString wordOf(Enum value, const std::array<const char*, count>& words) {
+  return QString::fromLatin1(words[static_cast<size_t>(value)]);
+}
+
+}  // namespace
+
+PictureOptions PictureOptions::fromDefaults(const foundation::UserDefaults& defaults) {
+  const auto text = [&](const QString& key) { return defaults.value(key).toString(); };
+  PictureOptions options{.backdrop = fromWord<Backdrop>(text(backdropKey), backdropWords),
+                         .channel = fromWord<Channel>(text(channelKey), channelWords),
+                         .showsSafeAreas = defaults.value(safeAreasKey).toBool(),
+                         .still = text(stillKey),
+                         .movie = text(movieKey)};
+  if (const QColor color(text(colorKey)); color.isValid()) options.color = color;
+  return options;
+}
+
+void PictureOptions::keep(foundation::UserDefaults& defaults) const {
+  defaults.setValue(wordOf(backdrop, backdropWords), backdropKey);
+  defaults.setValue(wordOf(channel, channelWords), channelKey);
+  defaults.setValue(showsSafeAreas, safeAreasKey);
+  defaults.setValue(color.name(), colorKey);
+  defaults.setValue(still, stillKey);
+  defaults.setValue(movie, movieKey);
+}
+
+}  // namespace preview
