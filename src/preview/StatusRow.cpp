@@ -53,7 +53,8 @@ StatusRow::StatusRow(QWidget* parent)
       m_meter(new TokenLabel({}, TextStyle::Small, Token::Text3)),
       m_scale(new ScaleButton),
       m_triggerKey(new TokenLabel(tr("Space"), TextStyle::Body, Token::Text3)),
-      m_trigger(new QPushButton(tr("Trigger"))) {
+      m_trigger(new QPushButton(tr("Trigger"))),
+      m_fields(new QToolButton) {
   setFixedHeight(rowHeight);
   makeGlyphButton(*m_reload, QStringLiteral("Reload"), tr("Play from the Beginning"));
   m_reload->setToolTip(tr("Play from the Beginning (R)"));
@@ -63,8 +64,16 @@ StatusRow::StatusRow(QWidget* parent)
   m_trigger->setFixedSize(triggerWidth, control);
   m_trigger->setDefault(true);
   m_trigger->setToolTip(tr("Trigger (Space)"));
+  m_fields->setIcon(TYStyleKit::image(QStringLiteral("Inspector")));
+  m_fields->setIconSize({16, 16});
+  m_fields->setFixedSize(control, control);
+  m_fields->setAutoRaise(true);
+  m_fields->setCheckable(true);
+  m_fields->setToolTip(tr("Fields (Ctrl+F)"));
+  m_fields->setAccessibleName(tr("Fields"));
   // Keys are the window's: space is the trigger wherever the focus is.
   m_trigger->setFocusPolicy(Qt::NoFocus);
+  m_fields->setFocusPolicy(Qt::NoFocus);
   for (QLabel* label : {m_status, m_notice}) {
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     label->setTextFormat(Qt::PlainText);
@@ -87,8 +96,10 @@ StatusRow::StatusRow(QWidget* parent)
   row->addSpacing(wideGap - gap);
   row->addWidget(m_triggerKey);
   row->addWidget(m_trigger);
+  row->addWidget(m_fields);
   connect(m_reload, &QToolButton::clicked, this, &StatusRow::reloadRequested);
   connect(m_trigger, &QPushButton::clicked, this, &StatusRow::triggerRequested);
+  connect(m_fields, &QToolButton::clicked, this, &StatusRow::fieldsRequested);
   connect(m_again, &widgets::TYLinkButton::clicked, this, &StatusRow::againRequested);
   connect(m_picture, &QToolButton::clicked, this,
           [this] { Q_EMIT pictureMenuRequested(m_picture); });
@@ -157,6 +168,10 @@ void StatusRow::showReading(const FrameMeter::Reading& reading) {
 
 void StatusRow::setMeterVisible(bool visible) {
   m_meter->setVisible(visible);
+}
+
+void StatusRow::setFieldsShown(bool shown) {
+  m_fields->setChecked(shown);
 }
 
 void StatusRow::paintEvent(QPaintEvent*) {

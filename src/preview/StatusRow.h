@@ -47,6 +47,7 @@ class StatusRow : public QWidget {
   [[nodiscard]] QRect pictureButtonRect() const;
   void showReading(const FrameMeter::Reading& reading);
   void setMeterVisible(bool visible);
+  void setFieldsShown(bool shown);
 
  Q_SIGNALS:
   void reloadRequested();
@@ -55,6 +56,7 @@ class StatusRow : public QWidget {
   /// Menus for the picture, above the widget.
   void pictureMenuRequested(const QWidget* above);
   void zoomMenuRequested(const QWidget* above);
+  void fieldsRequested(bool shown);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -70,6 +72,7 @@ class StatusRow : public QWidget {
   ScaleButton* m_scale;
   QLabel* m_triggerKey;
   QPushButton* m_trigger;
+  QToolButton* m_fields;
   bool m_triggerIsVisible = false;
 };
 

@@ -7,8 +7,10 @@
 
 #include "foundation/UserDefaults.h"
 #include "preview/DisplayName.h"
+#include "preview/FieldsPanel.h"
 #include "preview/PictureChecks.h"
 #include "preview/PreviewView.h"
+#include "preview/fields/FieldsOpening.h"
 #include "widgets/TYStyleKit.h"
 
 namespace preview {
@@ -68,13 +70,19 @@ TYPreviewController::TYPreviewController()
       m_status(new StatusRow),
       m_checks(std::make_unique<PictureChecks>(
           *m_view, *m_status, [this](auto background) { return provideBackground(background); })),
-      m_background(m_checks->background()) {
+      m_background(m_checks->background()),
+      m_fields(new FieldsPanel(this)),
+      m_fieldsOpening(new FieldsOpening(*this, *m_fields)) {
   setAttribute(Qt::WA_DeleteOnClose);
   setAttribute(Qt::WA_QuitOnClose, false);
   setFocusPolicy(Qt::StrongFocus);
-  auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(0, 0, 0, 0);
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(0);
+  auto* column = new QVBoxLayout;
   column->setSpacing(0);
+  row->addLayout(column, 1);
+  row->addWidget(m_fields);
   column->addWidget(m_view, 1);
   column->addWidget(m_status);
   m_nextTimer.setSingleShot(true);
@@ -92,6 +100,15 @@ void TYPreviewController::observe() {
   connect(&m_nextTimer, &QTimer::timeout, this, &TYPreviewController::showNextComposition);
   connect(&m_meterTimer, &QTimer::timeout, this, &TYPreviewController::updateMeter);
   connect(qGuiApp, &QGuiApplication::screenRemoved, this, &TYPreviewController::screenWasRemoved);
+  observeFields();
+}
+
+void TYPreviewController::observeFields() {
+  m_status->setFieldsShown(m_fieldsOpening->isOpen());
+  connect(m_status, &StatusRow::fieldsRequested, m_fieldsOpening, &FieldsOpening::setOpen);
+  connect(m_fieldsOpening, &FieldsOpening::changed, m_status, &StatusRow::setFieldsShown);
+  connect(m_fields, &FieldsPanel::playRequested, this, &TYPreviewController::reloadComposition);
+  connect(m_fields, &FieldsPanel::triggerRequested, this, &TYPreviewController::sendTrigger);
 }
 
 void TYPreviewController::displayCompositionDocument(CompositionDocument& document) {
@@ -115,6 +132,7 @@ void TYPreviewController::comeToFront() {
 }
 
 void TYPreviewController::unload() {
+  m_fields->setPump(nullptr);
   m_pump.reset();
   ++m_load;
   m_nextTimer.stop();
@@ -143,11 +161,14 @@ void TYPreviewController::load(PreviewProgram program) {
   m_checks->beginGraphic(m_name, program.isInterlaced);
   m_servesBoth = !program.hasOwnBackground;
   m_run = 1;
+  m_fields->takeProgram(program, m_document);
   m_pump = std::make_unique<FramePump>(
       std::move(program),
       FramePump::Hooks{.pictureReady = forward([this] { takePicture(); }),
                        .stateChanged = forward([this](const auto& state) { takeState(state); }),
+                       .outputsReady = forward([this] { m_fields->outputsAreReady(); }),
                        .stalled = forward([this](int run) { tellStalled(run); })});
+  m_fields->setPump(m_pump.get());
   fitWindow(size);
   updateStatusField();
   updateMeter();
@@ -190,6 +211,7 @@ void TYPreviewController::takeState(const FramePump::State& state) {
   const bool ended = m_state.isActive && !state.isActive;
   m_state = state;
   m_status->setTriggerVisible(state.isWaiting);
+  m_fields->setWaiting(state.isWaiting);
   updateStatusField();
   if (ended && runsSlideshow())
     showNextComposition();
@@ -241,12 +263,12 @@ void TYPreviewController::fitWindow(const QSize& picture) {
   const bool hasFrame = isVisible() && frameGeometry() != geometry();
   const QSize room =
       hasFrame ? area.size() - (frameGeometry().size() - size()) : (area - usualFrame).size();
-  const double scale =
-      std::min({1.0, static_cast<double>(room.width()) / picture.width(),
-                static_cast<double>(room.height() - StatusRow::rowHeight) / picture.height()});
+  const double scale = std::min(
+      {1.0, static_cast<double>(room.width() - m_fieldsOpening->takenWidth()) / picture.width(),
+       static_cast<double>(room.height() - StatusRow::rowHeight) / picture.height()});
   const QSize content = (QSizeF(picture) * std::max(scale, 0.05)).toSize();
   setWindowState(windowState() & ~Qt::WindowMaximized);
-  resize(content + QSize(0, StatusRow::rowHeight));
+  resize(content + QSize(m_fieldsOpening->takenWidth(), StatusRow::rowHeight));
 }
 
 void TYPreviewController::displayCompositions(const QList<CompositionDocument*>& documents) {
@@ -302,6 +324,7 @@ void TYPreviewController::forget(const CompositionDocument& document) {
     // The one that took its place is the next.
     if (index <= m_slideshowIndex) --m_slideshowIndex;
   }
+  m_fields->documentWillClose(document);
   if (m_document != &document) return;
   letGo();
   m_status->setNotice(tr("The document was closed"));
@@ -333,6 +356,7 @@ void TYPreviewController::reloadComposition() {
   m_nextTimer.stop();
   m_view->setFailure({}, {});
   m_status->setTriggerVisible(false);
+  m_fields->setWaiting(false);
   updateStatusField();
 }
 
@@ -355,6 +379,7 @@ void TYPreviewController::enterFullscreen(QScreen& screen) {
   if (!isShowingFullscreen()) m_windowedGeometry = geometry();
   m_fullscreenScreen = &screen;
   m_status->hide();
+  m_fieldsOpening->setSuspended(true);
   // A window that is full screen already would stay where it is.
   setWindowState(windowState() & ~Qt::WindowFullScreen);
   setGeometry(screen.geometry());
@@ -366,6 +391,7 @@ void TYPreviewController::leaveFullscreen() {
   m_fullscreenScreen = nullptr;
   setWindowState(windowState() & ~Qt::WindowFullScreen);
   m_status->show();
+  m_fieldsOpening->setSuspended(false);
   setGeometry(m_windowedGeometry);
 }
 
@@ -378,7 +404,7 @@ void TYPreviewController::screenWasRemoved(const QScreen* screen) {
 }
 
 void TYPreviewController::keyPressEvent(QKeyEvent* event) {
-  if (event->isAutoRepeat()) return;
+  if (event->isAutoRepeat() || m_fieldsOpening->takeKey(*event)) return;
   if (event->key() == Qt::Key_Space)
     m_triggerKeyIsDown = setTrigger();
   else if (event->key() == Qt::Key_R && event->modifiers() == Qt::NoModifier)

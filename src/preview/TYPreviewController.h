@@ -12,6 +12,8 @@ class QScreen;
 namespace preview {
 
 class PictureChecks;
+class FieldsOpening;
+class FieldsPanel;
 class PreviewView;
 
 /// The preview player: plays the exported file of a document as the playout will, above all other
@@ -53,6 +55,7 @@ class TYPreviewController : public QWidget {
   [[nodiscard]] PreviewView& view() const { return *m_view; }
   [[nodiscard]] StatusRow& statusRow() const { return *m_status; }
   [[nodiscard]] PictureChecks& checks() const { return *m_checks; }
+  [[nodiscard]] FieldsPanel& fieldsPanel() const { return *m_fields; }
   /// None while nothing is loaded.
   [[nodiscard]] FramePump* pump() const { return m_pump.get(); }
   /// None when there is none, or it was closed.
@@ -69,6 +72,7 @@ class TYPreviewController : public QWidget {
   TYPreviewController();
   [[nodiscard]] static TYPreviewController& made();
   void observe();
+  void observeFields();
   void comeToFront();
   void unload();
   void load(PreviewProgram program);
@@ -103,6 +107,8 @@ class TYPreviewController : public QWidget {
   std::unique_ptr<PictureChecks> m_checks;
   PreviewProgram::Background m_background;  ///< that the operator wants to see
   bool m_servesBoth = false;                ///< what is loaded is the same with and without
+  FieldsPanel* m_fields;
+  FieldsOpening* m_fieldsOpening;
   QTimer m_meterTimer;
   QTimer m_nextTimer;
   document::CompositionDocument* m_document = nullptr;

@@ -11,6 +11,8 @@ QString FileChooser::filter(Kind kind) {
   if (kind == AnyFile) return all;
   if (kind == Movies)
     return tr("Movies (*.mov *.mp4 *.m4v *.mxf *.avi *.mkv *.webm)") + QStringLiteral(";;") + all;
+  if (kind == Tables)
+    return tr("Tables (*.csv *.tsv *.tab *.txt *.json)") + QStringLiteral(";;") + all;
   QStringList patterns;
   for (const QByteArray& format : QImageReader::supportedImageFormats())
     patterns.append(QStringLiteral("*.") + QString::fromLatin1(format));

@@ -12,7 +12,7 @@ class FileChooser {
   Q_DECLARE_TR_FUNCTIONS(FileChooser)
 
  public:
-  enum Kind { Images, Movies, AnyFile };
+  enum Kind { Images, Movies, Tables, AnyFile };
 
   /// Calls back with the path unless it was cancelled or the widget is gone. Starts in
   /// the folder, or where the file is, that the path names.

@@ -13,7 +13,6 @@
 #include "inspector/rows/CheckRow.h"
 #include "inspector/rows/ChoiceRow.h"
 #include "inspector/rows/ColorRow.h"
-#include "inspector/rows/EventGuards.h"
 #include "inspector/rows/FileRow.h"
 #include "inspector/rows/ImageRow.h"
 #include "inspector/rows/KeyFrameControl.h"
@@ -21,6 +20,7 @@
 #include "inspector/rows/TextRow.h"
 #include "inspector/rows/TimeRow.h"
 #include "model/Composition.h"
+#include "widgets/EventGuards.h"
 #include "widgets/TYPaneHeader.h"
 #include "widgets/TokenLabel.h"
 
@@ -59,7 +59,7 @@ FormatPane::FormatPane(InspectorContext& context)
       m_formats->addItem(item.title);
   }
   m_formats->setAccessibleName(tr("Format"));
-  leaveWheelToPane(*m_formats);
+  widgets::leaveWheelToPane(*m_formats);
   m_formats->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   auto* line = new PaneLine(tr("Format"));
   line->add(m_formats, 1);

@@ -3,7 +3,7 @@
 #include <QComboBox>
 
 #include "inspector/InspectorContext.h"
-#include "inspector/rows/EventGuards.h"
+#include "widgets/EventGuards.h"
 #include "widgets/TYSegmentedControl.h"
 
 namespace inspector {
@@ -12,7 +12,7 @@ ChoiceRow::ChoiceRow(InspectorContext& context, const QString& label, const QStr
     : InspectorRow(context, label), m_box(new QComboBox) {
   m_box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   m_box->setPlaceholderText(QStringLiteral("—"));
-  leaveWheelToPane(*m_box);
+  widgets::leaveWheelToPane(*m_box);
   addControl(m_box, 1);
   setChoices(choices);
   connect(m_box, &QComboBox::activated, this, [this](int index) {

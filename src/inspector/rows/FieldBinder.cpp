@@ -1,7 +1,7 @@
 #include "inspector/rows/FieldBinder.h"
 
 #include "inspector/InspectorContext.h"
-#include "inspector/rows/EventGuards.h"
+#include "widgets/EventGuards.h"
 #include "widgets/TYValueField.h"
 
 namespace inspector {
@@ -13,7 +13,7 @@ FieldBinder::FieldBinder(InspectorContext& context, TYValueField& field, double 
                          double maximum)
     : QObject(&field), m_context(context), m_field(field), m_minimum(minimum), m_maximum(maximum) {
   field.setRange(minimum, maximum);
-  leaveUndoToWindow(field);
+  widgets::leaveUndoToWindow(field);
   connect(&field, &TYValueField::editBegan, this, &FieldBinder::begin);
   connect(&field, &TYValueField::valueEdited, this, &FieldBinder::edit);
   connect(&field, &TYValueField::relativeEdited, this, &FieldBinder::editRelatively);

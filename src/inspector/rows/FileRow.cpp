@@ -8,15 +8,15 @@
 #include <QPushButton>
 
 #include "inspector/InspectorContext.h"
-#include "inspector/rows/EventGuards.h"
 #include "model/Composition.h"
 #include "model/maintenance/Replacement.h"
+#include "widgets/EventGuards.h"
 
 namespace inspector {
 
 FileRow::FileRow(InspectorContext& context, const QString& label, widgets::FileChooser::Kind kind)
     : InspectorRow(context, label), m_field(new QLineEdit), m_kind(kind) {
-  leaveUndoToWindow(*m_field);
+  widgets::leaveUndoToWindow(*m_field);
   m_field->installEventFilter(this);
   connect(m_field, &QLineEdit::editingFinished, this, [this] {
     if (m_field->isModified()) take(m_field->text());

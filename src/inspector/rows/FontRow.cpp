@@ -6,10 +6,10 @@
 #include "inspector/FontPanel.h"
 #include "inspector/FontValues.h"
 #include "inspector/InspectorContext.h"
-#include "inspector/rows/EventGuards.h"
 #include "model/Composition.h"
 #include "model/maintenance/Replacement.h"
 #include "runtime/text/FontResolver.h"
+#include "widgets/EventGuards.h"
 
 namespace inspector {
 
@@ -17,7 +17,7 @@ using model::FontValue;
 
 FontRow::FontRow(InspectorContext& context, const QString& label)
     : InspectorRow(context, label), m_field(new QLineEdit) {
-  leaveUndoToWindow(*m_field);
+  widgets::leaveUndoToWindow(*m_field);
   connect(m_field, &QLineEdit::editingFinished, this, [this] {
     if (m_field->isModified()) takeText();
   });

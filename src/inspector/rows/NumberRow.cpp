@@ -3,8 +3,8 @@
 #include <QSlider>
 
 #include "inspector/InspectorContext.h"
-#include "inspector/rows/EventGuards.h"
 #include "inspector/rows/FieldBinder.h"
+#include "widgets/EventGuards.h"
 #include "widgets/TYNumberField.h"
 
 namespace inspector {
@@ -45,7 +45,7 @@ void NumberRow::addSlider() {
   m_slider->setRange(0, sliderSteps);
   m_slider->setPageStep(sliderSteps / 10);
   m_slider->setSingleStep(sliderSteps / 100);
-  leaveWheelToPane(*m_slider);
+  widgets::leaveWheelToPane(*m_slider);
   addControl(m_slider, 1);
   connect(m_slider, &QSlider::sliderPressed, this, [this] {
     if (isBound()) context().begin(binding().stepName);

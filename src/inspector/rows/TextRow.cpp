@@ -6,14 +6,14 @@
 
 #include "inspector/InspectorContext.h"
 #include "inspector/TYTextPanel.h"
-#include "inspector/rows/EventGuards.h"
 #include "inspector/rows/TypingEdit.h"
+#include "widgets/EventGuards.h"
 
 namespace inspector {
 
 TextRow::TextRow(InspectorContext& context, const QString& label, Panel panel)
     : InspectorRow(context, label), m_field(new QLineEdit) {
-  leaveUndoToWindow(*m_field);
+  widgets::leaveUndoToWindow(*m_field);
   m_field->setMaxLength(longestInField + 1);
   m_field->installEventFilter(this);
   m_typing = new TypingEdit(context, *m_field);

@@ -1,9 +1,10 @@
-#include "inspector/rows/EventGuards.h"
+#include "widgets/EventGuards.h"
 
+#include <QAbstractButton>
 #include <QKeyEvent>
 #include <QLineEdit>
 
-namespace inspector {
+namespace widgets {
 
 namespace {
 
@@ -34,6 +35,26 @@ class UndoGuard : public QObject {
   QLineEdit& m_field;
 };
 
+class SpaceGuard : public QObject {
+ public:
+  explicit SpaceGuard(QAbstractButton& button) : QObject(&button), m_button(button) {}
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease) return false;
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key == Qt::Key_Space) {
+      event->ignore();
+      return true;
+    }
+    if (event->type() != QEvent::KeyPress || (key != Qt::Key_Return && key != Qt::Key_Enter))
+      return false;
+    m_button.click();
+    return true;
+  }
+
+ private:
+  QAbstractButton& m_button;
+};
+
 }  // namespace
 
 void leaveWheelToPane(QWidget& control) {
@@ -44,4 +65,8 @@ void leaveUndoToWindow(QLineEdit& field) {
   field.installEventFilter(new UndoGuard(field));
 }
 
-}  // namespace inspector
+void leaveSpaceToWindow(QAbstractButton& button) {
+  button.installEventFilter(new SpaceGuard(button));
+}
+
+}  // namespace widgets

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QHash>
+#include <QScrollArea>
+#include <QSet>
+
+class QVBoxLayout;
+
+namespace widgets {
+class TYPaneHeader;
+}
+
+namespace preview {
+
+class FieldRow;
+class FieldsModel;
+
+/// All fields, by component, in a column that scrolls.
+class FieldList : public QScrollArea {
+  Q_OBJECT
+
+ public:
+  /// The model outlives the list.
+  explicit FieldList(FieldsModel& model, QWidget* parent = nullptr);
+
+  [[nodiscard]] int count() const { return static_cast<int>(m_rows.size()); }
+  /// None for a key that is not there.
+  [[nodiscard]] FieldRow* row(const QString& key) const { return m_rows.value(key); }
+  /// Only rows that contain the text; all for an empty one.
+  void filter(const QString& text);
+  /// Takes over what is being typed in a field.
+  void commitEntry();
+  /// Puts the keyboard into the first field that is shown.
+  void focusFirst();
+
+ Q_SIGNALS:
+  /// The keyboard has done its work in a field.
+  void left();
+
+ private:
+  struct Group {
+    QString title;
+    widgets::TYPaneHeader* header;
+    QWidget* content;
+    QList<FieldRow*> rows;
+  };
+  void build();
+  void addGroup(const QString& title, QVBoxLayout& column, bool isFirst);
+  void refresh(const QString& key);
+
+  FieldsModel& m_model;
+  QList<Group> m_groups;
+  QHash<QString, FieldRow*> m_rows;
+  QSet<QString> m_closed;  ///< titles of groups
+  QString m_filter;
+};
+
+}  // namespace preview

@@ -1,0 +1,213 @@
+#include "preview/fields/TableStrip.h"
+
+#include <QComboBox>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QListView>
+#include <QPushButton>
+#include <QToolButton>
+
+#include "preview/fields/FieldRow.h"
+#include "preview/fields/FieldsModel.h"
+#include "preview/fields/TableRows.h"
+#include "widgets/EventGuards.h"
+#include "widgets/FileChooser.h"
+#include "widgets/TYStyleKit.h"
+#include "widgets/TokenLabel.h"
+
+namespace preview {
+
+using widgets::TextStyle;
+using widgets::Token;
+using widgets::TokenLabel;
+
+namespace {
+
+constexpr int lineHeight = 24;
+constexpr qsizetype mostProblems = 3;
+
+QToolButton* button(const QString& glyph, const QString& toolTip) {
+  auto* made = new QToolButton;
+  made->setIcon(widgets::TYStyleKit::image(glyph));
+  made->setIconSize({16, 16});
+  made->setFixedSize(lineHeight, lineHeight);
+  made->setAutoRaise(true);
+  made->setFocusPolicy(Qt::TabFocus);
+  widgets::leaveSpaceToWindow(*made);
+  made->setToolTip(toolTip);
+  made->setAccessibleName(toolTip);
+  return made;
+}
+
+QLabel* note(Token token) {
+  auto* label = new TokenLabel({}, TextStyle::Small, token);
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  label->setContentsMargins(FieldRow::labelWidth + FieldRow::gap, 0, FieldRow::margin, 0);
+  label->hide();
+  return label;
+}
+
+}  // namespace
+
+TableStrip::TableStrip(FieldsModel& model, QWidget* parent)
+    : QWidget(parent),
+      m_model(model),
+      m_rows(new TableRows(this)),
+      m_open(new QPushButton(tr("Open Table..."))),
+      m_list(new QComboBox),
+      m_back(button(QStringLiteral("TimelineFrameBack"), tr("Previous Row"))),
+      m_forward(button(QStringLiteral("TimelineFrameForwards"), tr("Next Row"))),
+      m_reload(button(QStringLiteral("Reload"), tr("Reload Table"))),
+      m_close(button(QStringLiteral("Close"), tr("Close Table"))),
+      m_note(note(Token::Text3)),
+      m_problems(note(Token::Warning)) {
+  build();
+  connect(m_open, &QPushButton::clicked, this, &TableStrip::choose);
+  connect(m_list, &QComboBox::activated, this, [this](int index) { goTo(index); });
+  connect(m_back, &QToolButton::clicked, this, [this] { goTo(m_row - 1); });
+  connect(m_forward, &QToolButton::clicked, this, [this] { goTo(m_row + 1); });
+  connect(m_reload, &QToolButton::clicked, this, &TableStrip::reload);
+  connect(m_close, &QToolButton::clicked, this, &TableStrip::close);
+  connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, [this] {
+    m_hasChanged = true;
+    showState();
+  });
+  connect(&model, &FieldsModel::fieldsChanged, this, &TableStrip::findColumns);
+  showState();
+}
+
+void TableStrip::build() {
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(FieldRow::margin, 2, 0, 2);
+  column->setSpacing(2);
+  auto* line = new QHBoxLayout;
+  line->setContentsMargins(0, 0, FieldRow::margin, 0);
+  line->setSpacing(0);
+  auto* label = new TokenLabel(tr("Table"), TextStyle::Body, Token::Text2);
+  label->setFixedSize(FieldRow::labelWidth, lineHeight);
+  m_open->setFocusPolicy(Qt::TabFocus);
+  m_open->setToolTip(tr("Fill in the fields from the rows of a CSV or JSON file"));
+  widgets::leaveSpaceToWindow(*m_open);
+  m_list->setModel(m_rows);
+  m_list->setFocusPolicy(Qt::TabFocus);
+  m_list->setAccessibleName(tr("Row of the Table"));
+  m_list->setPlaceholderText(tr("Choose a Row"));
+  m_list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  m_list->setMinimumContentsLength(4);
+  if (auto* view = qobject_cast<QListView*>(m_list->view())) view->setUniformItemSizes(true);
+  widgets::leaveWheelToPane(*m_list);
+  line->addWidget(label);
+  line->addSpacing(FieldRow::gap);
+  line->addWidget(m_open);
+  line->addWidget(m_back);
+  line->addWidget(m_list, 1);
+  for (QToolButton* after : {m_forward, m_reload, m_close}) line->addWidget(after);
+  column->addLayout(line);
+  column->addWidget(m_note);
+  column->addWidget(m_problems);
+}
+
+void TableStrip::choose() {
+  widgets::FileChooser::open(*this, tr("Open a Table of Values"), widgets::FileChooser::Tables, {},
+                             [this](const QString& path) { openTable(path); });
+}
+
+void TableStrip::openTable(const QString& path) {
+  m_row = -1;
+  m_wrongCells.clear();
+  if (read(path)) findColumns();
+  showState();
+}
+
+bool TableStrip::read(const QString& path) {
+  auto table = playout::ValueTable::fromFile(path);
+  m_failure = table ? QString() : table.error().text();
+  if (!table) return false;
+  m_table = std::make_shared<const playout::ValueTable>(std::move(*table));
+  m_rows->setTable(m_table);
+  if (!m_watcher.files().isEmpty()) m_watcher.removePaths(m_watcher.files());
+  m_watcher.addPath(path);
+  m_hasChanged = false;
+  return true;
+}
+
+void TableStrip::reload() {
+  if (!m_table) return;
+  const QString path = m_table->path();
+  m_wrongCells.clear();
+  // A table that cannot be read any more stays as it was read before.
+  if (read(path)) findColumns();
+  if (m_row >= m_table->rowCount()) m_row = -1;
+  showState();
+}
+
+void TableStrip::close() {
+  if (!m_watcher.files().isEmpty()) m_watcher.removePaths(m_watcher.files());
+  m_table.reset();
+  m_rows->setTable(nullptr);
+  m_row = -1;
+  m_failure.clear();
+  m_wrongCells.clear();
+  showState();
+}
+
+void TableStrip::findColumns() {
+  if (!m_table) return;
+  std::vector<runtime::PortAttributes> inputs;
+  for (const Field& field : m_model.fields()) inputs.push_back(field.port);
+  m_fit = m_table->fit(inputs);
+  showProblems();
+}
+
+void TableStrip::goTo(qsizetype row) {
+  if (!m_table || row < 0 || row >= m_table->rowCount()) return;
+  m_row = row;
+  const playout::ValueTable::RowValues values = m_table->assign(row, m_fit);
+  m_wrongCells.clear();
+  for (const auto& cell : values.wrong) m_wrongCells += cell.failure.error.message;
+  m_wrongCells += m_model.fill(values.json, QFileInfo(m_table->path()).absolutePath(),
+                               FieldsModel::Others::Stay);
+  showState();
+}
+
+void TableStrip::showState() {
+  m_open->setVisible(!isOpen());
+  for (QWidget* shown : {static_cast<QWidget*>(m_list), static_cast<QWidget*>(m_back),
+                         static_cast<QWidget*>(m_forward), static_cast<QWidget*>(m_reload),
+                         static_cast<QWidget*>(m_close)})
+    shown->setVisible(isOpen());
+  const qsizetype count = isOpen() ? m_table->rowCount() : 0;
+  m_list->setCurrentIndex(static_cast<int>(m_row));
+  m_back->setEnabled(m_row > 0);
+  m_forward->setEnabled(m_row + 1 < count);
+  const QString file = isOpen() ? QFileInfo(m_table->path()).fileName() : QString();
+  m_note->setText(m_row < 0 ? tr("%1 · %L2 rows").arg(file).arg(count)
+                            : tr("%1 · row %L2 of %L3").arg(file).arg(m_row + 1).arg(count));
+  m_note->setToolTip(isOpen() ? m_table->path() : QString());
+  m_note->setVisible(isOpen());
+  showProblems();
+}
+
+QString TableStrip::problems() const {
+  QStringList all;
+  if (!m_failure.isEmpty()) all += m_failure;
+  if (m_hasChanged) all += tr("The file has changed: Reload Table reads it again.");
+  all += m_wrongCells;
+  if (isOpen() && m_fit.isNone()) all += tr("No column fits a field.");
+  if (isOpen())
+    for (const auto& column : m_fit.unused) all += column.sentence();
+  return all.join(u'\n');
+}
+
+void TableStrip::showProblems() {
+  const QString all = problems();
+  QStringList shown = all.split(u'\n', Qt::SkipEmptyParts);
+  const qsizetype more = shown.size() - mostProblems;
+  if (more > 0) shown = shown.mid(0, mostProblems) << tr("and %L1 more").arg(more);
+  m_problems->setText(shown.join(u'\n'));
+  m_problems->setToolTip(more > 0 ? all : QString());
+  m_problems->setVisible(!all.isEmpty());
+}
+
+}  // namespace preview
