@@ -12,28 +12,27 @@ using Clock = FrameClock::Clock;
 /// One playing from the beginning, on the pump's thread.
 class FramePump::Run {
  public:
-  Run(FramePump& pump, int number)
-      : m_pump(pump), m_number(number), m_renderer(pump.m_program.compiled) {
-    m_renderer.userInfo() = pump.m_program.userInfo;
-    for (const auto& [key, value] : pump.m_program.inputs)
-      m_renderer.setValueForInputKey(value, key);
-    const std::lock_guard lock(pump.m_mutex);
-    pump.m_meter.beginRun();
-    for (const Input& input : pump.m_inputs) m_renderer.setValueForInputKey(input.value, input.key);
+  Run(FramePump& pump, int number, std::shared_ptr<const PreviewProgram> program)
+      : m_pump(pump), m_number(number) {
+    load(std::move(program));
+    for (const Input& input : m_pump.inputs()) {
+      m_renderer->setValueForInputKey(input.value, input.key);
+      m_log.add(0, input);
+    }
   }
 
   /// False when it took too long.
   bool makeFrame(double time) {
     const Clock::time_point begin = Clock::now();
-    m_pump.applyInputs(m_renderer);
-    runtime::FrameArguments arguments;
-    arguments.wallClock = QDateTime::currentDateTimeUtc();
-    arguments.playout = model::PlayoutArguments::argumentsAtTime(time, true);
-    arguments.interruption = m_pump.beginFrame(m_number);
-    runtime::DrawList list = m_renderer.renderAtTime(time, m_pump.m_program.size, arguments);
-    if (m_renderer.wasInterrupted()) return false;
-    const bool isNew = !m_list || list != *m_list;
-    m_list = std::move(list);
+    if (auto program = m_pump.takeExchanged(); program && !exchange(std::move(program)))
+      return false;
+    for (const Input& input : m_pump.takePending()) {
+      m_renderer->setValueForInputKey(input.value, input.key);
+      m_log.add(time, input);
+    }
+    if (!evaluate(time)) return false;
+    const bool isNew = !m_list || m_evaluated != *m_list;
+    m_list = std::move(m_evaluated);
     if (isNew) draw(time);
     tellState();
     tellOutputs();
@@ -41,19 +40,45 @@ class FramePump::Run {
     m_pump.m_meter.frameMade(begin, Clock::now(), isNew);
     return true;
   }
-  [[nodiscard]] bool standsStill() const { return !m_renderer.isAnimated(); }
+  [[nodiscard]] bool standsStill() const { return !m_renderer->isAnimated(); }
 
  private:
+  void load(std::shared_ptr<const PreviewProgram> program) {
+    m_program = std::move(program);
+    m_renderer = std::make_unique<CompositionRenderer>(m_program->compiled);
+    m_outputKeys = m_renderer->outputKeys();
+    m_outputs.reset();
+    m_renderer->userInfo() = m_program->userInfo;
+    for (const auto& [key, value] : m_program->inputs) m_renderer->setValueForInputKey(value, key);
+  }
+  bool exchange(std::shared_ptr<const PreviewProgram> program) {
+    load(std::move(program));
+    const auto set = [this](const Input& input) {
+      m_renderer->setValueForInputKey(input.value, input.key);
+    };
+    for (const Input& input : m_pump.inputs())
+      if (input.value.type() != runtime::PortType::Boolean) set(input);
+    return m_log.playAfter({set, [this](double time) { return evaluate(time); }},
+                           1 / m_pump.m_rate);
+  }
+  bool evaluate(double time) {
+    runtime::FrameArguments arguments;
+    arguments.wallClock = QDateTime::currentDateTimeUtc();
+    arguments.playout = model::PlayoutArguments::argumentsAtTime(time, true);
+    arguments.interruption = m_pump.beginFrame(m_number);
+    m_evaluated = m_renderer->renderAtTime(time, m_pump.m_size, arguments);
+    return !m_renderer->wasInterrupted();
+  }
   void draw(double time) {
     std::shared_ptr<Picture> picture = m_pump.m_pool.take();
     picture->canvas.draw(*m_list);
     picture->time = time;
-    picture->isOpaque = m_pump.m_program.isOpaque;
+    picture->isOpaque = m_program->isOpaque;
     m_pump.publish(std::move(picture));
   }
   void tellState() {
     const auto isOn = [&](const QString& key) {
-      return m_renderer.valueForOutputKey(key).toBoolean();
+      return m_renderer->valueForOutputKey(key).toBoolean();
     };
     const State state{m_number, isOn(QStringLiteral("active")),
                       isOn(QStringLiteral("waitingForTrigger"))};
@@ -65,7 +90,7 @@ class FramePump::Run {
   void tellOutputs() {
     if (!m_pump.m_hooks.outputsReady) return;
     std::vector<runtime::Value> values;
-    for (const QString& key : m_outputKeys) values.push_back(m_renderer.valueForOutputKey(key));
+    for (const QString& key : m_outputKeys) values.push_back(m_renderer->valueForOutputKey(key));
     if (values == m_outputs) return;
     m_outputs = values;
     m_pump.publish({m_number, std::move(values)});
@@ -73,18 +98,23 @@ class FramePump::Run {
 
   FramePump& m_pump;
   int m_number;
-  CompositionRenderer m_renderer;
-  std::optional<runtime::DrawList> m_list;
+  std::shared_ptr<const PreviewProgram> m_program;
+  std::unique_ptr<CompositionRenderer> m_renderer;
+  SwitchLog m_log;
+  runtime::DrawList m_evaluated;
+  std::optional<runtime::DrawList> m_list;  ///< that is shown
   std::optional<State> m_state;
-  const QStringList m_outputKeys = m_renderer.outputKeys();
+  QStringList m_outputKeys;
   std::optional<std::vector<runtime::Value>> m_outputs;
 };
 
 FramePump::FramePump(PreviewProgram program, Hooks hooks, std::chrono::milliseconds mostTime)
-    : m_program(std::move(program)),
+    : m_size(program.size),
+      m_rate(program.framesPerSecond),
       m_hooks(std::move(hooks)),
       m_mostTime(mostTime),
-      m_pool(m_program.size, QThread::idealThreadCount()),
+      m_pool(m_size, QThread::idealThreadCount()),
+      m_program(std::make_shared<const PreviewProgram>(std::move(program))),
       m_thread([this] { work(); }) {}
 
 FramePump::~FramePump() {
@@ -103,6 +133,14 @@ int FramePump::restart() {
   if (m_running) m_running->request();
   m_changed.notify_one();
   return ++m_run;
+}
+
+void FramePump::exchangeProgram(PreviewProgram program) {
+  auto exchanged = std::make_shared<const PreviewProgram>(std::move(program));
+  const std::lock_guard lock(m_mutex);
+  m_program = std::move(exchanged);
+  m_isExchanged = true;
+  m_changed.notify_one();
 }
 
 void FramePump::setInput(const QString& key, const runtime::Value& value) {
@@ -150,14 +188,21 @@ void FramePump::work() {
 }
 
 void FramePump::play(int run) {
-  Run playing(*this, run);
+  std::shared_ptr<const PreviewProgram> program;
+  {
+    const std::lock_guard lock(m_mutex);
+    program = m_program;
+    m_isExchanged = false;
+    m_meter.beginRun();
+  }
+  Run playing(*this, run, std::move(program));
   int slowFrames = 0;
   double time = 0;
   // The first frame reads files and lays out texts; time begins when it is there.
   std::optional<FrameClock> clock;
   while (true) {
     slowFrames = playing.makeFrame(time) ? 0 : slowFrames + 1;
-    if (!clock) clock.emplace(m_program.framesPerSecond, Clock::now());
+    if (!clock) clock.emplace(m_rate, Clock::now());
     if (!waitForFrame(*clock, slowFrames == 0 && playing.standsStill(), run)) return;
     if (slowFrames == 2) {
       if (m_hooks.stalled) m_hooks.stalled(run);
@@ -172,26 +217,41 @@ void FramePump::play(int run) {
 bool FramePump::waitForFrame(FrameClock& clock, bool standsStill, int run) {
   std::unique_lock lock(m_mutex);
   m_running.reset();
-  if (standsStill && m_pending.empty()) {
-    m_changed.wait(lock, [&] { return !isCurrent(run) || !m_pending.empty(); });
+  const auto hasNews = [this] { return !m_pending.empty() || m_isExchanged; };
+  if (standsStill && !hasNews()) {
+    m_changed.wait(lock, [&] { return !isCurrent(run) || hasNews(); });
     clock.resume(Clock::now());
   }
   m_changed.wait_until(lock, clock.dueTimeOf(clock.frame() + 1), [&] { return !isCurrent(run); });
   return isCurrent(run);
 }
 
-void FramePump::applyInputs(CompositionRenderer& renderer) {
-  QStringList applied;
+std::vector<playout::InputValue> FramePump::inputs() const {
   const std::lock_guard lock(m_mutex);
+  return m_inputs;
+}
+
+std::vector<playout::InputValue> FramePump::takePending() {
+  std::vector<Input> due;
+  const std::lock_guard lock(m_mutex);
+  const auto isDue = [&due](const Input& input) {
+    return std::none_of(due.begin(), due.end(),
+                        [&input](const Input& other) { return other.key == input.key; });
+  };
   for (auto input = m_pending.begin(); input != m_pending.end();) {
-    if (applied.contains(input->key)) {
+    if (!isDue(*input)) {
       ++input;
       continue;
     }
-    renderer.setValueForInputKey(input->value, input->key);
-    applied.append(input->key);
+    due.push_back(std::move(*input));
     input = m_pending.erase(input);
   }
+  return due;
+}
+
+std::shared_ptr<const PreviewProgram> FramePump::takeExchanged() {
+  const std::lock_guard lock(m_mutex);
+  return std::exchange(m_isExchanged, false) ? m_program : nullptr;
 }
 
 std::shared_ptr<const runtime::Interruption> FramePump::beginFrame(int run) {

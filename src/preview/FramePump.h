@@ -6,10 +6,12 @@
 #include <optional>
 #include <thread>
 
+#include "playout/InputValues.h"
 #include "preview/FrameClock.h"
 #include "preview/FrameMeter.h"
 #include "preview/PicturePool.h"
 #include "preview/PreviewProgram.h"
+#include "preview/SwitchLog.h"
 
 namespace preview {
 
@@ -53,6 +55,13 @@ class FramePump {
   /// Plays from the beginning; inputs keep what they were set to but for the trigger. The number of
   /// the new run; states of earlier ones may still arrive.
   int restart();
+  /// Of the same size and rate.
+  [[nodiscard]] bool canGoOnWith(const PreviewProgram& program) const {
+    return program.size == m_size && program.framesPerSecond == m_rate;
+  }
+  /// Goes on with another program that it can go on with, at the same playing time and as if it
+  /// had been played from the beginning: with what was set, and switched and triggered at its time.
+  void exchangeProgram(PreviewProgram program);
   /// Applies from the next frame. Of a switch that is set several times each state lasts one frame
   /// at least; of other inputs the last value counts.
   void setInput(const QString& key, const runtime::Value& value);
@@ -63,27 +72,32 @@ class FramePump {
   [[nodiscard]] FrameMeter::Reading reading() const;
 
  private:
-  struct Input {
-    QString key;
-    runtime::Value value;
-  };
+  using Input = playout::InputValue;
   class Run;
   void work();
   void play(int run);
   /// False when the run is over.
   bool waitForFrame(FrameClock& clock, bool standsStill, int run);
   [[nodiscard]] bool isCurrent(int run) const { return !m_ends && m_run == run; }
-  void applyInputs(runtime::CompositionRenderer& renderer);
+  /// Those that a host set, at the beginning of a run.
+  [[nodiscard]] std::vector<Input> inputs() const;
+  /// What is due in this frame, each key once.
+  [[nodiscard]] std::vector<Input> takePending();
+  /// The program to go on with; none while it is still the same.
+  [[nodiscard]] std::shared_ptr<const PreviewProgram> takeExchanged();
   [[nodiscard]] std::shared_ptr<const runtime::Interruption> beginFrame(int run);
   void publish(std::shared_ptr<const Picture> picture);
   void publish(Outputs outputs);
 
-  const PreviewProgram m_program;
+  const QSize m_size;
+  const double m_rate;
   const Hooks m_hooks;
   const std::chrono::milliseconds m_mostTime;
   PicturePool m_pool;
   mutable std::mutex m_mutex;  // guards what follows
   std::condition_variable m_changed;
+  std::shared_ptr<const PreviewProgram> m_program;
+  bool m_isExchanged = false;  ///< the run that is going on has another program yet
   std::deque<Input> m_pending;
   std::vector<Input> m_inputs;  ///< as set by the host, for the next run
   std::shared_ptr<const Picture> m_picture;

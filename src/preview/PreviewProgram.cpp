@@ -30,6 +30,16 @@ void takePlace(PreviewProgram& program, const CompositionDocument& document) {
   program.userInfo.insert(QStringLiteral("baseFolder"), document.fileURL().toLocalFile());
 }
 
+/// Frames, or fields of an interlaced format where the user wants them.
+double picturesPerSecond(const model::VideoResolution& format) {
+  const double rate = format.framesPerSecond();
+  if (rate <= 0) return PreviewProgram().framesPerSecond;
+  const bool playsFields =
+      format.isInterlaced() &&
+      foundation::UserDefaults::standard().value(QStringLiteral("previewFields")).toBool();
+  return playsFields ? 2 * rate : rate;
+}
+
 }  // namespace
 
 tl::expected<PreviewProgram, Failure> PreviewProgram::fromDocument(
@@ -63,8 +73,7 @@ tl::expected<PreviewProgram, Failure> PreviewProgram::fromDocument(
   takePlace(program, document);
   feedVideoInputs(program);
   program.size = composition->size().toSize();
-  if (const double rate = composition->videoResolution().framesPerSecond(); rate > 0)
-    program.framesPerSecond = rate;
+  program.framesPerSecond = picturesPerSecond(composition->videoResolution());
   program.isInterlaced = composition->videoResolution().isInterlaced();
   program.hasOwnBackground = composition->backgroundMode() != model::BackgroundMode::None;
   program.isOpaque = program.hasOwnBackground && background == Background::Include;

@@ -17,7 +17,7 @@ struct PreviewProgram {
   QVariantHash userInfo = {};
   std::vector<std::pair<QString, runtime::Value>> inputs = {};  ///< set before the first frame
   QSize size = {1920, 1080};                                    ///< pixels
-  double framesPerSecond = 25;
+  double framesPerSecond = 25;  ///< pictures that are played: of an interlaced format maybe fields
   bool isInterlaced = false;
   bool isOpaque = false;          ///< the file draws a background of its own
   bool hasOwnBackground = false;  ///< the document does

@@ -48,7 +48,8 @@ StatusRow::StatusRow(QWidget* parent)
       m_lamp(new StatusLamp),
       m_status(new TokenLabel({}, TextStyle::Medium, Token::Text)),
       m_notice(new TokenLabel({}, TextStyle::Small, Token::Text2)),
-      m_again(new widgets::TYLinkButton(tr("Preview Again"))),
+      m_again(new widgets::TYLinkButton(tr("Reload"))),
+      m_follow(new QToolButton),
       m_picture(new QToolButton),
       m_meter(new TokenLabel({}, TextStyle::Small, Token::Text3)),
       m_scale(new ScaleButton),
@@ -58,6 +59,9 @@ StatusRow::StatusRow(QWidget* parent)
   setFixedHeight(rowHeight);
   makeGlyphButton(*m_reload, QStringLiteral("Reload"), tr("Play from the Beginning"));
   m_reload->setToolTip(tr("Play from the Beginning (R)"));
+  makeGlyphButton(*m_follow, QStringLiteral("Link"), tr("Follow Edits"));
+  m_follow->setToolTip(tr("Follow Edits (L)"));
+  m_follow->setCheckable(true);
   makeGlyphButton(*m_picture, QStringLiteral("PictureChecks"),
                   tr("Zoom, Background, Key and Fill, Safe Areas, Save"));
   m_trigger->setIcon(TYStyleKit::image(QStringLiteral("Trigger"), Token::OnAccent));
@@ -93,6 +97,7 @@ StatusRow::StatusRow(QWidget* parent)
   row->addWidget(m_meter);
   row->addSpacing(wideGap - gap);
   row->addWidget(m_scale);
+  row->addWidget(m_follow);
   row->addSpacing(wideGap - gap);
   row->addWidget(m_triggerKey);
   row->addWidget(m_trigger);
@@ -104,6 +109,7 @@ StatusRow::StatusRow(QWidget* parent)
   connect(m_picture, &QToolButton::clicked, this,
           [this] { Q_EMIT pictureMenuRequested(m_picture); });
   connect(m_scale, &ScaleButton::clicked, this, [this] { Q_EMIT zoomMenuRequested(m_scale); });
+  connect(m_follow, &QToolButton::clicked, this, &StatusRow::followToggled);
   m_again->setToolTip(tr("Play the Document as It Is Now (Shift+R)"));
   m_again->setFocusPolicy(Qt::NoFocus);
   m_again->hide();
@@ -142,6 +148,10 @@ void StatusRow::setOffersAgain(bool offers) {
 
 bool StatusRow::offersAgain() const {
   return !m_again->isHidden();
+}
+
+void StatusRow::setFollows(bool follows) {
+  m_follow->setChecked(follows);
 }
 
 void StatusRow::setScale(std::optional<int> percent) {

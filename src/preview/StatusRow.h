@@ -40,6 +40,8 @@ class StatusRow : public QWidget {
   /// To load what has become of the document meanwhile.
   void setOffersAgain(bool offers);
   [[nodiscard]] bool offersAgain() const;
+  /// Whether edits show at once.
+  void setFollows(bool follows);
   /// Percent, or nothing.
   void setScale(std::optional<int> percent);
   [[nodiscard]] QString scaleText() const;
@@ -57,6 +59,7 @@ class StatusRow : public QWidget {
   void pictureMenuRequested(const QWidget* above);
   void zoomMenuRequested(const QWidget* above);
   void fieldsRequested(bool shown);
+  void followToggled();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -67,6 +70,7 @@ class StatusRow : public QWidget {
   QLabel* m_status;
   QLabel* m_notice;
   widgets::TYLinkButton* m_again;
+  QToolButton* m_follow;
   QToolButton* m_picture;
   QLabel* m_meter;
   ScaleButton* m_scale;

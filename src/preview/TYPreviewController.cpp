@@ -20,6 +20,7 @@ using Light = StatusLamp::Light;
 
 namespace {
 
+const QString followKey = QStringLiteral("previewFollowsEdits");
 const QString triggerKey = QStringLiteral("trigger");
 constexpr std::chrono::milliseconds triggerTime(100);
 constexpr std::chrono::milliseconds meterInterval(500);
@@ -70,6 +71,7 @@ TYPreviewController::TYPreviewController()
       m_status(new StatusRow),
       m_checks(std::make_unique<PictureChecks>(
           *m_view, *m_status, [this](auto background) { return provideBackground(background); })),
+      m_document(new PreviewedDocument(this)),
       m_background(m_checks->background()),
       m_fields(new FieldsPanel(this)),
       m_fieldsOpening(new FieldsOpening(*this, *m_fields)) {
@@ -89,6 +91,7 @@ TYPreviewController::TYPreviewController()
   m_meterTimer.setInterval(meterInterval);
   updateTitle();
   observe();
+  setFollows(foundation::UserDefaults::standard().value(followKey).toBool());
 }
 
 TYPreviewController::~TYPreviewController() = default;
@@ -97,6 +100,10 @@ void TYPreviewController::observe() {
   connect(m_status, &StatusRow::reloadRequested, this, &TYPreviewController::reloadComposition);
   connect(m_status, &StatusRow::triggerRequested, this, &TYPreviewController::sendTrigger);
   connect(m_status, &StatusRow::againRequested, this, &TYPreviewController::previewAgain);
+  connect(m_status, &StatusRow::followToggled, this, &TYPreviewController::toggleFollowing);
+  connect(m_document, &PreviewedDocument::outdatedChanged, this,
+          [this](bool outdated) { m_status->setOffersAgain(outdated && !follows()); });
+  connect(m_document, &PreviewedDocument::showRequested, this, &TYPreviewController::catchUp);
   connect(&m_nextTimer, &QTimer::timeout, this, &TYPreviewController::showNextComposition);
   connect(&m_meterTimer, &QTimer::timeout, this, &TYPreviewController::updateMeter);
   connect(qGuiApp, &QGuiApplication::screenRemoved, this, &TYPreviewController::screenWasRemoved);
@@ -113,9 +120,7 @@ void TYPreviewController::observeFields() {
 
 void TYPreviewController::displayCompositionDocument(CompositionDocument& document) {
   unload();
-  letGo();
-  m_document = &document;
-  followDocument();
+  m_document->show(document);
   m_name = document.displayName();
   auto program = PreviewProgram::fromDocument(document, m_background);
   if (program)
@@ -161,7 +166,7 @@ void TYPreviewController::load(PreviewProgram program) {
   m_checks->beginGraphic(m_name, program.isInterlaced);
   m_servesBoth = !program.hasOwnBackground;
   m_run = 1;
-  m_fields->takeProgram(program, m_document);
+  m_fields->takeProgram(program, m_document->document());
   m_pump = std::make_unique<FramePump>(
       std::move(program),
       FramePump::Hooks{.pictureReady = forward([this] { takePicture(); }),
@@ -177,15 +182,13 @@ void TYPreviewController::load(PreviewProgram program) {
 
 bool TYPreviewController::provideBackground(PreviewProgram::Background background) {
   if (background == m_background) return true;
-  if (m_pump && !m_servesBoth) {
-    if (!m_document) {
-      m_status->setNotice(tr("The document was closed: its background stays as it is"));
-      return false;
-    }
-    m_background = background;
-    displayCompositionDocument(*m_document);
+  const bool needsExport = m_pump && !m_servesBoth;
+  if (needsExport && !m_document->document()) {
+    m_status->setNotice(tr("The document was closed: its background stays as it is"));
+    return false;
   }
   m_background = background;
+  if (needsExport) catchUp();
   return true;
 }
 
@@ -288,33 +291,37 @@ void TYPreviewController::goToNextSoon() {
   if (runsSlideshow()) m_nextTimer.start(slideTime);
 }
 
-void TYPreviewController::followDocument() {
-  m_exportedIndex = m_document->context().history().index();
-  followHistory();
-  m_replacement =
-      m_document->observeReplacement([this](const document::PersistentPackageDocument&) {
-        m_exportedIndex = -1;
-        m_status->setOffersAgain(true);
-        QMetaObject::invokeMethod(this, &TYPreviewController::followHistory, Qt::QueuedConnection);
-      });
-}
-
-void TYPreviewController::letGo() {
-  disconnect(m_history);
-  m_replacement = {};
-  m_document = nullptr;
-  m_status->setOffersAgain(false);
-}
-
-void TYPreviewController::followHistory() {
-  disconnect(m_history);
-  if (!m_document) return;
-  m_history = connect(&m_document->context().history(), &QUndoStack::indexChanged, this,
-                      [this](int index) { m_status->setOffersAgain(index != m_exportedIndex); });
-}
-
 void TYPreviewController::previewAgain() {
-  if (m_document) displayCompositionDocument(*m_document);
+  if (CompositionDocument* document = m_document->document()) displayCompositionDocument(*document);
+}
+
+void TYPreviewController::setFollows(bool follows) {
+  m_document->setFollows(follows);
+  m_status->setFollows(follows);
+  m_status->setOffersAgain(m_document->isOutdated() && !follows);
+}
+
+void TYPreviewController::toggleFollowing() {
+  setFollows(!follows());
+  foundation::UserDefaults::standard().setValue(follows(), followKey);
+}
+
+void TYPreviewController::catchUp() {
+  CompositionDocument* document = m_document->document();
+  if (!document) return;
+  if (!m_pump || !m_failure.isEmpty()) return displayCompositionDocument(*document);
+  const auto begin = FrameClock::Clock::now();
+  auto program = PreviewProgram::fromDocument(*document, m_background);
+  if (program && !m_pump->canGoOnWith(*program)) return displayCompositionDocument(*document);
+  m_document->noteShown(
+      std::chrono::duration_cast<std::chrono::milliseconds>(FrameClock::Clock::now() - begin));
+  if (program) {
+    m_servesBoth = !program->hasOwnBackground;
+    m_fields->takeProgram(*program, document);
+    m_pump->exchangeProgram(std::move(*program));
+  }
+  m_status->setNotice(program ? QString()
+                              : tr("The edit is not shown: %1").arg(program.error().error.text()));
 }
 
 void TYPreviewController::forget(const CompositionDocument& document) {
@@ -325,8 +332,8 @@ void TYPreviewController::forget(const CompositionDocument& document) {
     if (index <= m_slideshowIndex) --m_slideshowIndex;
   }
   m_fields->documentWillClose(document);
-  if (m_document != &document) return;
-  letGo();
+  if (m_document->document() != &document) return;
+  m_document->letGo();
   m_status->setNotice(tr("The document was closed"));
 }
 
@@ -347,7 +354,7 @@ void TYPreviewController::sendTrigger() {
 void TYPreviewController::reloadComposition() {
   if (!m_pump) {
     // There may be something to play by now.
-    if (m_document) displayCompositionDocument(*m_document);
+    previewAgain();
     return;
   }
   m_run = m_pump->restart();
@@ -413,6 +420,8 @@ void TYPreviewController::keyPressEvent(QKeyEvent* event) {
     previewAgain();
   else if (m_checks->takeKey(*event))
     return;
+  else if (event->key() == Qt::Key_L && event->modifiers() == Qt::NoModifier)
+    toggleFollowing();
   else if (event->key() == Qt::Key_F11)
     togglePreviewFullscreen();
   else if (event->key() == Qt::Key_Escape && isShowingFullscreen())
@@ -440,7 +449,7 @@ void TYPreviewController::changeEvent(QEvent* event) {
 void TYPreviewController::closeEvent(QCloseEvent* event) {
   m_slideshowCompositions.clear();
   unload();
-  letGo();
+  m_document->letGo();
   instance().clear();
   event->accept();
 }

@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include "preview/FramePump.h"
+#include "preview/PreviewedDocument.h"
 #include "preview/StatusRow.h"
 
 class QScreen;
@@ -59,7 +60,12 @@ class TYPreviewController : public QWidget {
   /// None while nothing is loaded.
   [[nodiscard]] FramePump* pump() const { return m_pump.get(); }
   /// None when there is none, or it was closed.
-  [[nodiscard]] const document::CompositionDocument* currentDocument() const { return m_document; }
+  [[nodiscard]] const document::CompositionDocument* currentDocument() const {
+    return m_document->document();
+  }
+  /// Whether edits of the document show at once, at the playing time that they find.
+  [[nodiscard]] bool follows() const { return m_document->follows(); }
+  void setFollows(bool follows);
   [[nodiscard]] bool isShowingFullscreen() const { return m_fullscreenScreen != nullptr; }
 
  protected:
@@ -94,28 +100,24 @@ class TYPreviewController : public QWidget {
   void enterFullscreen(QScreen& screen);
   void leaveFullscreen();
   void screenWasRemoved(const QScreen* screen);
-  /// Offers to play the document again as soon as its history stands elsewhere than at the export.
-  void followDocument();
-  void followHistory();
-  void letGo();
   void previewAgain();
+  void toggleFollowing();
+  /// Shows what has become of the document at the same playing time.
+  void catchUp();
   void forget(const document::CompositionDocument& document);
   [[nodiscard]] bool runsSlideshow() const { return !m_slideshowCompositions.isEmpty(); }
 
   PreviewView* m_view;
   StatusRow* m_status;
   std::unique_ptr<PictureChecks> m_checks;
+  PreviewedDocument* m_document;
   PreviewProgram::Background m_background;  ///< that the operator wants to see
   bool m_servesBoth = false;                ///< what is loaded is the same with and without
   FieldsPanel* m_fields;
   FieldsOpening* m_fieldsOpening;
   QTimer m_meterTimer;
   QTimer m_nextTimer;
-  document::CompositionDocument* m_document = nullptr;
-  QMetaObject::Connection m_history;  ///< of the document that is shown
-  store::Subscription m_replacement;  ///< of that history by another one
-  int m_exportedIndex = 0;            ///< in the history
-  QString m_name;                     ///< of the document that was loaded last
+  QString m_name;  ///< of the document that was loaded last
   QList<document::CompositionDocument*> m_slideshowCompositions;
   qsizetype m_slideshowIndex = 0;
   FramePump::State m_state;

@@ -5,6 +5,7 @@
 #include <QPushButton>
 
 #include "PreviewFixture.h"
+#include "foundation/UserDefaults.h"
 #include "preview/DisplayName.h"
 #include "support/LogGuard.h"
 
@@ -130,27 +131,77 @@ TEST_F(PreviewTest, ClosingTheWindowOrTheDocumentWhileItPlaysIsSafe) {
 TEST_F(PreviewTest, AnEditOffersToPlayTheDocumentAgain) {
   const auto document = graphic(5);
   TYPreviewController::togglePreviewForCompositionDocument(*document);
-  const StatusRow& row = player().statusRow();
-  EXPECT_FALSE(row.offersAgain());
+  const auto offers = [](bool wanted) {
+    return QTest::qWaitFor([&] { return player().statusRow().offersAgain() == wanted; }, 1000);
+  };
   document->composition()->setEditorTimepoint(1);
-  EXPECT_FALSE(row.offersAgain());
+  settle();
+  EXPECT_TRUE(offers(false));
   document->composition()->setDuration(0.1);
-  EXPECT_TRUE(row.offersAgain());
+  EXPECT_TRUE(offers(true));
   document->context().undo();
-  EXPECT_FALSE(row.offersAgain());
+  EXPECT_TRUE(offers(false));
   document->context().redo();
   EXPECT_TRUE(reaches(playing));
   QTest::keyClick(&player(), Qt::Key_R, Qt::ShiftModifier);
-  EXPECT_FALSE(row.offersAgain());
+  EXPECT_TRUE(offers(false));
   EXPECT_TRUE(reaches(finished));
   // Other contents have a history of their own.
   document->emptyDocumentWithResolution(model::VideoResolution(QStringLiteral("SD PAL")));
-  EXPECT_TRUE(row.offersAgain());
+  EXPECT_TRUE(offers(true));
   settle();
   QTest::keyClick(&player(), Qt::Key_R, Qt::ShiftModifier);
-  EXPECT_FALSE(row.offersAgain());
+  EXPECT_TRUE(offers(false));
   document->composition()->setDuration(3);
-  EXPECT_TRUE(row.offersAgain());
+  EXPECT_TRUE(offers(true));
+}
+
+TEST_F(PreviewTest, AFollowedEditShowsWhereTheGraphicStands) {
+  const auto document = graphic(0.6, 0.2);
+  document->composition()->addStopFrame(0.4);
+  document->composition()->setBackgroundMode(model::BackgroundMode::SolidColor);
+  document->composition()->setBackgroundColor(foundation::Color(1, 0, 0));
+  TYPreviewController::togglePreviewForCompositionDocument(*document);
+  player().setFollows(true);
+  ASSERT_TRUE(reaches(waiting));
+  player().sendTrigger();
+  ASSERT_TRUE(reaches(playing));
+  ASSERT_TRUE(reaches(waiting));
+  QTest::qWait(200);
+  const double stood = player().view().picture()->time;
+  document->composition()->setBackgroundColor(foundation::Color(0, 1, 0));
+  const auto shows = [](const QColor& colour) {
+    return QTest::qWaitFor(
+        [&] { return player().view().picture()->image().pixelColor(300, 200) == colour; }, 10'000);
+  };
+  EXPECT_TRUE(shows(Qt::green));
+  EXPECT_GT(player().view().picture()->time, stood);
+  EXPECT_FALSE(player().statusRow().offersAgain());
+  EXPECT_EQ(status(), waiting);
+  QTest::qWait(100);
+  EXPECT_EQ(status(), waiting);
+  document->context().undo();
+  EXPECT_TRUE(shows(Qt::red));
+  // One trigger ends it: it stands at the second stop as before.
+  player().sendTrigger();
+  EXPECT_TRUE(reaches(finished));
+  // A picture of another size begins anew.
+  document->composition()->setVideoResolution(model::VideoResolution(QStringLiteral("UHD p50")));
+  EXPECT_TRUE(reaches(playing));
+  const auto& picture = player().view().picture();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return picture && picture->image().width() == 3840; }, 10'000));
+}
+
+TEST_F(PreviewTest, FieldsOfAnInterlacedFormatArePlayedAtTheirOwnTimes) {
+  const auto document = graphic(5);
+  const auto rate = [&] { return PreviewProgram::fromDocument(*document)->framesPerSecond; };
+  EXPECT_EQ(rate(), 25);
+  auto& defaults = foundation::UserDefaults::standard();
+  defaults.setValue(true, QStringLiteral("previewFields"));
+  EXPECT_EQ(rate(), 50);
+  document->composition()->setVideoResolution(model::VideoResolution(QStringLiteral("UHD p50")));
+  EXPECT_EQ(rate(), 50);
+  defaults.setValue(false, QStringLiteral("previewFields"));
 }
 
 TEST_F(PreviewTest, FullScreenShowsThePictureAloneAndGoesBackToTheWindow) {

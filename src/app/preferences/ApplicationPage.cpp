@@ -66,13 +66,18 @@ void ApplicationPage::addAppearance() {
 }
 
 void ApplicationPage::addPreview() {
-  auto* frames = new QCheckBox(tr("Show the frame rate in previews"));
-  frames->setAccessibleName(frames->text());
-  const QString key = QStringLiteral("previewFPS");
-  frames->setChecked(m_services.defaults().value(key).toBool());
-  connect(frames, &QCheckBox::clicked, this,
-          [this, key](bool shows) { m_services.defaults().setValue(shows, key); });
-  addRow(tr("Preview"), {frames});
+  const auto setting = [this](const QString& text, const QString& key) {
+    auto* box = new QCheckBox(text);
+    box->setAccessibleName(text);
+    box->setChecked(m_services.defaults().value(key).toBool());
+    connect(box, &QCheckBox::clicked, this,
+            [this, key](bool isOn) { m_services.defaults().setValue(isOn, key); });
+    return box;
+  };
+  addRow(tr("Preview"),
+         {setting(tr("Show the frame rate in previews"), QStringLiteral("previewFPS"))});
+  addRow(tr("Interlaced formats"),
+         {setting(tr("Play each field at its own time"), QStringLiteral("previewFields"))});
 }
 
 void ApplicationPage::addMessages() {
