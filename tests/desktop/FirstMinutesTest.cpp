@@ -1,22 +1,11 @@
 #include <gmock/gmock.h>
 
-#include <QApplication>
-#include <QLineEdit>
-#include <QMenu>
-#include <QMenuBar>
-#include <QTemporaryDir>
+#include <QAbstractButton>
 #include <QTest>
-#include <QToolButton>
-#include <atomic>
-#include <functional>
-#include <thread>
 
-#include "Hand.h"
-#include "app/AppDelegate.h"
-#include "app/TYWindowController.h"
 #include "canvas/CanvasRuler.h"
 #include "canvas/CompositionView.h"
-#include "library/TYLibraryController.h"
+#include "desktop/EditorDesk.h"
 #include "model/Composition.h"
 #include "runtime/CompositionRenderer.h"
 #include "widgets/TYSegmentedControl.h"
@@ -27,109 +16,7 @@ namespace {
 
 using testing::SizeIs;
 
-constexpr int settleTime = 150;
-
-/// The editor on a real screen, used by a hand.
-class FirstMinutesTest : public testing::Test {
- protected:
-  FirstMinutesTest() {
-    defaults.setValue(QVariantMap(), QStringLiteral("windowState"));
-    delegate = std::make_unique<app::AppDelegate>(defaults, document::RecoveryStore(path("state")));
-    delegate->start({});
-    useWindow();
-  }
-
-  void useWindow() {
-    window().setGeometry(0, 0, 1600, 960);
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window()));
-    QTest::qWait(4 * settleTime);
-  }
-  [[nodiscard]] app::TYWindowController& window() const {
-    return *delegate->windowOf(*delegate->controller().documents().last());
-  }
-  [[nodiscard]] model::Composition& graphic() const { return *window().composition(); }
-  [[nodiscard]] canvas::CompositionView& view() const { return window().view(); }
-  [[nodiscard]] QString path(const char* name) const {
-    return folder.filePath(QString::fromLatin1(name));
-  }
-
-  /// The hand works while the program runs.
-  void perform(const std::function<void(Hand&)>& work) {
-    std::atomic<bool> done = false;
-    std::thread thread([&] {
-      work(hand);
-      done = true;
-    });
-    while (!done) QTest::qWait(5);
-    thread.join();
-    QTest::qWait(settleTime);
-  }
-  void key(const char* combination, int times = 1) {
-    perform([&](Hand& h) {
-      for (int i = 0; i < times; ++i) h.key(combination);
-    });
-  }
-  void click(const QPoint& point) {
-    perform([&](Hand& h) { h.click(point.x(), point.y()); });
-  }
-  void drag(const QPoint& from, const QPoint& to) {
-    perform([&](Hand& h) { h.drag(from.x(), from.y(), to.x(), to.y()); });
-  }
-
-  // Where things are on the screen
-  [[nodiscard]] static QPoint middleOf(const QWidget& widget) {
-    return widget.mapToGlobal(widget.rect().center());
-  }
-  [[nodiscard]] QPoint pixel(const QPointF& ofPicture) const {
-    return view().mapToGlobal(view().geometryOfPicture().viewPoint(ofPicture)).toPoint();
-  }
-  [[nodiscard]] QPoint libraryFile(const QString& name) const {
-    const QAbstractItemView& files = window().findChild<library::TYLibraryController*>()->files();
-    for (int row = 0; row < files.model()->rowCount(); ++row) {
-      const QModelIndex index = files.model()->index(row, 0);
-      if (index.data().toString() == name)
-        return files.viewport()->mapToGlobal(files.visualRect(index).center());
-    }
-    ADD_FAILURE() << "the library has no " << name.toStdString();
-    return {};
-  }
-  [[nodiscard]] QPoint tool(const QString& name) const {
-    for (const QToolButton* button : window().findChildren<QToolButton*>())
-      if (button->accessibleName() == name) return middleOf(*button);
-    ADD_FAILURE() << "there is no tool " << name.toStdString();
-    return {};
-  }
-  void choose(const QMenu& menu, const QString& text) {
-    for (QAction* action : menu.actions())
-      if (action->text().remove(u'&').startsWith(text))
-        return click(menu.mapToGlobal(menu.actionGeometry(action).center()));
-    ADD_FAILURE() << "the menu has no " << text.toStdString();
-  }
-  void openMenu(const QString& title) {
-    const auto* bar = window().findChild<QMenuBar*>();
-    for (QAction* action : bar->actions())
-      if (action->text().remove(u'&') == title)
-        click(bar->mapToGlobal(bar->actionGeometry(action).center()));
-  }
-  [[nodiscard]] static QMenu& openedMenu() {
-    return *qobject_cast<QMenu*>(QApplication::activePopupWidget());
-  }
-  /// Types into the file dialog that is open.
-  void giveFile(const QString& file) {
-    QTest::qWait(3 * settleTime);
-    perform([&](Hand& h) {
-      h.key("ctrl+a");
-      h.type(file.toStdString());
-      h.key("Return");
-    });
-    QTest::qWait(3 * settleTime);
-  }
-
-  QTemporaryDir folder{QDir::tempPath() + QStringLiteral("/minutes")};
-  foundation::UserDefaults defaults{path("defaults.conf")};
-  std::unique_ptr<app::AppDelegate> delegate;
-  Hand hand;
-};
+class FirstMinutesTest : public testing::Test, protected EditorDesk {};
 
 }  // namespace
 
@@ -239,16 +126,14 @@ TEST_F(FirstMinutesTest, AGraphicIsMadeSavedAndFoundAgain) {
   EXPECT_FALSE(window().isWindowModified());
   click(pixel({-40, 540}));  // without a window manager nobody gives the keyboard back
   key("ctrl+n");
-  ASSERT_THAT(delegate->controller().documents(), SizeIs(2));
-  delegate->windowOf(*delegate->controller().documents().first())->close();
-  QTest::qWait(settleTime);
-  ASSERT_THAT(delegate->controller().documents(), SizeIs(1));
+  ASSERT_THAT(editor().controller().documents(), SizeIs(2));
+  editor().windowOf(*editor().controller().documents().first())->close();
+  waitFor([this] { return editor().controller().documents().size() == 1; }, "a document to close");
   useWindow();
   openMenu(QStringLiteral("File"));
   choose(openedMenu(), QStringLiteral("Open Recent"));
   choose(openedMenu(), package);
-  QTest::qWait(2 * settleTime);
-  EXPECT_THAT(graphic().componentArray(), SizeIs(4));
+  waitFor([this] { return graphic().componentArray().size() == 4; }, "the document to open");
   EXPECT_EQ(window().windowTitle(), QStringLiteral("strap - 1080i25 RGBA[*]"));
   key("ctrl+e");
   giveFile(path("strap.qtz"));

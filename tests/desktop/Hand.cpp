@@ -14,8 +14,10 @@ namespace desktop {
 
 namespace {
 
-constexpr int stepTime = 12;  ///< milliseconds between the events of one movement
-constexpr int steps = 12;
+constexpr int stepTime = 6;  ///< milliseconds between the events of one movement
+constexpr int steps = 8;
+constexpr int keyTime = 3;     ///< milliseconds that a key stays where it is
+constexpr int dropTime = 120;  ///< milliseconds; where something is dropped is looked at before
 
 KeySym symbolOf(const std::string& name) {
   if (name == "ctrl") return XK_Control_L;
@@ -41,7 +43,7 @@ struct Hand::Connection {
   void send(KeySym symbol, bool down) const {
     XTestFakeKeyEvent(display, XKeysymToKeycode(display, symbol), down, CurrentTime);
     XSync(display, False);
-    pause(stepTime);
+    pause(keyTime);
   }
 };
 
@@ -92,7 +94,7 @@ void Hand::drag(int fromX, int fromY, int toX, int toY) {
   move(fromX, fromY);
   press();
   move(toX, toY);
-  pause(10 * stepTime);  // where it is dropped is looked at before
+  pause(dropTime);
   release();
 }
 
@@ -135,6 +137,17 @@ void Hand::type(const std::string& text) {
     m_connection->send(symbol, false);
     if (isShifted) letGo("shift");
   }
+}
+
+void Hand::mark(unsigned long window, const char* type, int number) {
+  XEvent event = {};
+  event.xclient.type = ClientMessage;
+  event.xclient.window = window;
+  event.xclient.message_type = XInternAtom(m_connection->display, type, False);
+  event.xclient.format = 32;
+  event.xclient.data.l[0] = number;
+  XSendEvent(m_connection->display, window, False, NoEventMask, &event);
+  XSync(m_connection->display, False);
 }
 
 }  // namespace desktop

@@ -28,6 +28,9 @@ class Hand {
   void letGo(const std::string& modifier);
   /// Characters of ASCII.
   void type(const std::string& text);
+  /// Sends a client message of this type and number to the window, behind all that was done before:
+  /// whoever gets it has got the rest.
+  void mark(unsigned long window, const char* type, int number);
   static void pause(int milliseconds);
 
  private:

@@ -1,0 +1,329 @@
+#include <gmock/gmock.h>
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QTest>
+
+#include "canvas/CompositionView.h"
+#include "canvas/InPlaceTextEditor.h"
+#include "desktop/Designer.h"
+#include "model/Composition.h"
+#include "preview/PreviewView.h"
+#include "preview/TYPreviewController.h"
+#include "support/TessaryProgram.h"
+
+namespace desktop {
+
+namespace {
+
+using preview::TYPreviewController;
+using testing::ElementsAre;
+using testing::SizeIs;
+
+const QString sources = QStringLiteral(TESSARY_SOURCE_FOLDER);
+
+/// Everything that the status of the player says, one after the other.
+class StatusLog {
+ public:
+  StatusLog() {
+    m_timer.setInterval(2);
+    QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { look(); });
+    m_timer.start();
+  }
+  void clear() { m_seen.clear(); }
+  [[nodiscard]] const QStringList& seen() {
+    look();
+    return m_seen;
+  }
+
+ private:
+  void look() {
+    const TYPreviewController* player = TYPreviewController::shared();
+    const QString status = player ? player->statusRow().status() : QString();
+    if (!status.isEmpty() && (m_seen.isEmpty() || m_seen.last() != status)) m_seen.append(status);
+  }
+  QTimer m_timer;
+  QStringList m_seen;
+};
+
+/// How the first person's texts go, both at once.
+const std::vector<Designer::Moment> leaves{{"0.8s", {{"Opacity", 100}, {"Position", 308}}},
+                                           {"0.88s", {{"Position", 305.2}}},
+                                           {"0.96s", {{"Opacity", 0}, {"Position", 280}}}};
+
+/// A graphic from the first drag to the file on air, made as its designer makes it.
+class WholeGraphicTest : public testing::Test, protected EditorDesk {
+ protected:
+  void makeDocument();
+  void makeBar();
+  void makeRuleAndArcs();
+  void makePersons();
+  void makeTile();
+  void makeStops();
+  void select(const QString& title);
+
+  [[nodiscard]] static TYPreviewController& player() { return *TYPreviewController::shared(); }
+  /// The player's picture, when nothing moves in it any more.
+  [[nodiscard]] static QImage heldPicture();
+  void waitForStatus(const QString& status);
+  /// For whoever wants to look: where TESSARY_DEMO_PICTURES says.
+  static void keep(const QImage& picture, const char* name);
+  static void keep(QWidget& widget, const char* name) { keep(widget.grab().toImage(), name); }
+  /// What the program draws at a time, premultiplied.
+  [[nodiscard]] QImage rendered(const QStringList& arguments);
+
+  Designer designer{*this};
+};
+
+void WholeGraphicTest::makeDocument() {
+  designer.showTab(QStringLiteral("Document"));
+  designer.setText(QStringLiteral("Duration"), QStringLiteral("2s"));
+  EXPECT_EQ(graphic().duration(), 2);
+  openMenu(QStringLiteral("Edit"));
+  choose(openedMenu(), QStringLiteral("Background"));
+  choose(openedMenu(), QStringLiteral("Image"));
+  giveFile(sources + QStringLiteral("/docs/images/harbour.jpg"));
+  EXPECT_EQ(graphic().backgroundMode(), model::BackgroundMode::Image);
+  designer.showTab(QStringLiteral("Properties"));
+}
+
+void WholeGraphicTest::makeBar() {
+  designer.add(QStringLiteral("GradientBar"), QStringLiteral("Bar"));
+  designer.place(272, 80, 1096, 152);
+  designer.setColour(QStringLiteral("Color 1"), QStringLiteral("0A1B44"));
+  designer.setColour(QStringLiteral("Color 2"), QStringLiteral("1A58C4"));
+  designer.duplicate(QStringLiteral("Sheen"));
+  designer.place(272, 156, 1096, 76);
+  designer.setColour(QStringLiteral("Color 1"), QStringLiteral("5F93FF"));
+  designer.setColour(QStringLiteral("Color 2"), QStringLiteral("5F93FF"));
+  designer.setNumber(QStringLiteral("Opacity 1"), 0);
+  designer.setNumber(QStringLiteral("Opacity 2"), 0.22);
+  designer.pick(QStringLiteral("Direction"), QStringLiteral("Up"));
+  // Both grow and shrink together.
+  click(pixel({100, 900}));
+  key("ctrl+a");
+  ASSERT_THAT(graphic().selectedComponents(), SizeIs(2));
+  designer.animate({{"0.12s", {{"Size", 0}}},
+                    {"0.36s", {{"Size", 1008.32}}},
+                    {"0.52s", {{"Size", 1096}}},
+                    {"1.56s", {{"Size", 1096}}},
+                    {"1.72s", {{"Size", 986.4}}},
+                    {"1.92s", {{"Size", 0}}}});
+}
+
+void WholeGraphicTest::makeRuleAndArcs() {
+  designer.add(QStringLiteral("ImageComponent"), QStringLiteral("Arcs"));
+  designer.place(968, 80, 400, 152);
+  designer.setPicture(QStringLiteral("Image"),
+                      sources + QStringLiteral("/resources/examples/images/arcs.png"));
+  designer.pick(QStringLiteral("Fit"), QStringLiteral("Stretch"));
+  designer.animate({{"0.52s", {{"Opacity", 0}}},
+                    {"0.72s", {{"Opacity", 100}}},
+                    {"1.4s", {{"Opacity", 100}}},
+                    {"1.56s", {{"Opacity", 0}}}});
+  designer.add(QStringLiteral("Rectangle"), QStringLiteral("Rule"));
+  designer.place(272, 80, 1096, 6);
+  designer.setColour(QStringLiteral("Color"), QStringLiteral("FFB02E"));
+  designer.animate({{"0s", {{"Size", 0}}},
+                    {"0.24s", {{"Size", 1008.32}}},
+                    {"0.4s", {{"Size", 1096}}},
+                    {"1.6s", {{"Size", 1096}}},
+                    {"1.76s", {{"Size", 986.4}}},
+                    {"2s", {{"Size", 0}}}});
+}
+
+void WholeGraphicTest::makePersons() {
+  // A name and a role that look as they shall; the second person's are copies of them.
+  designer.add(QStringLiteral("Text"), QStringLiteral("Name 1"));
+  designer.place(308, 145, 1024, 80);
+  doubleClick(pixel({500, 185}));
+  waitFor([this] { return view().textEditor() && view().textEditor()->hasFocus(); },
+          "the text on the canvas");
+  perform([](Hand& hand) {
+    hand.type("Harbour Master");
+    hand.key("Return");
+  });
+  designer.setText(QStringLiteral("Font"), QStringLiteral("InterDisplay-Bold, 66"));
+  designer.setNumber(QStringLiteral("Smallest Size"), 46);
+  designer.publish(QStringLiteral("Text"));
+  designer.duplicate(QStringLiteral("Role 1"));
+  designer.place(308, 100, 1024, 48);
+  designer.setText(QStringLiteral("Text"), QStringLiteral("Port authority, on site at the bridge"));
+  designer.setText(QStringLiteral("Font"), QStringLiteral("Inter-Medium, 36"));
+  designer.setColour(QStringLiteral("Color"), QStringLiteral("D3E1FF"));
+  designer.setNumber(QStringLiteral("Smallest Size"), 28);
+  designer.duplicate(QStringLiteral("Role 2"));
+  designer.place(308, 100, 1024, 48);
+  designer.setText(QStringLiteral("Text"), QStringLiteral("Bridge inspection, north tower"));
+  designer.animate({{"1.12s", {{"Opacity", 0}, {"Position", 348}}},
+                    {"1.28s", {{"Position", 311.2}}},
+                    {"1.36s", {{"Opacity", 100}}},
+                    {"1.4s", {{"Position", 308}, {"Opacity", 100}}},
+                    {"1.56s", {{"Opacity", 0}}}});
+  select(QStringLiteral("Name 1"));
+  designer.duplicate(QStringLiteral("Name 2"));
+  designer.place(308, 145, 1024, 80);
+  designer.setText(QStringLiteral("Text"), QStringLiteral("Chief Engineer"));
+  designer.animate({{"1s", {{"Opacity", 0}, {"Position", 348}}},
+                    {"1.16s", {{"Position", 311.2}}},
+                    {"1.24s", {{"Opacity", 100}}},
+                    {"1.28s", {{"Position", 308}}},
+                    {"1.4s", {{"Opacity", 100}}},
+                    {"1.56s", {{"Opacity", 0}}}});
+  select(QStringLiteral("Name 1"));
+  designer.animate({{"0.4s", {{"Opacity", 0}, {"Position", 348}}},
+                    {"0.56s", {{"Position", 311.2}}},
+                    {"0.64s", {{"Opacity", 100}}},
+                    {"0.68s", {{"Position", 308}}}});
+  designer.animate(leaves);
+  select(QStringLiteral("Role 1"));
+  designer.animate({{"0.52s", {{"Opacity", 0}, {"Position", 348}}},
+                    {"0.68s", {{"Position", 311.2}}},
+                    {"0.76s", {{"Opacity", 100}}}});
+  designer.animate(leaves);
+}
+
+void WholeGraphicTest::select(const QString& title) {
+  click(timelineTitle(title));
+  waitFor(
+      [&] {
+        const auto selected = graphic().selectedComponents();
+        return selected.size() == 1 && selected.first()->title() == title;
+      },
+      qPrintable(title));
+}
+
+void WholeGraphicTest::makeTile() {
+  designer.add(QStringLiteral("GradientBar"), QStringLiteral("Tile"));
+  designer.place(120, 80, 152, 152);
+  designer.setColour(QStringLiteral("Color 1"), QStringLiteral("FF8A1F"));
+  designer.setColour(QStringLiteral("Color 2"), QStringLiteral("FFC23C"));
+  designer.pick(QStringLiteral("Direction"), QStringLiteral("Up"));
+  designer.animate({{"0.08s", {{"Size", 0, 1}}},
+                    {"0.24s", {{"Size", 139.84, 1}}},
+                    {"0.36s", {{"Size", 152, 1}}},
+                    {"1.72s", {{"Size", 152, 1}}},
+                    {"1.8s", {{"Size", 136.8, 1}}},
+                    {"1.96s", {{"Size", 0, 1}}}});
+  designer.add(QStringLiteral("ImageComponent"), QStringLiteral("Logo"));
+  designer.place(120, 80, 152, 152);
+  designer.setPicture(QStringLiteral("Image"),
+                      sources + QStringLiteral("/resources/examples/images/logo-harbour.png"));
+  designer.publish(QStringLiteral("Image"));
+  designer.animate({{"0.24s", {{"Opacity", 0}, {"Position", 64, 1}}},
+                    {"0.4s", {{"Position", 78.72, 1}}},
+                    {"0.44s", {{"Opacity", 100}}},
+                    {"0.48s", {{"Position", 80, 1}}},
+                    {"1.6s", {{"Opacity", 100}}},
+                    {"1.72s", {{"Opacity", 0}}}});
+}
+
+void WholeGraphicTest::makeStops() {
+  designer.showTab(QStringLiteral("Document"));
+  designer.setStopFrame("0.8s", QStringLiteral("00:20"), QStringLiteral("Second person"));
+  designer.setStopFrame("1.4s", QStringLiteral("01:10"), QStringLiteral("Out"));
+  designer.showTab(QStringLiteral("Properties"));
+  designer.goTo("0.8s");
+}
+
+void WholeGraphicTest::waitForStatus(const QString& status) {
+  waitFor([&] { return player().statusRow().status() == status; }, qPrintable(status));
+}
+
+QImage WholeGraphicTest::rendered(const QStringList& arguments) {
+  const QString file = path("frame.png");
+  const support::Outcome outcome =
+      support::tessary(QStringList{QStringLiteral("render"), QStringLiteral("--frames"),
+                                   QStringLiteral("1"), QStringLiteral("-o"), file} +
+                       arguments);
+  EXPECT_EQ(outcome.status, 0) << outcome.error.toStdString();
+  return QImage(file).convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
+QImage WholeGraphicTest::heldPicture() {
+  const void* last = nullptr;
+  for (int same = 0; same < 5;) {
+    QTest::qWait(40);
+    const void* now = player().view().picture().get();
+    same = now && now == last ? same + 1 : 0;
+    last = now;
+  }
+  return player().view().picture()->image().copy();
+}
+
+void WholeGraphicTest::keep(const QImage& picture, const char* name) {
+  const QString folder = qEnvironmentVariable("TESSARY_DEMO_PICTURES");
+  if (!folder.isEmpty()) picture.save(folder + u'/' + QString::fromLatin1(name));
+}
+
+}  // namespace
+
+TEST_F(WholeGraphicTest, IsBuiltPreviewedSavedExportedAndRenderedAlike) {
+  makeDocument();
+  makeBar();
+  keep(window(), "1-bar.png");
+  makeRuleAndArcs();
+  makePersons();
+  makeTile();
+  makeStops();
+  keep(window(), "2-built.png");
+  ASSERT_THAT(graphic().componentArray(), SizeIs(10));
+
+  // On air at the desk: held at each stop until the trigger comes.
+  StatusLog statuses;
+  key("ctrl+p");
+  waitFor([] { return TYPreviewController::shared() != nullptr; }, "the player");
+  const QString waiting = QStringLiteral("Waiting for Trigger");
+  waitForStatus(waiting);
+  const QImage first = heldPicture();
+  keep(first, "3-first-stop.png");
+  keep(player(), "4-player.png");
+  perform([](Hand& hand) { hand.hold("space"); });
+  waitForStatus(QStringLiteral("Playing Untitled"));
+  waitForStatus(waiting);  // held, it releases one stop only
+  const QImage second = heldPicture();
+  keep(second, "5-second-stop.png");
+  perform([](Hand& hand) { hand.letGo("space"); });
+  EXPECT_TRUE(player().isWaitingForTrigger());
+  click(*player().statusRow().findChild<QPushButton*>());
+  waitForStatus(QStringLiteral("Playout finished"));
+  std::printf("%s\n", qPrintable(statuses.seen().join(QStringLiteral(" | "))));
+  key("ctrl+w");
+  waitFor([] { return TYPreviewController::shared() == nullptr; }, "the player to close");
+
+  // Saved, closed, opened again.
+  click(pixel({-40, 540}));  // without a window manager nobody gives the keyboard back
+  key("ctrl+s");
+  giveFile(path("person"));
+  const QString package = path("person.composition");
+  waitFor([this] { return !window().isWindowModified(); }, "the document to be saved");
+  click(pixel({-40, 540}));
+  key("ctrl+n");
+  waitFor([this] { return editor().controller().documents().size() == 2; }, "a new document");
+  editor().windowOf(*editor().controller().documents().first())->close();
+  waitFor([this] { return editor().controller().documents().size() == 1; }, "a document to close");
+  useWindow();
+  click(pixel({-40, 540}));
+  key("ctrl+o");
+  giveFile(package);
+  waitFor([this] { return graphic().componentArray().size() == 10; }, "the document to open");
+
+  // Exported, and drawn by the program that needs no screen.
+  useWindow();
+  click(pixel({-40, 540}));
+  key("ctrl+e");
+  giveFile(path("person.qtz"));
+  waitFor([this] { return QFileInfo::exists(path("person.qtz")); }, "the exported file");
+  const QImage frame =
+      rendered({path("person.qtz"), QStringLiteral("--from"), QStringLiteral("1")});
+  keep(frame, "6-rendered.png");
+  const QImage all = rendered(
+      {package, QStringLiteral("--background"), QStringLiteral("--from"), QStringLiteral("1")});
+  keep(all, "7-all.png");
+  EXPECT_TRUE(all == first);
+}
+
+}  // namespace desktop
