@@ -1,10 +1,12 @@
 #include "cli/InfoCommand.h"
 
 #include <QFileInfo>
+#include <QTemporaryDir>
 
 #include "cli/CommandOptions.h"
 #include "cli/Console.h"
 #include "cli/DocumentReport.h"
+#include "cli/GraphReport.h"
 #include "cli/InfoReport.h"
 #include "cli/PatchesReport.h"
 #include "cli/PlayableFile.h"
@@ -49,11 +51,30 @@ ExitStatus showSchema(const QString& path) {
   return ExitStatus::Ok;
 }
 
+ExitStatus showGraphOf(const QString& path) {
+  const auto composition = quartz::QuartzComposition::compositionWithFile(path);
+  if (!composition) return fail(ExitStatus::InputUnreadable, composition.error());
+  Console::print(GraphReport(**composition).text());
+  return ExitStatus::Ok;
+}
+
+/// Of a document, that of its export.
+ExitStatus showGraph(const QString& path) {
+  if (!DocumentLoader::isDocument(path)) return showGraphOf(path);
+  const auto document = DocumentLoader::load(path);
+  if (!document) return fail(document.error().status, document.error().error);
+  const QTemporaryDir folder;
+  const QString exported = folder.filePath(QStringLiteral("Composition.qtz"));
+  if (const auto done = document->exportTo(exported, false); !done)
+    return fail(ExitStatus::OutputFailed, done.error());
+  return showGraphOf(exported);
+}
+
 }  // namespace
 
 std::unique_ptr<CommandOptions> InfoCommand::syntax() {
   auto options = std::make_unique<CommandOptions>(
-      QStringLiteral("info FILE [--json | --schema]"),
+      QStringLiteral("info FILE [--json | --schema | --graph]"),
       QStringLiteral("Shows what a file holds. Of a composition (.qtz): size, duration, published "
                      "inputs and outputs,\nstop frames, components and the patches that it needs. "
                      "Of a document (.composition): stop frames\nand components with their "
@@ -61,6 +82,9 @@ std::unique_ptr<CommandOptions> InfoCommand::syntax() {
   options->flag(QStringLiteral("json"), QStringLiteral("as JSON"));
   options->flag(QStringLiteral("schema"),
                 QStringLiteral("a JSON Schema of the values that render --values takes for it"));
+  options->flag(
+      QStringLiteral("graph"),
+      QStringLiteral("its nodes with their links and values; of a document, its export's"));
   return options;
 }
 
@@ -71,10 +95,12 @@ ExitStatus InfoCommand::run(const QStringList& arguments) {
   const QString path = options.positional(0);
   const bool asSchema = options.isSet(QStringLiteral("schema"));
   const bool asJson = options.isSet(QStringLiteral("json"));
-  if (asSchema && asJson)
+  const bool asGraph = options.isSet(QStringLiteral("graph"));
+  if (asSchema + asJson + asGraph > 1)
     return fail(ExitStatus::Usage,
-                {QStringLiteral("--json and --schema exclude each other"), {}, {}});
+                {QStringLiteral("--json, --schema and --graph exclude each other"), {}, {}});
   if (asSchema) return showSchema(path);
+  if (asGraph) return showGraph(path);
   return DocumentLoader::isDocument(path) ? showDocument(path, asJson)
                                           : showComposition(path, asJson);
 }

@@ -33,6 +33,8 @@ void writeSample(const QString& path) {
   ASSERT_TRUE(composition.writeToFile(path, true));
 }
 
+const QString lowerThird = QStringLiteral(TESSARY_EXAMPLES "/harbour/lower-third.composition");
+
 class CommandLine : public testing::Test {
  protected:
   void SetUp() override { writeSample(sample); }
@@ -121,6 +123,28 @@ TEST_F(CommandLine, InfoTellsSizeInputsAndPatches) {
   EXPECT_TRUE(patch[QStringLiteral("known")].toBool());
 }
 
+TEST_F(CommandLine, InfoShowsTheGraphOfAFileAndOfWhatADocumentExports) {
+  EXPECT_EQ(tessary({QStringLiteral("info"), sample, QStringLiteral("--graph")}).out.toStdString(),
+            "QCSprite_1: QCSprite\n"
+            "    inputColor <= Paint = #FF0000FF\n"
+            "    inputHeight = 2\n"
+            "    inputWidth = 2\n");
+  const Outcome outcome = tessary({QStringLiteral("info"), lowerThird, QStringLiteral("--graph")});
+  ASSERT_EQ(outcome.status, 0) << outcome.error.toStdString();
+  const QString graph = QString::fromUtf8(outcome.out);
+  for (const char* line :
+       {"QCPlugInPatch_1: QCPlugInPatch:BRVStopframesPlugIn, timebase external\n"
+        "    _time <- stopframetimer.outputTime\n"
+        "    inputTrigger <= trigger\n",
+        "    outputWaitingForTrigger => waitingForTrigger\n",
+        "\n    Text <= Name_1_Text \"Name 1 Text\" = \"Harbour Master\"\n"})
+    EXPECT_TRUE(graph.contains(QString::fromUtf8(line))) << line << graph.toStdString();
+  EXPECT_EQ(tessary({QStringLiteral("info"), sample, QStringLiteral("--graph"),
+                     QStringLiteral("--json")})
+                .status,
+            2);
+}
+
 TEST_F(CommandLine, RendersPicturesSequencesAndRawFrames) {
   ASSERT_EQ(tessary({QStringLiteral("render"), sample, QStringLiteral("-o"), at("one.png")}).status,
             0);
@@ -181,8 +205,6 @@ TEST_F(CommandLine, AFolderThatIsNotThereIsMadeForASequence) {
             0);
   EXPECT_TRUE(QFile::exists(at("new/folder/frame_00001.png")));
 }
-
-const QString lowerThird = QStringLiteral(TESSARY_EXAMPLES "/harbour/lower-third.composition");
 
 TEST_F(CommandLine, InfoOfADocumentTellsComponentsKeyFramesAndStopFrames) {
   const Outcome outcome = tessary({QStringLiteral("info"), lowerThird, QStringLiteral("--json")});
