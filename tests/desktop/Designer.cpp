@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include "inspector/TYInspectorController.h"
+#include "inspector/ValueTransformers.h"
 #include "inspector/panes/PermissionRow.h"
 #include "inspector/rows/InspectorRow.h"
 #include "model/Composition.h"
@@ -88,6 +89,12 @@ void Designer::setText(const QString& label, const QString& text) {
   ASSERT_TRUE(entry) << label.toStdString();
   m_desk.fill(*entry, text);
   EXPECT_EQ(entry->text(), text);
+}
+
+void Designer::setTime(const QString& label, const QString& text) {
+  QLineEdit* entry = field(label, 0);
+  ASSERT_TRUE(entry) << label.toStdString();
+  m_desk.fill(*entry, text);
 }
 
 void Designer::setNumber(const QString& label, double value, int index) {
@@ -193,13 +200,15 @@ void Designer::animate(const std::vector<Moment>& moments) {
   }
 }
 
-void Designer::setStopFrame(const char* time, const QString& timecode, const QString& name) {
+void Designer::setStopFrame(const char* time, const QString& name) {
   const qsizetype before = m_desk.graphic().stopFrameTimepoints().size();
   goTo(time);
   m_desk.key("m");
   EditorDesk::waitFor([&] { return m_desk.graphic().stopFrameTimepoints().size() == before + 1; },
                       "a stop frame");
-  setText(timecode, name);
+  // The pane of the document has a row for each, called by its time.
+  const inspector::TimepointToString times(m_desk.graphic().videoResolution().timecodeRate());
+  setText(times.transformedValue(m_desk.graphic().editorTimepoint()), name);
 }
 
 }  // namespace desktop

@@ -34,6 +34,8 @@ class Designer {
   void place(double x, double y, double width, double height);
   void setText(const QString& row, const QString& text);
   void setNumber(const QString& row, double value, int field = 0);
+  /// As a time is typed.
+  void setTime(const QString& row, const QString& text);
   void setColour(const QString& row, const QString& hex);
   void pick(const QString& row, const QString& item);
   void setPicture(const QString& row, const QString& file);
@@ -46,7 +48,7 @@ class Designer {
   /// Sets key frames at the diamonds and by typing values.
   void animate(const std::vector<Moment>& moments);
   /// At a time, named in the pane of the document.
-  void setStopFrame(const char* time, const QString& timecode, const QString& name);
+  void setStopFrame(const char* time, const QString& name);
 
  private:
   [[nodiscard]] inspector::InspectorRow* row(const QString& label);

@@ -27,6 +27,7 @@ namespace desktop {
 namespace {
 
 constexpr int patience = 30'000;  ///< milliseconds; what comes takes a fraction of it
+constexpr int mostTurns = 60;     ///< of the wheel, to find something
 constexpr const char* markType = "TESSARY_TEST_MARK";
 
 QFileDialog* openedDialog() {
@@ -145,20 +146,24 @@ void EditorDesk::drag(const QPoint& from, const QPoint& to) {
   perform([&](Hand& hand) { hand.drag(from.x(), from.y(), to.x(), to.y()); });
 }
 
+void EditorDesk::turnWheel(const QWidget& over, int notches) {
+  const QPoint middle = middleOf(over);
+  perform([&](Hand& hand) {
+    hand.move(middle.x(), middle.y());
+    hand.wheel(notches);
+  });
+}
+
 void EditorDesk::reveal(QWidget& widget) {
   QScrollArea* area = nullptr;
   for (QWidget* w = widget.parentWidget(); w && !area; w = w->parentWidget())
     area = qobject_cast<QScrollArea*>(w);
   if (!area) return;
-  const QWidget* port = area->viewport();
-  for (int i = 0; i < 60; ++i) {
-    const QRect place(widget.mapTo(port, QPoint()), widget.size());
-    if (port->rect().contains(place)) return;
-    const QPoint middle = middleOf(*port);
-    perform([&](Hand& hand) {
-      hand.move(middle.x(), middle.y());
-      hand.wheel(place.top() < 0 ? 1 : -1);
-    });
+  const QWidget& port = *area->viewport();
+  for (int turn = 0; turn < mostTurns; ++turn) {
+    const QRect place(widget.mapTo(&port, QPoint()), widget.size());
+    if (port.rect().contains(place)) return;
+    turnWheel(port, place.top() < 0 ? 1 : -1);
   }
   ADD_FAILURE() << "cannot be scrolled to: " << widget.accessibleName().toStdString();
 }
@@ -187,12 +192,17 @@ QPoint EditorDesk::pixel(const QPointF& ofPicture) const {
   return view().mapToGlobal(view().geometryOfPicture().viewPoint(ofPicture)).toPoint();
 }
 
-QPoint EditorDesk::libraryFile(const QString& name) const {
+QPoint EditorDesk::libraryFile(const QString& name) {
   const QAbstractItemView& files = window().findChild<library::TYLibraryController*>()->files();
+  const QWidget& port = *files.viewport();
   for (int row = 0; row < files.model()->rowCount(); ++row) {
     const QModelIndex index = files.model()->index(row, 0);
-    if (index.data().toString() == name)
-      return files.viewport()->mapToGlobal(files.visualRect(index).center());
+    if (index.data().toString() != name) continue;
+    for (int turn = 0; turn < mostTurns; ++turn) {
+      const QRect place = files.visualRect(index);
+      if (port.rect().contains(place.center())) return port.mapToGlobal(place.center());
+      turnWheel(port, place.top() < 0 ? 1 : -1);
+    }
   }
   ADD_FAILURE() << "the library has no " << name.toStdString();
   return {};

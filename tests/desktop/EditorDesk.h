@@ -62,7 +62,8 @@ class EditorDesk {
   // Where things are on the screen
   [[nodiscard]] static QPoint middleOf(const QWidget& widget);
   [[nodiscard]] QPoint pixel(const QPointF& ofPicture) const;
-  [[nodiscard]] QPoint libraryFile(const QString& name) const;
+  /// Scrolls to it.
+  [[nodiscard]] QPoint libraryFile(const QString& name);
   [[nodiscard]] QPoint tool(const QString& name) const;
   /// The title of a component's row in the timeline.
   [[nodiscard]] QPoint timelineTitle(const QString& title) const;
@@ -75,6 +76,7 @@ class EditorDesk {
  private:
   class Marks;
   void reveal(QWidget& widget);
+  void turnWheel(const QWidget& over, int notches);
 
   QTemporaryDir m_folder;
   foundation::UserDefaults m_defaults;

@@ -69,6 +69,7 @@ class WholeGraphicTest : public testing::Test, protected EditorDesk {
   /// The player's picture, when nothing moves in it any more.
   [[nodiscard]] static QImage heldPicture();
   void waitForStatus(const QString& status);
+  [[nodiscard]] static QWidget& buttonOfPlayer(const QString& text);
   /// For whoever wants to look: where TESSARY_DEMO_PICTURES says.
   static void keep(const QImage& picture, const char* name);
   static void keep(QWidget& widget, const char* name) { keep(widget.grab().toImage(), name); }
@@ -80,7 +81,7 @@ class WholeGraphicTest : public testing::Test, protected EditorDesk {
 
 void WholeGraphicTest::makeDocument() {
   designer.showTab(QStringLiteral("Document"));
-  designer.setText(QStringLiteral("Duration"), QStringLiteral("2s"));
+  designer.setTime(QStringLiteral("Duration"), QStringLiteral("2s"));
   EXPECT_EQ(graphic().duration(), 2);
   openMenu(QStringLiteral("Edit"));
   choose(openedMenu(), QStringLiteral("Background"));
@@ -223,10 +224,17 @@ void WholeGraphicTest::makeTile() {
 
 void WholeGraphicTest::makeStops() {
   designer.showTab(QStringLiteral("Document"));
-  designer.setStopFrame("0.8s", QStringLiteral("00:20"), QStringLiteral("Second person"));
-  designer.setStopFrame("1.4s", QStringLiteral("01:10"), QStringLiteral("Out"));
+  designer.setStopFrame("0.8s", QStringLiteral("Second person"));
+  designer.setStopFrame("1.4s", QStringLiteral("Out"));
   designer.showTab(QStringLiteral("Properties"));
   designer.goTo("0.8s");
+}
+
+QWidget& WholeGraphicTest::buttonOfPlayer(const QString& text) {
+  for (QPushButton* button : player().findChildren<QPushButton*>())
+    if (button->text() == text) return *button;
+  ADD_FAILURE() << "the player has no button " << text.toStdString();
+  return player();
 }
 
 void WholeGraphicTest::waitForStatus(const QString& status) {
@@ -275,7 +283,8 @@ TEST_F(WholeGraphicTest, IsBuiltPreviewedSavedExportedAndRenderedAlike) {
   // On air at the desk: held at each stop until the trigger comes.
   StatusLog statuses;
   key("ctrl+p");
-  waitFor([] { return TYPreviewController::shared() != nullptr; }, "the player");
+  waitFor([] { return TYPreviewController::shared() && player().isActiveWindow(); },
+          "the player to take the keyboard");
   const QString waiting = QStringLiteral("Waiting for Trigger");
   waitForStatus(waiting);
   const QImage first = heldPicture();
@@ -288,7 +297,7 @@ TEST_F(WholeGraphicTest, IsBuiltPreviewedSavedExportedAndRenderedAlike) {
   keep(second, "5-second-stop.png");
   perform([](Hand& hand) { hand.letGo("space"); });
   EXPECT_TRUE(player().isWaitingForTrigger());
-  click(*player().statusRow().findChild<QPushButton*>());
+  click(buttonOfPlayer(QStringLiteral("Trigger")));
   waitForStatus(QStringLiteral("Playout finished"));
   std::printf("%s\n", qPrintable(statuses.seen().join(QStringLiteral(" | "))));
   key("ctrl+w");
