@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QTextBlock>
 #include <QTextBrowser>
@@ -60,9 +61,20 @@ void spaceTables(QTextFrame& frame) {
     }
 }
 
+/// What links call a heading: its words in small letters, joined by hyphens.
+QString nameOf(const QString& heading) {
+  QString name;
+  for (const QChar c : heading.toLower())
+    if (c.isLetterOrNumber() || c == u'_' || c == u'-')
+      name += c;
+    else if (c == u' ')
+      name += u'-';
+  return name;
+}
+
 }  // namespace
 
-HelpWindow::HelpWindow(const QString& folder) : m_text(new QTextBrowser) {
+HelpWindow::HelpWindow(const QString& folder) : m_folder(folder), m_text(new QTextBrowser) {
   setWindowTitle(tr("User Guide"));
   resize(windowSize);
   auto* column = new QVBoxLayout(this);
@@ -72,29 +84,67 @@ HelpWindow::HelpWindow(const QString& folder) : m_text(new QTextBrowser) {
   m_text->setFrameShape(QFrame::NoFrame);
   m_text->setSearchPaths({folder});
   m_text->setOpenLinks(false);
-  connect(m_text, &QTextBrowser::anchorClicked, this, [this](const QUrl& link) {
-    if (link.isRelative() && link.hasFragment())
-      m_text->scrollToAnchor(link.fragment());
-    else
-      QDesktopServices::openUrl(link);
-  });
-  QFile file(QDir(folder).filePath(QStringLiteral("user-guide.md")));
-  if (file.open(QIODevice::ReadOnly)) {
-    m_text->document()->setBaseUrl(QUrl::fromLocalFile(folder + u'/'));
-    m_text->document()->setDocumentMargin(margin);
-    QFont face = widgets::TYStyleKit::font(widgets::TextStyle::Body);
-    face.setPointSizeF(textSize);
-    m_text->document()->setDefaultFont(face);
-    m_text->document()->setMarkdown(QString::fromUtf8(file.readAll()));
-    fitPictures(*m_text->document(), QDir(folder), devicePixelRatioF());
-    spaceTables(*m_text->document()->rootFrame());
-    m_text->moveCursor(QTextCursor::Start);
-  } else {
-    m_text->setPlainText(tr("%1: %2").arg(file.fileName(), file.errorString()));
-  }
+  connect(m_text, &QTextBrowser::anchorClicked, this, &HelpWindow::follow);
+  const auto onKey = [this](const QKeySequence& key, void (HelpWindow::*act)()) {
+    connect(new QShortcut(key, this), &QShortcut::activated, this, act);
+  };
+  onKey(QKeySequence::Back, &HelpWindow::goBack);
   connect(new QShortcut(QKeySequence::Close, this), &QShortcut::activated, this, &QWidget::close);
   connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, this,
           &QWidget::close);
+  load(QStringLiteral("user-guide.md"));
+}
+
+void HelpWindow::follow(const QUrl& link) {
+  if (!link.isRelative()) {
+    QDesktopServices::openUrl(link);
+    return;
+  }
+  showPage(link.path().isEmpty() ? m_page : link.path(), link.fragment());
+}
+
+void HelpWindow::showPage(const QString& page, const QString& heading) {
+  if (page != m_page) {
+    m_left.append(m_page);
+    load(page);
+  }
+  scrollTo(heading);
+}
+
+void HelpWindow::goBack() {
+  if (!m_left.isEmpty()) load(m_left.takeLast());
+}
+
+void HelpWindow::load(const QString& page) {
+  m_page = page;
+  QFile file(m_folder.filePath(page));
+  if (!file.open(QIODevice::ReadOnly)) {
+    m_text->setPlainText(tr("%1: %2").arg(file.fileName(), file.errorString()));
+    return;
+  }
+  m_text->document()->setBaseUrl(QUrl::fromLocalFile(m_folder.path() + u'/'));
+  m_text->document()->setDocumentMargin(margin);
+  QFont face = widgets::TYStyleKit::font(widgets::TextStyle::Body);
+  face.setPointSizeF(textSize);
+  m_text->document()->setDefaultFont(face);
+  m_text->document()->setMarkdown(QString::fromUtf8(file.readAll()));
+  fitPictures(*m_text->document(), m_folder, devicePixelRatioF());
+  spaceTables(*m_text->document()->rootFrame());
+  m_text->moveCursor(QTextCursor::Start);
+}
+
+void HelpWindow::scrollTo(const QString& heading) {
+  if (heading.isEmpty()) return;
+  const QTextDocument& document = *m_text->document();
+  for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+    if (block.blockFormat().headingLevel() == 0 || nameOf(block.text()) != heading) continue;
+    QTextCursor cursor(block);
+    m_text->setTextCursor(cursor);
+    // From the heading on, not with it at the foot.
+    m_text->verticalScrollBar()->setValue(m_text->verticalScrollBar()->value() +
+                                          m_text->cursorRect(cursor).top());
+    return;
+  }
 }
 
 }  // namespace app

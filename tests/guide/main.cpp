@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QDir>
 #include <QDockWidget>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
@@ -13,13 +15,16 @@
 #include "app/TYPreferencesController.h"
 #include "app/TYWindowController.h"
 #include "canvas/CompositionView.h"
+#include "inspector/TYInspectorController.h"
 #include "model/Composition.h"
+#include "preview/TYPreviewController.h"
 #include "timeline/TYTimelineView.h"
 #include "widgets/TYStyleKit.h"
 
 namespace {
 
 constexpr QSize windowSize(1600, 960);
+constexpr QSize playerSize(1280, 752);
 constexpr int patience = 1500;  ///< milliseconds that thumbnails may take
 
 /// The editor, told what to show.
@@ -112,6 +117,44 @@ void showKeyFrames(app::TYWindowController& window) {
                      Qt::Vertical);
 }
 
+void selectOnly(model::Composition& composition, const QString& title) {
+  for (auto* other : composition.selectedComponents()) other->setSelected(false);
+  if (auto* component = componentNamed(composition, title)) component->setSelected(true);
+}
+
+/// The inspector alone: the diamonds beside values that are animated, what may be changed on air,
+/// and the keys that the export will publish.
+void showInspector(const Studio& studio, app::TYWindowController& window) {
+  using Place = inspector::TYInspectorController::Place;
+  auto* inspector = window.findChild<inspector::TYInspectorController*>();
+  auto* dock = window.findChild<QDockWidget*>(QStringLiteral("inspector"));
+  selectOnly(*window.composition(), QStringLiteral("Name 1"));
+  window.composition()->setEditorTimepoint(0.64);
+  studio.save(*dock, "key-frames.jpg");
+  inspector->showPlace(Place::Permissions);
+  studio.save(*dock, "permissions.jpg");
+  inspector->showPlace(Place::Document);
+  QTest::qWait(patience);
+  // Its end, with the stop frames and the published keys.
+  for (auto* page : inspector->findChildren<QScrollArea*>())
+    if (page->isVisible())
+      page->verticalScrollBar()->setValue(page->verticalScrollBar()->maximum());
+  studio.save(*dock, "document.jpg");
+  inspector->showPlace(Place::Properties);
+}
+
+/// The player, held at the first stop frame.
+void showPlayer(const Studio& studio, app::TYWindowController& window) {
+  using preview::TYPreviewController;
+  TYPreviewController::togglePreviewForCompositionDocument(window.document());
+  TYPreviewController* player = TYPreviewController::shared();
+  player->resize(playerSize);
+  if (!QTest::qWaitFor([&] { return player->isWaitingForTrigger(); }, 20 * patience))
+    qFatal("the player does not come to the first stop frame");
+  studio.save(*player, "player.jpg");
+  TYPreviewController::closeShared();
+}
+
 /// Something that does not come out as meant, for the list of findings.
 void spoil(model::Composition& composition) {
   for (model::QuartzComponent* component : composition.components())
@@ -142,6 +185,9 @@ int main(int argc, char** argv) {
   studio.save(*editor.findChild<QDockWidget*>(QStringLiteral("library")), "library.jpg");
   showKeyFrames(editor);
   studio.save(*editor.findChild<QDockWidget*>(QStringLiteral("timeline")), "timeline.jpg");
+
+  showInspector(studio, editor);
+  showPlayer(studio, editor);
 
   spoil(*editor.composition());
   QTest::qWait(patience);
