@@ -107,7 +107,7 @@ bool EditorDesk::waitFor(const std::function<bool()>& condition, const char* wha
 }
 
 void EditorDesk::settle() {
-  QTest::qWait(20);
+  QTest::qWait(8);
 }
 
 void EditorDesk::perform(const std::function<void(Hand&)>& work) {

@@ -14,8 +14,8 @@ namespace desktop {
 
 namespace {
 
-constexpr int stepTime = 6;  ///< milliseconds between the events of one movement
-constexpr int steps = 8;
+constexpr int stepTime = 4;  ///< milliseconds between the events of one movement
+constexpr int steps = 6;
 constexpr int keyTime = 3;     ///< milliseconds that a key stays where it is
 constexpr int dropTime = 120;  ///< milliseconds; where something is dropped is looked at before
 
