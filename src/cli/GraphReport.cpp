@@ -175,7 +175,7 @@ QString GraphReport::text() const {
   QString text;
   if (m_composition.rootPatch())
     Outline(m_composition, *m_composition.rootPatch(), 0).appendTo(text);
-  return text;
+  return text.chopped(text.endsWith(u'\n') ? 1 : 0);  // as the other reports end
 }
 
 }  // namespace cli
