@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QTemporaryDir>
 
 #include "support/LogGuard.h"
 #include "widgets/TYStyleKit.h"
@@ -11,6 +12,9 @@ int main(int argc, char** argv) {
   // Dialogs of the desktop could not be typed into.
   qunsetenv("XDG_CURRENT_DESKTOP");
   qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+  // Settings of whoever runs the tests are neither read nor written.
+  const QTemporaryDir settings;
+  qputenv("XDG_CONFIG_HOME", QFile::encodeName(settings.path()));
   QApplication application(argc, argv);
   testing::InitGoogleTest(&argc, argv);
   support::LogGuard::install();

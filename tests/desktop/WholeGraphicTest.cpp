@@ -1,5 +1,8 @@
 #include <gmock/gmock.h>
 
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
 #include <QTest>
@@ -8,8 +11,12 @@
 #include "canvas/InPlaceTextEditor.h"
 #include "desktop/Designer.h"
 #include "model/Composition.h"
+#include "preview/FieldsPanel.h"
 #include "preview/PreviewView.h"
 #include "preview/TYPreviewController.h"
+#include "preview/fields/FieldEditor.h"
+#include "preview/fields/FieldList.h"
+#include "preview/fields/FieldRow.h"
 #include "support/TessaryProgram.h"
 
 namespace desktop {
@@ -73,7 +80,9 @@ class WholeGraphicTest : public testing::Test, protected EditorDesk {
   void closeAndOpen(const QString& package);
   /// What there is to lose, a line each.
   [[nodiscard]] QStringList contents() const;
-  [[nodiscard]] static QWidget& buttonOfPlayer(const QString& text);
+  [[nodiscard]] static QWidget& buttonOf(QWidget& panel, const QString& text);
+  /// A field of the player.
+  void fillIn(const QString& key, const QString& text);
   /// For whoever wants to look: where TESSARY_DEMO_PICTURES says.
   static void keep(const QImage& picture, const char* name);
   static void keep(QWidget& widget, const char* name) { keep(widget.grab().toImage(), name); }
@@ -236,11 +245,20 @@ void WholeGraphicTest::makeStops() {
   designer.goTo("0.8s");
 }
 
-QWidget& WholeGraphicTest::buttonOfPlayer(const QString& text) {
-  for (QPushButton* button : player().findChildren<QPushButton*>())
+QWidget& WholeGraphicTest::buttonOf(QWidget& panel, const QString& text) {
+  for (QPushButton* button : panel.findChildren<QPushButton*>())
     if (button->text() == text) return *button;
-  ADD_FAILURE() << "the player has no button " << text.toStdString();
-  return player();
+  ADD_FAILURE() << "there is no button " << text.toStdString();
+  return panel;
+}
+
+void WholeGraphicTest::fillIn(const QString& key, const QString& text) {
+  const preview::FieldsPanel& panel = player().fieldsPanel();
+  waitFor([&] { return panel.isVisible() && panel.list().row(key); }, "the fields");
+  auto* field = qobject_cast<QLineEdit*>(&panel.list().row(key)->editor().control());
+  ASSERT_TRUE(field) << key.toStdString();
+  fill(*field, text);
+  waitFor([&] { return panel.model().filledIn().value(key).toString() == text; }, qPrintable(text));
 }
 
 void WholeGraphicTest::waitForStatus(const QString& status) {
@@ -349,12 +367,28 @@ TEST_F(WholeGraphicTest, IsBuiltPreviewedSavedExportedAndRenderedAlike) {
   const QImage second = heldPicture();
   perform([](Hand& hand) { hand.letGo("space"); });
   EXPECT_TRUE(player().isWaitingForTrigger());
-  click(buttonOfPlayer(QStringLiteral("Trigger")));
+  click(buttonOf(player().statusRow(), QStringLiteral("Trigger")));
   waitForStatus(finished);
   // Before the first frame nothing plays yet.
   QStringList seen = statuses.seen();
   if (seen.startsWith(finished)) seen.removeFirst();
   EXPECT_THAT(seen, ElementsAre(playing, waiting, playing, waiting, playing, finished));
+
+  // Other texts, typed into the fields of the player; what they hold goes to a file of values.
+  key("ctrl+f");
+  fillIn(QStringLiteral("Name_1_Text"), QStringLiteral("Deputy Minister"));
+  fillIn(QStringLiteral("Role_1_Text"), QStringLiteral("Opens the bridge again at nine"));
+  keep(player(), "3-fields.png");
+  click(buttonOf(player().fieldsPanel(), QStringLiteral("Play")));
+  waitForStatus(waiting);
+  const QImage filledIn = heldPicture();
+  EXPECT_NE(filledIn, first);
+  const QString values = path("values.json");
+  QFile json(values);
+  ASSERT_TRUE(json.open(QIODevice::WriteOnly));
+  json.write(QJsonDocument(player().fieldsPanel().model().filledIn()).toJson());
+  json.close();
+  click(player().view());
   key("ctrl+w");
   waitFor([] { return TYPreviewController::shared() == nullptr; }, "the player to close");
 
@@ -383,10 +417,14 @@ TEST_F(WholeGraphicTest, IsBuiltPreviewedSavedExportedAndRenderedAlike) {
   EXPECT_EQ(rendered(QStringList{package, background} + atSecond), second);
   // The graphic is empty at its beginning, so this is what it stands on.
   const QImage ground = rendered({package, background});
+  const QStringList withValues{QStringLiteral("--values"), values};
+  EXPECT_EQ(rendered(QStringList{package, background} + withValues + atFirst), filledIn);
   const QImage alone = rendered(QStringList{file} + atFirst);
-  keep(alone, "3-rendered.png");
+  keep(alone, "4-rendered.png");
   EXPECT_LE(difference(over(ground, alone), first), 1);
   EXPECT_LE(difference(over(ground, rendered(QStringList{file} + atSecond)), second), 1);
+  EXPECT_LE(difference(over(ground, rendered(QStringList{file} + withValues + atFirst)), filledIn),
+            1);
 }
 
 }  // namespace desktop

@@ -17,6 +17,7 @@
 #include "canvas/CompositionView.h"
 #include "inspector/TYInspectorController.h"
 #include "model/Composition.h"
+#include "preview/FieldsPanel.h"
 #include "preview/TYPreviewController.h"
 #include "timeline/TYTimelineView.h"
 #include "widgets/TYStyleKit.h"
@@ -152,6 +153,13 @@ void showPlayer(const Studio& studio, app::TYWindowController& window) {
   if (!QTest::qWaitFor([&] { return player->isWaitingForTrigger(); }, 20 * patience))
     qFatal("the player does not come to the first stop frame");
   studio.save(*player, "player.jpg");
+  QTest::keyClick(player, Qt::Key_F, Qt::ControlModifier);
+  player->resize(playerSize);
+  player->fieldsPanel().model().enterText(QStringLiteral("Name_1_Text"),
+                                          QStringLiteral("Ada Lindqvist"));
+  player->fieldsPanel().model().enterText(QStringLiteral("Role_1_Text"),
+                                          QStringLiteral("Ferry captain, line 4"));
+  studio.save(*player, "player-fields.jpg");
   TYPreviewController::closeShared();
 }
 
@@ -171,6 +179,8 @@ void spoil(model::Composition& composition) {
 
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QTemporaryDir settings;
+  qputenv("XDG_CONFIG_HOME", QFile::encodeName(settings.path()));
   QApplication application(argc, argv);
   QApplication::setApplicationVersion(QStringLiteral(TESSARY_VERSION));
   if (argc != 4) qFatal("usage: guide_pictures EXAMPLES BACKGROUND OUTPUT");
