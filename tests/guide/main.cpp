@@ -154,7 +154,7 @@ void showPlayer(const Studio& studio, app::TYWindowController& window) {
     qFatal("the player does not come to the first stop frame");
   studio.save(*player, "player.jpg");
   QTest::keyClick(player, Qt::Key_F, Qt::ControlModifier);
-  player->resize(playerSize);
+  player->resize(playerSize + QSize(preview::FieldsPanel::panelWidth, 0));
   player->fieldsPanel().model().enterText(QStringLiteral("Name_1_Text"),
                                           QStringLiteral("Ada Lindqvist"));
   player->fieldsPanel().model().enterText(QStringLiteral("Role_1_Text"),
