@@ -78,23 +78,25 @@ void PicturePainter::paint(QPainter& painter, const QRectF& area, bool isSmooth)
   } else if (m_options.channel == Channel::Fill || m_picture->isOpaque) {
     drawOver(painter, area, withoutAlpha(image), isSmooth);
   } else {
-    paintBackdrop(painter, area);
+    paintBackdrop(painter, area, isSmooth);
     if (!m_drawn.isEmpty()) drawOver(painter, area, image, isSmooth);
   }
   if (m_options.showsSafeAreas) widgets::SafeAreas(area).paint(painter);
 }
 
-void PicturePainter::paintBackdrop(QPainter& painter, const QRectF& area) const {
+void PicturePainter::paintBackdrop(QPainter& painter, const QRectF& area, bool isSmooth) const {
   switch (m_options.backdrop) {
     case Backdrop::Own:
     case Backdrop::Chessboard:
+      // Moves with the picture.
+      painter.setBrushOrigin(area.topLeft());
       return painter.fillRect(area, widgets::chessboardBrush(chessSquare));
     case Backdrop::Color:
       return painter.fillRect(area, m_options.color);
     case Backdrop::Still:
     case Backdrop::Movie:
       if (m_backdrop.isNull()) return painter.fillRect(area, Qt::black);
-      return drawOver(painter, area, withoutAlpha(m_backdrop), true);
+      return drawOver(painter, area, withoutAlpha(m_backdrop), isSmooth);
   }
 }
 

@@ -27,7 +27,7 @@ class PicturePainter {
   [[nodiscard]] static QImage channelOf(const Picture& picture, PictureOptions::Channel channel);
 
  private:
-  void paintBackdrop(QPainter& painter, const QRectF& area) const;
+  void paintBackdrop(QPainter& painter, const QRectF& area, bool isSmooth) const;
   void updateKey(const QRect& changed);
 
   PictureOptions m_options;

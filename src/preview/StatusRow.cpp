@@ -23,7 +23,7 @@ namespace {
 constexpr int margin = 8;
 constexpr int rightMargin = 6;
 constexpr int gap = 8;
-constexpr int wideGap = 16;
+constexpr int halfGap = 4;
 constexpr int separatorX = 44;
 constexpr int lampGap = 10;
 constexpr int separatorInset = 10;
@@ -93,12 +93,10 @@ StatusRow::StatusRow(QWidget* parent)
   row->addWidget(m_notice, 3);
   row->addWidget(m_again);
   row->addWidget(m_picture);
-  row->addSpacing(wideGap - gap);
-  row->addWidget(m_meter);
-  row->addSpacing(wideGap - gap);
-  row->addWidget(m_scale);
   row->addWidget(m_follow);
-  row->addSpacing(wideGap - gap);
+  row->addWidget(m_meter);
+  row->addWidget(m_scale);
+  row->addSpacing(halfGap);
   row->addWidget(m_triggerKey);
   row->addWidget(m_trigger);
   row->addWidget(m_fields);
@@ -113,6 +111,7 @@ StatusRow::StatusRow(QWidget* parent)
   m_again->setToolTip(tr("Play the Document as It Is Now (Shift+R)"));
   m_again->setFocusPolicy(Qt::NoFocus);
   m_again->hide();
+  m_meter->setContentsMargins(gap, 0, 0, 0);
   m_meter->hide();
   setTriggerVisible(false);
 }
