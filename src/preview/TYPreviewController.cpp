@@ -358,6 +358,7 @@ void TYPreviewController::reloadComposition() {
     return;
   }
   m_run = m_pump->restart();
+  m_checks->beginAnew();
   m_state = {};
   m_failure.clear();
   m_nextTimer.stop();
