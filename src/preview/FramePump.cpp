@@ -52,6 +52,8 @@ class FramePump::Run {
     for (const auto& [key, value] : m_program->inputs) m_renderer->setValueForInputKey(value, key);
   }
   bool exchange(std::shared_ptr<const PreviewProgram> program) {
+    // Another picture, even of the same pixels.
+    if (program->isOpaque != m_program->isOpaque) m_list.reset();
     load(std::move(program));
     const auto set = [this](const Input& input) {
       m_renderer->setValueForInputKey(input.value, input.key);

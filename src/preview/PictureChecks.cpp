@@ -105,11 +105,11 @@ void PictureChecks::takeFile(Kind kind, const QString& path) {
 }
 
 void PictureChecks::takeFailure(Kind kind, const foundation::Error& error) {
-  tell(kind == Kind::Still ? tr("The still cannot be shown") : tr("The movie cannot be played"),
-       QStringLiteral("%1: %2").arg(QFileInfo(error.file).fileName(), error.message));
   // One that was kept from another day: there is nothing else to go on with.
   if (isFile(m_options.backdrop) && !m_view.hasBackdrop())
     change([](PictureOptions& options) { options.backdrop = Backdrop::Own; });
+  tell(kind == Kind::Still ? tr("The still cannot be shown") : tr("The movie cannot be played"),
+       QStringLiteral("%1: %2").arg(QFileInfo(error.file).fileName(), error.message));
 }
 
 void PictureChecks::tell(const QString& title, const QString& text) {

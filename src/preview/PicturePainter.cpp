@@ -39,6 +39,15 @@ void convertToKey(const QImage& from, QImage& to, const QRect& area) {
 }  // namespace
 
 void PicturePainter::setOptions(const PictureOptions& options) {
+  m_awaiting.reset();
+  // Until then its key would be white all over.
+  if (m_picture && m_picture->isOpaque && !options.showsOwnBackground())
+    m_awaiting = options;
+  else
+    apply(options);
+}
+
+void PicturePainter::apply(const PictureOptions& options) {
   const bool isKeyNew = options.channel != m_options.channel;
   m_options = options;
   if (!isKeyNew) return;
@@ -49,15 +58,16 @@ void PicturePainter::setOptions(const PictureOptions& options) {
 QRect PicturePainter::setPicture(std::shared_ptr<const Picture> picture) {
   // Outside of what either of them drew on, both are transparent.
   const QRect drawn = picture ? picture->canvas.touched() : QRect();
-  const bool isFirst = !m_picture;
+  const bool isOther = !m_picture || !picture || m_picture->isOpaque != picture->isOpaque;
   m_picture = std::move(picture);
   const QRect changed = std::exchange(m_drawn, drawn) | drawn;
+  if (m_awaiting && !(m_picture && m_picture->isOpaque)) apply(*std::exchange(m_awaiting, {}));
   if (!m_picture) {
     m_key = {};
     return {};
   }
   updateKey(changed);
-  return isFirst ? m_picture->image().rect() : changed;
+  return isOther ? m_picture->image().rect() : changed;
 }
 
 void PicturePainter::updateKey(const QRect& changed) {

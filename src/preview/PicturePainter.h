@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "preview/PictureOptions.h"
 #include "preview/PicturePool.h"
 
@@ -11,8 +13,8 @@ namespace preview {
 /// copied; of the others only what was drawn on is converted.
 class PicturePainter {
  public:
+  /// What needs a picture without background waits for one.
   void setOptions(const PictureOptions& options);
-  [[nodiscard]] const PictureOptions& options() const { return m_options; }
   /// Of a still or a movie: covers the whole picture.
   void setBackdrop(const QImage& image) { m_backdrop = image; }
   [[nodiscard]] bool hasBackdrop() const { return !m_backdrop.isNull(); }
@@ -29,8 +31,10 @@ class PicturePainter {
  private:
   void paintBackdrop(QPainter& painter, const QRectF& area, bool isSmooth) const;
   void updateKey(const QRect& changed);
+  void apply(const PictureOptions& options);
 
   PictureOptions m_options;
+  std::optional<PictureOptions> m_awaiting;  ///< options that no picture serves yet
   QImage m_backdrop;
   std::shared_ptr<const Picture> m_picture;
   QRect m_drawn;  ///< pixels of the picture that are not transparent

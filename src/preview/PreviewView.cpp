@@ -40,7 +40,6 @@ void PreviewView::setPicture(std::shared_ptr<const Picture> picture) {
 }
 
 void PreviewView::setOptions(const PictureOptions& options) {
-  if (options == m_painter.options()) return;
   m_painter.setOptions(options);
   update();
 }

@@ -187,9 +187,10 @@ bool TYPreviewController::provideBackground(PreviewProgram::Background backgroun
     m_status->setNotice(tr("The document was closed: its background stays as it is"));
     return false;
   }
-  m_background = background;
-  if (needsExport) catchUp();
-  return true;
+  const auto before = std::exchange(m_background, background);
+  if (!needsExport || catchUp()) return true;
+  m_background = before;
+  return false;
 }
 
 void TYPreviewController::showFailure(const PreviewProgram::Failure& failure) {
@@ -306,13 +307,19 @@ void TYPreviewController::toggleFollowing() {
   foundation::UserDefaults::standard().setValue(follows(), followKey);
 }
 
-void TYPreviewController::catchUp() {
+bool TYPreviewController::catchUp() {
   CompositionDocument* document = m_document->document();
-  if (!document) return;
-  if (!m_pump || !m_failure.isEmpty()) return displayCompositionDocument(*document);
+  if (!document) return false;
+  if (!m_pump || !m_failure.isEmpty()) {
+    displayCompositionDocument(*document);
+    return true;
+  }
   const auto begin = FrameClock::Clock::now();
   auto program = PreviewProgram::fromDocument(*document, m_background);
-  if (program && !m_pump->canGoOnWith(*program)) return displayCompositionDocument(*document);
+  if (program && !m_pump->canGoOnWith(*program)) {
+    displayCompositionDocument(*document);
+    return true;
+  }
   m_document->noteShown(
       std::chrono::duration_cast<std::chrono::milliseconds>(FrameClock::Clock::now() - begin));
   if (program) {
@@ -322,6 +329,7 @@ void TYPreviewController::catchUp() {
   }
   m_status->setNotice(program ? QString()
                               : tr("The edit is not shown: %1").arg(program.error().error.text()));
+  return program.has_value();
 }
 
 void TYPreviewController::forget(const CompositionDocument& document) {

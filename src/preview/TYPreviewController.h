@@ -102,8 +102,8 @@ class TYPreviewController : public QWidget {
   void screenWasRemoved(const QScreen* screen);
   void previewAgain();
   void toggleFollowing();
-  /// Shows what has become of the document at the same playing time.
-  void catchUp();
+  /// Shows what has become of the document at the same playing time; false when it cannot.
+  bool catchUp();
   void forget(const document::CompositionDocument& document);
   [[nodiscard]] bool runsSlideshow() const { return !m_slideshowCompositions.isEmpty(); }
 

@@ -54,10 +54,13 @@ class PictureChecksTest : public PreviewTest {
 }  // namespace
 
 TEST_F(PictureChecksTest, WhatIsLookedAtDecidesWhetherTheBackgroundIsExported) {
+  const FramePump* pump = player().pump();
   press(Qt::Key_K);
   EXPECT_TRUE(shows(Qt::black));
   press(Qt::Key_P);
   EXPECT_TRUE(shows(Qt::red));
+  // All that while it goes on playing.
+  EXPECT_EQ(player().pump(), pump);
   putBehind(Backdrop::Color);
   EXPECT_TRUE(shows(Qt::blue));
   press(Qt::Key_F);
@@ -102,6 +105,7 @@ TEST_F(PictureChecksTest, AFileReplacesTheFormerBackdropOnceItWasRead) {
   TYPreviewController::togglePreviewForCompositionDocument(*document);
   EXPECT_TRUE(shows(Qt::red));
   EXPECT_EQ(options().backdrop, Backdrop::Own);
+  EXPECT_THAT(player().statusRow().notice().toStdString(), testing::HasSubstr("00ff00.png"));
 }
 
 TEST_F(PictureChecksTest, ThePictureIsZoomedAndMovedWithKeysWheelAndPointer) {

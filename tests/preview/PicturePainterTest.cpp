@@ -20,7 +20,7 @@ using foundation::Color;
 constexpr QSize size(8, 6);
 
 /// Its rows are translucent in other reds, on nothing at the right.
-std::shared_ptr<const Picture> picture(int width = 4) {
+std::shared_ptr<const Picture> picture(int width = 4, bool isOpaque = false) {
   static PicturePool pool(size, 1);
   auto made = pool.take();
   std::vector<runtime::DrawItem> rows;
@@ -28,6 +28,7 @@ std::shared_ptr<const Picture> picture(int width = 4) {
     rows.push_back(
         drawing::plain(QRectF(0, y, width, 1), size, Color(0.2 * y, 0, 0, y == 0 ? 1 : 0.5)));
   made->canvas.draw(drawing::listOf(rows));
+  made->isOpaque = isOpaque;
   return made;
 }
 
@@ -65,6 +66,18 @@ TEST(PicturePainter, ShowsKeyAndFillAlone) {
   EXPECT_EQ(qAlpha(looked.picture()->image().pixel(1, 5)), 128);
   EXPECT_EQ(fill.pixel(1, 5), qRgb(128, 0, 0));
   EXPECT_EQ(fill.pixel(6, 5), qRgb(0, 0, 0));
+}
+
+TEST(PicturePainter, KeyWaitsForAPictureWithoutBackground) {
+  PicturePainter looked;
+  looked.setPicture(picture(4, true));
+  const QImage before = painted(looked);
+  looked.setOptions({.channel = Channel::Key});
+  EXPECT_EQ(painted(looked), before);
+  EXPECT_EQ(looked.setPicture(picture(4, true)).width(), 5);
+  EXPECT_EQ(painted(looked), before);
+  EXPECT_EQ(looked.setPicture(picture()), QRect(QPoint(), size));
+  EXPECT_EQ(painted(looked).pixel(1, 3), qRgb(128, 128, 128));
 }
 
 TEST(PicturePainter, PutsWhatWasChosenBehindTheGraphic) {
