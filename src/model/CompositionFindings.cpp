@@ -106,6 +106,11 @@ class FindingsCollector {
     if (attribute.isAnimatedInExport() && attribute.permissionToChange())
       add("animated-field", object,
           QStringLiteral("is a field of the template, but animated and therefore not published"));
+    if (attribute.type() == AttributeType::Image && attribute.quartzAttribute() &&
+        attribute.permissionToChange() && attribute.quartzValues().isEmpty())
+      add("empty-field", object,
+          QStringLiteral("is a field of the template, but holds no picture to begin with, and is "
+                         "therefore not published"));
     checkColors(object, attribute);
     if (attribute.isAnimatedInExport()) checkKeyFrames(component, object, attribute);
     checkFonts(object, attribute.currentValue());

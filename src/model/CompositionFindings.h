@@ -21,6 +21,7 @@ struct CompositionFinding : foundation::Finding {
 ///   only-first-node-exported  its composition has several nodes at the top; an export takes one
 ///   field-lost-to-animation   was a field of the template until it was animated
 ///   animated-field            is marked as a field, but animated inputs are not published
+///   empty-field               is marked as a field, but images are published only with a picture
 ///   color-alpha-dropped       exported colours are opaque
 ///   margin-moves-export       on air it is drawn off by its margins
 ///   key-frame-outside-times   a key frame lies outside of the component's times

@@ -244,7 +244,8 @@ void TYPreviewController::updateStatusField() {
     m_status->setStatus(Light::Failed, m_failure);
   else if (m_status->isTriggerVisible())
     m_status->setStatus(Light::Waiting, tr("Waiting for Trigger"));
-  else if (m_state.isActive)
+  else if (m_state.isActive || (m_pump && m_state.run != m_run))
+    // What was loaded is taken to play until its first frame tells.
     m_status->setStatus(Light::Playing, tr("Playing %1").arg(m_name));
   else
     m_status->setStatus(Light::Finished, tr("Playout finished"));

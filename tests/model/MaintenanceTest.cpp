@@ -186,6 +186,21 @@ TEST_F(MaintenanceTest, WhatIsMissingIsReplacedEverywhereInOneStep) {
   EXPECT_EQ(fontOf(), (FontValue{QStringLiteral("Inter Bold"), 40}));
 }
 
+TEST_F(MaintenanceTest, APictureThatIsAFieldNeedsAPictureToBePublished) {
+  const QString path =
+      files.writeComponent(QStringLiteral("logo.qtz"),
+                           {{QStringLiteral("Logo"), QStringLiteral("QCGLImagePort"), {}, {}}});
+  QuartzComponent* logo = graphic->addComponenWithQuartzCompositionFile(path, {}, warnings);
+  Attribute& picture = *logo->attributeForKey(QStringLiteral("Logo"));
+  EXPECT_THAT(codes(), IsEmpty());
+  picture.setPermissionToChange(true);
+  EXPECT_THAT(codes(), ElementsAre(QStringLiteral("empty-field")));
+  QImage image(4, 4, QImage::Format_ARGB32_Premultiplied);
+  image.fill(Qt::red);
+  picture.setCurrentValue(image);
+  EXPECT_THAT(codes(), IsEmpty());
+}
+
 TEST_F(MaintenanceTest, FindingsNameWhatWillSurprise) {
   const QString path = files.writeComponent(
       QStringLiteral("card.qtz"), {{QStringLiteral("Tint"), QStringLiteral("QCColorPort"), {}, {}},
