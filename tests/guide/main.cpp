@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QDockWidget>
+#include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTemporaryDir>
@@ -50,11 +51,14 @@ class Studio {
     return prepare();
   }
 
-  void save(QWidget& widget, const char* name) const {
+  static QImage pictureOf(QWidget& widget) {
     QTest::qWait(patience);
+    return widget.grab().toImage();
+  }
+  void save(QWidget& widget, const char* name) const { save(pictureOf(widget), name); }
+  void save(const QImage& picture, const char* name) const {
     const QString path = QDir(m_output).filePath(QString::fromLatin1(name));
-    if (!widget.grab().toImage().save(path, nullptr, 90))
-      qFatal("cannot write %s", qPrintable(path));
+    if (!picture.save(path, nullptr, 90)) qFatal("cannot write %s", qPrintable(path));
     std::printf("%s\n", qPrintable(path));
   }
 
@@ -123,7 +127,24 @@ void selectOnly(model::Composition& composition, const QString& title) {
   if (auto* component = componentNamed(composition, title)) component->setSelected(true);
 }
 
-/// The inspector alone: the diamonds beside values that are animated, what may be changed on air,
+/// Side by side on white.
+QImage inARow(const QList<QImage>& pictures) {
+  constexpr int gap = 16;
+  QSize size(-gap, 0);
+  for (const QImage& picture : pictures)
+    size = QSize(size.width() + gap + picture.width(), std::max(size.height(), picture.height()));
+  QImage row(size, QImage::Format_RGB32);
+  row.fill(Qt::white);
+  QPainter painter(&row);
+  int x = 0;
+  for (const QImage& picture : pictures) {
+    painter.drawImage(x, 0, picture);
+    x += picture.width() + gap;
+  }
+  return row;
+}
+
+/// The inspector's pages: the diamonds beside values that are animated, what may be changed on air,
 /// and the keys that the export will publish.
 void showInspector(const Studio& studio, app::TYWindowController& window) {
   using Place = inspector::TYInspectorController::Place;
@@ -131,16 +152,17 @@ void showInspector(const Studio& studio, app::TYWindowController& window) {
   auto* dock = window.findChild<QDockWidget*>(QStringLiteral("inspector"));
   selectOnly(*window.composition(), QStringLiteral("Name 1"));
   window.composition()->setEditorTimepoint(0.64);
-  studio.save(*dock, "key-frames.jpg");
+  QList<QImage> pages{Studio::pictureOf(*dock)};
   inspector->showPlace(Place::Permissions);
-  studio.save(*dock, "permissions.jpg");
+  pages.append(Studio::pictureOf(*dock));
   inspector->showPlace(Place::Document);
   QTest::qWait(patience);
   // Its end, with the stop frames and the published keys.
   for (auto* page : inspector->findChildren<QScrollArea*>())
     if (page->isVisible())
       page->verticalScrollBar()->setValue(page->verticalScrollBar()->maximum());
-  studio.save(*dock, "document.jpg");
+  pages.append(Studio::pictureOf(*dock));
+  studio.save(inARow(pages), "inspector.jpg");
   inspector->showPlace(Place::Properties);
 }
 
