@@ -181,6 +181,7 @@ void showPlayer(const Studio& studio, app::TYWindowController& window) {
                                           QStringLiteral("Ada Lindqvist"));
   player->fieldsPanel().model().enterText(QStringLiteral("Role_1_Text"),
                                           QStringLiteral("Ferry captain, line 4"));
+  player->setFocus();  // a cursor that blinks would make another picture each time
   studio.save(*player, "player-fields.jpg");
   TYPreviewController::closeShared();
 }

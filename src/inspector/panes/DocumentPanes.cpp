@@ -21,6 +21,7 @@
 #include "inspector/rows/TimeRow.h"
 #include "model/Composition.h"
 #include "widgets/EventGuards.h"
+#include "widgets/TYNumberField.h"
 #include "widgets/TYPaneHeader.h"
 #include "widgets/TokenLabel.h"
 
@@ -30,6 +31,8 @@ using model::AttributeValue;
 using model::Composition;
 
 namespace {
+
+constexpr int leastPositionWidth = 84;  ///< four figures beside the button
 
 /// One value of the composition; bound to nothing without one.
 Binding toComposition(Composition* composition, const QString& stepName,
@@ -250,6 +253,7 @@ void OverlaysPane::bindGuides() {
     auto* row = new NumberRow(
         context(), {},
         {NumberFormat{.unit = QStringLiteral("px"), .minimum = -1e5, .maximum = 1e5}});
+    row->findChild<widgets::TYNumberField*>()->setMinimumWidth(leastPositionWidth);
     auto* remove = new QPushButton(tr("Remove"));
     const qsizetype index = m_positions.size();
     connect(remove, &QPushButton::clicked, this, [this, index] {
