@@ -83,6 +83,9 @@ AppDelegate::AppDelegate(foundation::UserDefaults& userDefaults,
              if (TYWindowController* window = anyWindow())
                window->showWarnings(tr("Changes are not safe"), {sentence});
            }});
+  connect(&m_renders, &RenderQueue::failed, this, [this](const foundation::Error& error) {
+    windowForMessages().showError(tr("The graphic could not be rendered"), error);
+  });
   m_autosave.setInterval(autosaveInterval);
   connect(&m_autosave, &QTimer::timeout, this, [this] { m_controller.autosave(); });
   m_autosave.start();
@@ -259,7 +262,50 @@ void AppDelegate::showHelp() {
   m_help->activateWindow();
 }
 
+void AppDelegate::mayEndRendering(QWidget& window, const std::function<void(bool)>& answered) {
+  const render::RenderTask* task = m_renders.current();
+  if (!task) {
+    answered(true);
+    return;
+  }
+  const QString name = QFileInfo(RenderQueue::pathOf(task->settings())).fileName();
+  TYAlert::begin(&window,
+                 {.title = tr("\"%1\" is still being rendered").arg(name),
+                  .text = tr("Quitting gives it up."),
+                  .kind = TYAlert::Kind::Warning,
+                  .list = {},
+                  .defaultButton = tr("Stop and Quit"),
+                  .alternateButton = tr("Go On Rendering"),
+                  .otherButton = {},
+                  .preferencesKey = {}},
+                 [this, answered](TYAlert::Answer answer) {
+                   if (answer == TYAlert::Answer::Default) m_renders.cancelAll();
+                   answered(answer == TYAlert::Answer::Default);
+                 });
+}
+
+void AppDelegate::mayClose(CompositionDocument& document, std::function<void(bool)> answered) {
+  TYWindowController* window = windowOf(document);
+  window->mayClose([this, window, answered](bool may) {
+    // The program ends with its last window.
+    if (may && m_windows.size() == 1)
+      mayEndRendering(*window, answered);
+    else
+      answered(may);
+  });
+}
+
 void AppDelegate::quit() {
+  if (m_renders.isBusy() && anyWindow()) {
+    mayEndRendering(*anyWindow(), [this](bool may) {
+      if (may) endDocuments();
+    });
+    return;
+  }
+  endDocuments();
+}
+
+void AppDelegate::endDocuments() {
   const QList<CompositionDocument*> unsaved = m_controller.unsavedDocuments();
   if (unsaved.isEmpty()) {
     for (CompositionDocument* document : m_controller.documents())
@@ -279,7 +325,7 @@ void AppDelegate::quit() {
           if (m_controller.documents().isEmpty())
             QApplication::quit();
           else
-            quit();
+            endDocuments();
         },
         Qt::QueuedConnection);
   });

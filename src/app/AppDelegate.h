@@ -7,6 +7,7 @@
 
 #include "app/ProgramServices.h"
 #include "app/RecentDocuments.h"
+#include "app/RenderQueue.h"
 #include "document/CompositionDocumentsController.h"
 
 namespace app {
@@ -47,11 +48,18 @@ class AppDelegate : public QObject, private ProgramServices {
   }
   void showDocument(document::CompositionDocument& document) override;
   void runSlideshow() override { m_controller.runSlideshow(); }
+  [[nodiscard]] RenderQueue& renders() override { return m_renders; }
+  void mayClose(document::CompositionDocument& document,
+                std::function<void(bool)> answered) override;
   void showPreferences() override;
   void showAbout() override;
   void showHelp() override;
   void quit() override;
 
+  /// Closes all, asking about each that is not saved; the program ends with the last one.
+  void endDocuments();
+  /// Asks whether what is being rendered may be given up.
+  void mayEndRendering(QWidget& window, const std::function<void(bool)>& answered);
   void offerRecovery(const QList<document::RecoveryEntry>& entries);
   /// Why it cannot be opened; nothing when it was, or when the person is asked about it.
   [[nodiscard]] std::optional<foundation::Error> openOrAsk(const QString& path);
@@ -65,6 +73,7 @@ class AppDelegate : public QObject, private ProgramServices {
   [[nodiscard]] TYWindowController& windowForMessages();
 
   foundation::UserDefaults& m_defaults;
+  RenderQueue m_renders;  // windows show it
   RecentDocuments m_recent;
   document::CompositionDocumentsController m_controller;
   QHash<const document::CompositionDocument*, TYWindowController*> m_windows;

@@ -3,6 +3,7 @@
 #include "app/DocumentSaving.h"
 #include "app/MenuMaker.h"
 #include "app/ProgramServices.h"
+#include "app/RenderStart.h"
 #include "app/WindowMenus.h"
 #include "document/DocumentCommands.h"
 #include "document/NewDocumentMenu.h"
@@ -99,6 +100,11 @@ void MenuMaker::addFile() {
        .text = tr("&Export…"),
        .shortcuts = {QKeySequence(Qt::CTRL | Qt::Key_E)},
        .run = [&window] { window.saving().exportComposition(); },
+       .canRun = hasComposition()});
+  add({.identifier = QStringLiteral("render"),
+       .text = tr("Ren&der to Movie…"),
+       .shortcuts = {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E)},
+       .run = [&window] { RenderStart::ask(window); },
        .canRun = hasComposition()});
   addMaintenance();
   separate();

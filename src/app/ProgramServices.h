@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QString>
+#include <functional>
 
 namespace document {
 class CompositionDocument;
@@ -11,6 +12,8 @@ class UserDefaults;
 }
 
 namespace app {
+
+class RenderQueue;
 
 /// What a document window asks of the program around it.
 class ProgramServices {
@@ -31,6 +34,12 @@ class ProgramServices {
   virtual void showDocument(document::CompositionDocument& document) = 0;
   /// In the preview player, one after the other.
   virtual void runSlideshow() = 0;
+  /// What is being rendered into files.
+  [[nodiscard]] virtual RenderQueue& renders() = 0;
+  /// Whether the window of the document may be closed: asks about changes that are not saved, and
+  /// about what the end of the program would end.
+  virtual void mayClose(document::CompositionDocument& document,
+                        std::function<void(bool)> answered) = 0;
   virtual void showPreferences() = 0;
   virtual void showAbout() = 0;
   virtual void showHelp() = 0;

@@ -116,6 +116,11 @@ void StatusLine::showFindings(qsizetype count) {
   m_findings->setToolTip(tr("What will not come out as it may be expected"));
 }
 
+void StatusLine::addProgress(QWidget* progress) {
+  auto* row = static_cast<QHBoxLayout*>(layout());
+  row->insertWidget(row->indexOf(m_findings), progress);
+}
+
 QPoint StatusLine::findingsCorner() const {
   return m_findings->mapToGlobal(QPoint(m_findings->width(), -4));
 }

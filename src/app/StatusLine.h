@@ -27,6 +27,8 @@ class StatusLine : public QWidget {
   void showPointer(const std::optional<QPointF>& pixel);
   /// Nothing is shown for none.
   void showFindings(qsizetype count);
+  /// Shows something that goes on for a while, before the findings.
+  void addProgress(QWidget* progress);
   /// Where their list opens, its lower right corner (global).
   [[nodiscard]] QPoint findingsCorner() const;
 

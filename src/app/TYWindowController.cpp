@@ -23,6 +23,7 @@
 #include "app/PSDImportSheet.h"
 #include "app/PanelFocus.h"
 #include "app/ProgramServices.h"
+#include "app/RenderProgress.h"
 #include "app/StatusLine.h"
 #include "app/WindowMenus.h"
 #include "canvas/CompositionView.h"
@@ -136,6 +137,7 @@ void TYWindowController::makePanels() {
   inspectorDock->raise();
 
   m_status = new StatusLine;
+  m_status->addProgress(new RenderProgress(m_services.renders()));
   connect(m_view, &canvas::CompositionView::actionButtonsChanged, this,
           [this] { setNeedsUpdate(); });
   // What Edit commands are about depends on where the keyboard is.
@@ -307,7 +309,7 @@ void TYWindowController::closeEvent(QCloseEvent* event) {
     return;
   }
   event->ignore();
-  mayClose([this](bool may) {
+  m_services.mayClose(m_document, [this](bool may) {
     if (!may) return;
     m_mayClose = true;
     QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);

@@ -25,7 +25,7 @@ Loaded fromDocument(const QString& path, bool background) {
   if (const auto done = document->exportTo(exported, background); !done)
     return tl::unexpected(LoadFailure{ExitStatus::OutputFailed, done.error()});
   Loaded input = fromComposition(exported);
-  if (input) input->describe(*document->document, background);
+  if (input) input->describe(render::DocumentFacts::of(*document->document, background));
   return input;
 }
 

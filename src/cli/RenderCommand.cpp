@@ -63,7 +63,7 @@ ExitStatus RenderCommand::run(const QStringList& arguments) {
     return fail(Interruption::isRequested() ? ExitStatus::Interrupted : ExitStatus::OutputFailed,
                 ok.error());
 
-  const QStringList findings = input->findings + input->renderer->findings() + job.findings();
+  const QStringList findings = input->facts.findings + input->renderer->findings() + job.findings();
   Console::findings(options->input, findings);
   return findings.isEmpty() ? ExitStatus::Ok : ExitStatus::Findings;
 }

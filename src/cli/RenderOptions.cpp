@@ -61,7 +61,7 @@ foundation::Result<void> readFormat(const CommandOptions& options, RenderOptions
       return failure(QStringLiteral("there is no video format '%1'").arg(name));
     r.size = QSize(format.width(), format.height());
     r.rate = render::frameRate(format.frameRate());
-    r.isInterlaced = render::isInterlaced(format.title());
+    r.isInterlaced = format.isInterlaced();
   }
   if (options.isSet(QStringLiteral("size"))) {
     const auto size = RenderOptions::sizeFromText(options.text(QStringLiteral("size")));

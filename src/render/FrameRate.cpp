@@ -40,9 +40,4 @@ FrameRate frameRate(model::FrameRateCode code) {
   return {rate.numerator, rate.denominator};
 }
 
-bool isInterlaced(const QString& formatName) {
-  const model::VideoMode* mode = model::VideoModes::standard().supportedModeForName(formatName);
-  return mode && mode->scan == 1;
-}
-
 }  // namespace render

@@ -22,7 +22,5 @@ struct FrameRate {
 
 /// The rate of a video format; 25 where it is unknown.
 [[nodiscard]] FrameRate frameRate(model::FrameRateCode code);
-/// The video format of the name has two fields a frame.
-[[nodiscard]] bool isInterlaced(const QString& formatName);
 
 }  // namespace render

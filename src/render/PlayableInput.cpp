@@ -2,6 +2,17 @@
 
 namespace render {
 
+DocumentFacts DocumentFacts::of(const document::CompositionDocument& document, bool background) {
+  const model::Composition& composition = *document.composition();
+  const model::VideoResolution format = composition.videoResolution();
+  return {
+      .folder = document.fileURL().toLocalFile(),
+      .rate = frameRate(format.frameRate()),
+      .isInterlaced = format.isInterlaced(),
+      .drawsBackground = background && composition.backgroundMode() != model::BackgroundMode::None,
+      .findings = document.warnings()};
+}
+
 foundation::Result<PlayableInput> PlayableInput::fromFile(const QString& path) {
   const auto composition = quartz::QuartzComposition::compositionWithFile(path);
   if (!composition) return tl::unexpected(composition.error());
@@ -13,14 +24,9 @@ foundation::Result<PlayableInput> PlayableInput::fromFile(const QString& path) {
   return input;
 }
 
-void PlayableInput::describe(const document::CompositionDocument& document, bool background) {
-  const model::Composition& composition = *document.composition();
-  renderer->userInfo().insert(QStringLiteral("baseFolder"), document.fileURL().toLocalFile());
-  drawsBackground = background && composition.backgroundMode() != model::BackgroundMode::None;
-  findings = document.warnings();
-  const model::VideoResolution format = composition.videoResolution();
-  isInterlaced = render::isInterlaced(format.title());
-  rate = frameRate(format.frameRate());
+void PlayableInput::describe(DocumentFacts documentFacts) {
+  facts = std::move(documentFacts);
+  renderer->userInfo().insert(QStringLiteral("baseFolder"), facts.folder);
 }
 
 }  // namespace render

@@ -27,8 +27,9 @@ foundation::Result<void> RenderJob::plan() {
         QStringLiteral("the file wants pictures of %1 x %2, which is too large; give --size")
             .arg(m_size.width())
             .arg(m_size.height()));
-  m_rate = m_settings.rate.value_or(m_input.rate);
-  m_isInterlaced = m_settings.fields || m_settings.isInterlaced.value_or(m_input.isInterlaced);
+  m_rate = m_settings.rate.value_or(m_input.facts.rate);
+  m_isInterlaced =
+      m_settings.fields || m_settings.isInterlaced.value_or(m_input.facts.isInterlaced);
   if (const auto movie = target().movie())
     if (auto ok = movie->check(); !ok) return ok;
   if (m_settings.frames) m_frames = *m_settings.frames;
@@ -60,16 +61,27 @@ FrameTarget RenderJob::target() const {
 }
 
 bool RenderJob::triggerPressed(double time) {
-  if (m_pressed) return false;  // the next press needs a release before it
+  if (m_pressed) {
+    m_waitingSince.reset();
+    return false;  // the next press needs a release before it
+  }
   if (std::exchange(m_pressAgain, false)) return true;
-  if (m_settings.automaticTrigger && m_input.renderer->valueForOutputKey(waitingKey).toBoolean())
-    return true;
+  if (m_settings.automaticTrigger && hasHeld(time)) return true;
   if (m_nextTrigger < m_settings.triggers.size() &&
       m_settings.triggers[m_nextTrigger] <= time + slack) {
     ++m_nextTrigger;
     return true;
   }
   return false;
+}
+
+bool RenderJob::hasHeld(double time) {
+  if (!m_input.renderer->valueForOutputKey(waitingKey).toBoolean()) {
+    m_waitingSince.reset();
+    return false;
+  }
+  if (!m_waitingSince) m_waitingSince = time;
+  return time - *m_waitingSince >= m_settings.stopHold - slack;
 }
 
 runtime::DrawList RenderJob::play(double time) {
@@ -110,7 +122,7 @@ void RenderJob::preroll() {
 }
 
 void RenderJob::addFrames(RenderPipeline& pipeline) {
-  const bool onBlack = m_settings.background && !m_input.drawsBackground;
+  const bool onBlack = m_settings.background && !m_input.facts.drawsBackground;
   const qint64 last = m_frames.value_or(m_rate.framesIn(longestPlay));
   for (qint64 frame = 0; frame < last && !isCancelled(); ++frame) {
     const double time = m_settings.from + m_rate.timeOf(frame);
@@ -124,6 +136,7 @@ void RenderJob::addFrames(RenderPipeline& pipeline) {
 
 foundation::Result<void> RenderJob::run(FrameWriter& writer, Watch watch) {
   m_watch = std::move(watch);
+  m_arguments.interruption = m_watch.interruption;
   preroll();
   RenderPipeline pipeline(writer, m_size, m_settings.threads);
   if (m_watch.progress) m_watch.progress(0);

@@ -15,10 +15,11 @@ class RenderPipeline;
 /// frames to a writer.
 class RenderJob {
  public:
-  /// What the caller hears while the job runs, on the thread that runs it; both may be empty.
+  /// What joins the job to its caller while it runs, on the thread that runs it; all may be empty.
   struct Watch {
     std::function<void(qint64 delivered)> progress = {};
     std::function<bool()> isCancelled = {};
+    std::shared_ptr<const runtime::Interruption> interruption = {};  ///< ends a frame that goes on
   };
 
   /// Settings and input must outlive the job.
@@ -38,6 +39,8 @@ class RenderJob {
   /// Sets what is due and the trigger for the frame, and evaluates it.
   [[nodiscard]] runtime::DrawList play(double time);
   [[nodiscard]] bool triggerPressed(double time);
+  /// Whether the stop that is waited at, if any, has stood long enough.
+  [[nodiscard]] bool hasHeld(double time);
   [[nodiscard]] bool isOver();
   [[nodiscard]] bool isCancelled() const { return m_watch.isCancelled && m_watch.isCancelled(); }
   void preroll();
@@ -53,6 +56,7 @@ class RenderJob {
   std::optional<qint64> m_frames;  ///< nothing: until the graphic is over
   size_t m_nextTrigger = 0;
   bool m_pressed = false;
+  std::optional<double> m_waitingSince;  ///< seconds; none: no stop is waited at
   bool m_pressAgain = false;
   ValueSchedule m_schedule;
   Watch m_watch;

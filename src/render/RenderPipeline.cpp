@@ -25,7 +25,7 @@ struct RenderPipeline::Frame {
 RenderPipeline::RenderPipeline(FrameWriter& writer, const QSize& size, int threads)
     : m_writer(writer), m_size(size) {
   const int drawing = threads > 0 ? threads : QThread::idealThreadCount();
-  QThreadPool::globalInstance()->setMaxThreadCount(drawing);
+  if (threads > 0) QThreadPool::globalInstance()->setMaxThreadCount(threads);
   m_mostFrames = framesUnderWay(size, drawing);
   m_delivery = std::thread([this] { deliverFrames(); });
 }
@@ -52,8 +52,10 @@ bool RenderPipeline::add(Picture picture) {
     frame->order = m_added++;
   }
   frame->picture = std::move(picture);
-  // Painting from outside this pool would be cut into small jobs for it, at half the speed.
-  QThreadPool::globalInstance()->start([this, raw = frame.release()] {
+  // Painting from outside this pool would be cut into small jobs for it, at half the speed. What
+  // else is to be drawn meanwhile, such as the editor's canvas, goes first.
+  constexpr int priority = -1;
+  const auto work = [this, raw = frame.release()] {
     std::unique_ptr<Frame> owned(raw);
     drawFrame(*owned);
     const auto bytes = m_writer.encode(owned->pixels(), owned->drawn);
@@ -65,7 +67,8 @@ bool RenderPipeline::add(Picture picture) {
     const qint64 order = owned->order;
     m_ready.emplace(order, std::move(owned));
     m_changed.wakeAll();
-  });
+  };
+  QThreadPool::globalInstance()->start(work, priority);
   return true;
 }
 

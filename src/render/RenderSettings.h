@@ -22,8 +22,9 @@ struct RenderSettings {
   std::optional<qint64> frames = {};    ///< none, and no duration: until the graphic is over
   std::vector<double> triggers = {};    ///< seconds, ascending
   bool automaticTrigger = false;        ///< presses the trigger at every stop
-  QDateTime clock = {};                 ///< the wall clock at time 0; invalid: now
-  bool background = false;              ///< on the document's background; compositions lie on black
+  double stopHold = 0;      ///< seconds that every stop stands before it is pressed automatically
+  QDateTime clock = {};     ///< the wall clock at time 0; invalid: now
+  bool background = false;  ///< on the document's background; compositions lie on black
   Alpha alpha = Alpha::Straight;
   int threads = 0;  ///< that draw; 0: one a core
 

@@ -1,0 +1,41 @@
+#include "render/RenderSource.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+namespace render {
+
+namespace {
+
+QString exportedFile(const QTemporaryDir& folder) {
+  return folder.filePath(QStringLiteral("Composition.qtz"));
+}
+
+}  // namespace
+
+foundation::Result<RenderSource> RenderSource::fromDocument(
+    const document::CompositionDocument& document, bool background) {
+  using Background = model::Composition::Background;
+  if (!document.composition())
+    return foundation::failure(QStringLiteral("the document holds no composition"),
+                               document.fileURL().toLocalFile());
+  auto folder = std::make_shared<const QTemporaryDir>(
+      QDir::temp().filePath(QStringLiteral("TessaryRender-XXXXXX")));
+  if (!folder->isValid()) return foundation::failure(folder->errorString(), QDir::tempPath());
+  const QString path = exportedFile(*folder);
+  const auto done = background ? document.composition()->exportToPath(path, Background::Include)
+                               : document.exportQuartzComposition(path);
+  if (!done) return tl::unexpected(done.error());
+  RenderSource source;
+  source.m_folder = std::move(folder);
+  source.m_facts = DocumentFacts::of(document, background);
+  return source;
+}
+
+foundation::Result<PlayableInput> RenderSource::open() const {
+  auto input = PlayableInput::fromFile(exportedFile(*m_folder));
+  if (input) input->describe(m_facts);
+  return input;
+}
+
+}  // namespace render
