@@ -103,7 +103,7 @@ void RenderSheet::addRow(const QString& label, std::initializer_list<QWidget*> c
   bool stretches = false;
   for (QWidget* control : controls) {
     if (control->accessibleName().isEmpty()) control->setAccessibleName(label);
-    stretches = stretches || qobject_cast<QLineEdit*>(control) == m_path;
+    stretches = stretches || control == m_path;
     line->addWidget(control);
   }
   if (!stretches) line->addStretch(1);

@@ -72,7 +72,7 @@ TEST_F(RenderingTest, ReturnRendersTheDocumentAsItIsAndTheChoicesAreRemembered) 
   typePath(*sheet, path("still"));
   QTest::keyClick(sheet, Qt::Key_Return);
   // What is changed from now on is not in the picture.
-  composition().removeComponents(composition().components());
+  composition().componentArray().first()->setOpacity(0);
   ASSERT_TRUE(comesToRest());
   ASSERT_TRUE(queue().notice());
   EXPECT_EQ(queue().notice()->path, path("still.png"));
@@ -123,7 +123,8 @@ TEST_F(RenderingTest, QuittingAsksWhileSomethingIsRenderedAndThenLeavesNothing) 
   press(*alert(), "Ok");
   EXPECT_EQ(queue().waiting(), 0);
 
-  ASSERT_TRUE(window().document().save());
+  ASSERT_TRUE(window().document().saveToURL(QUrl::fromLocalFile(path("saved.composition")),
+                                            document::SaveOperation::SaveAs));
   trigger("quit");
   ASSERT_TRUE(alert());
   press(*alert(), "Go On Rendering");
