@@ -82,6 +82,7 @@ void RenderProgress::showQueue() {
   const bool isMade = !runs && m_queue.notice() && !m_queue.notice()->isCancelled;
   m_reveal->setVisible(isMade);
   m_dismiss->setVisible(!runs);
+  if (!runs) m_numbers->setMinimumWidth(0);
   if (runs)
     showRunning();
   else if (m_queue.notice())
@@ -104,6 +105,8 @@ void RenderProgress::showRunning() {
   if (const qsizetype waiting = m_queue.waiting(); waiting > 0)
     numbers += tr(" (%1 more to come)").arg(waiting);
   m_numbers->setText(numbers);
+  // What is read while it changes stays where it is.
+  m_numbers->setMinimumWidth(std::max(m_numbers->minimumWidth(), m_numbers->sizeHint().width()));
 }
 
 QString RenderProgress::progressText(qint64 frames, std::optional<qint64> total,
