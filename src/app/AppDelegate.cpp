@@ -269,19 +269,21 @@ void AppDelegate::mayEndRendering(QWidget& window, const std::function<void(bool
     return;
   }
   const QString name = QFileInfo(RenderQueue::pathOf(task->settings())).fileName();
-  TYAlert::begin(&window,
-                 {.title = tr("\"%1\" is still being rendered").arg(name),
-                  .text = tr("Quitting gives it up."),
-                  .kind = TYAlert::Kind::Warning,
-                  .list = {},
-                  .defaultButton = tr("Stop and Quit"),
-                  .alternateButton = tr("Go On Rendering"),
-                  .otherButton = {},
-                  .preferencesKey = {}},
-                 [this, answered](TYAlert::Answer answer) {
-                   if (answer == TYAlert::Answer::Default) m_renders.cancelAll();
-                   answered(answer == TYAlert::Answer::Default);
-                 });
+  TYAlert::begin(
+      &window,
+      {.title = tr("\"%1\" is still being rendered").arg(name),
+       .text = m_renders.waiting() > 0 ? tr("Quitting gives it up, and what waits behind it.")
+                                       : tr("Quitting gives it up."),
+       .kind = TYAlert::Kind::Warning,
+       .list = {},
+       .defaultButton = tr("Stop and Quit"),
+       .alternateButton = tr("Go On Rendering"),
+       .otherButton = {},
+       .preferencesKey = {}},
+      [this, answered](TYAlert::Answer answer) {
+        if (answer == TYAlert::Answer::Default) m_renders.cancelAll();
+        answered(answer == TYAlert::Answer::Default);
+      });
 }
 
 void AppDelegate::mayClose(CompositionDocument& document, std::function<void(bool)> answered) {

@@ -105,6 +105,11 @@ QSize RenderChoices::pixels(const model::Composition& composition) const {
   return size == Size::Own ? ownSize : whole;
 }
 
+bool RenderChoices::hasFields(const model::Composition& composition) const {
+  return composition.videoResolution().isInterlaced() && kind != Kind::Still && rate.isEmpty() &&
+         size == Size::Format;
+}
+
 QString RenderChoices::fittingPath() const {
   static const QStringList known{
       QStringLiteral("mov"), QStringLiteral("mp4"), QStringLiteral("webm"), QStringLiteral("mkv"),
@@ -142,9 +147,9 @@ foundation::Result<RenderSettings> RenderChoices::settings(
     return failure(
         tr("A picture of %1 × %2 cannot be drawn.").arg(s.size->width()).arg(s.size->height()));
   if (!rate.isEmpty()) s.rate = render::FrameRate::fromText(rate);
-  const bool twoFields = composition.videoResolution().isInterlaced() && !s.rate;
-  s.isInterlaced = twoFields && size == Size::Format && kind == Kind::Movie;
-  s.fields = fields && twoFields && kind != Kind::Still;
+  const bool twoFields = hasFields(composition);
+  s.isInterlaced = twoFields && kind == Kind::Movie;
+  s.fields = fields && twoFields;
   s.automaticTrigger = true;
   s.stopHold = kind == Kind::Still ? 0 : std::clamp(stopHold, 0.0, longestHold);
   if (kind == Kind::Still) {

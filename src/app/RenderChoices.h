@@ -51,6 +51,8 @@ struct RenderChoices {
   [[nodiscard]] static QList<RenderFormat> formats(Kind kind);
   [[nodiscard]] RenderFormat chosenFormat() const;
   [[nodiscard]] QSize pixels(const model::Composition& composition) const;
+  /// Frames have two fields: lines and rate are those of an interlaced format.
+  [[nodiscard]] bool hasFields(const model::Composition& composition) const;
   /// The path with the ending of the format, and the folder of pictures without one.
   [[nodiscard]] QString fittingPath() const;
   /// Fails with a sentence for the person: what cannot be rendered so.

@@ -32,7 +32,7 @@ using Size = RenderChoices::Size;
 
 namespace {
 
-constexpr int sheetWidth = 560;
+constexpr int sheetWidth = 620;
 constexpr int labelWidth = 84;
 constexpr int rowHeight = 28;
 constexpr int gap = 8;
@@ -321,7 +321,7 @@ void RenderSheet::refresh() {
     field->setVisible(isPart);
   m_still->setVisible(isStill);
   m_rate->setEnabled(!isStill);
-  m_fields->setEnabled(!isStill && m_choices.rate.isEmpty());
+  m_fields->setEnabled(m_choices.hasFields(m_composition));
   m_hold->setEnabled(!isStill);
   m_alpha->setEnabled(m_choices.chosenFormat().keepsAlpha);
   const auto settings = m_choices.settings(m_composition);
