@@ -23,8 +23,9 @@ foundation::Result<RenderSource> RenderSource::fromDocument(
       QDir::temp().filePath(QStringLiteral("TessaryRender-XXXXXX")));
   if (!folder->isValid()) return foundation::failure(folder->errorString(), QDir::tempPath());
   const QString path = exportedFile(*folder);
-  const auto done = background ? document.composition()->exportToPath(path, Background::Include)
-                               : document.exportQuartzComposition(path);
+  // With the keys that the document's own sets of values go by.
+  const auto done = document.composition()->exportToPath(
+      path, background ? Background::Include : Background::Exclude);
   if (!done) return tl::unexpected(done.error());
   RenderSource source;
   source.m_folder = std::move(folder);
