@@ -56,10 +56,12 @@ void CompositionDocument::afterLoad() {
 
 void CompositionDocument::emptyDocumentWithResolution(const model::VideoResolution& resolution) {
   beforeLoad();
+  m_values = {};
   replaceContents();
   m_composition = context().insert(std::make_unique<Composition>(resolution));
   afterLoad();
   contextIsNew();
+  m_valueObservers.call(*this);
 }
 
 Result<void> CompositionDocument::readFromURL(const QUrl& url) {
@@ -72,7 +74,48 @@ Result<void> CompositionDocument::readFromURL(const QUrl& url) {
   beforeLoad();
   takeComposition();
   afterLoad();
+  readValues();
+  m_valueObservers.call(*this);
   return {};
+}
+
+void CompositionDocument::readValues() {
+  const bool wasHeld = m_values.isHeld();
+  const QString path = fileURL().toLocalFile();
+  m_values = {};
+  if (!path.isEmpty())
+    if (const auto read = m_values.read(PackageLayout(path)); !read)
+      addWarning(QStringLiteral("The sets of values are not there: %1").arg(read.error().text()));
+  if (wasHeld) heldBesideChanged();
+}
+
+Result<void> CompositionDocument::setValueSets(const playout::ValueSets& sets) {
+  m_values.hold(sets);
+  followPackage();
+  const QString path = fileURL().toLocalFile();
+  const auto written = path.isEmpty() ? Result<void>() : m_values.write(PackageLayout(path));
+  heldBesideChanged();
+  m_valueObservers.call(*this);
+  return written;
+}
+
+QByteArray CompositionDocument::heldBesideStore() const {
+  return m_values.isHeld() ? m_values.sets().toJson() : QByteArray();
+}
+
+Result<void> CompositionDocument::writeHeld(const PackageLayout& package) const {
+  return m_values.writeCopy(package).map([](const auto&) {});
+}
+
+void CompositionDocument::writeValues(const PackageLayout& package, SaveOperation operation) {
+  if (!m_values.isHeld()) return;
+  if (operation == SaveOperation::Save || isAt(QUrl::fromLocalFile(package.folder()))) {
+    if (const auto written = m_values.write(package); !written)
+      leftOut(package.values(), written.error());
+  } else if (operation == SaveOperation::SaveAs) {
+    if (const auto read = m_values.read(package); !read) leftOut(package.values(), read.error());
+  }
+  m_valueObservers.call(*this);
 }
 
 void CompositionDocument::takeComposition() {
@@ -86,7 +129,17 @@ void CompositionDocument::takeComposition() {
 Result<RecoveredDocument> CompositionDocument::recover(const RecoveryStore& recoveryStore,
                                                        const RecoveryEntry& entry) {
   auto recovered = PersistentPackageDocument::recover(recoveryStore, entry);
-  if (recovered) takeComposition();
+  if (!recovered) return recovered;
+  takeComposition();
+  readValues();
+  if (!recovered->heldBeside.isEmpty()) {
+    const auto held = playout::ValueSets::fromJson(recovered->heldBeside, entry.dataFolder);
+    if (held)
+      m_values.hold(playout::ValueSets::merged({}, *held, m_values.sets()));
+    else
+      recovered->warnings.append(held.error().text());
+  }
+  m_valueObservers.call(*this);
   return recovered;
 }
 
@@ -108,6 +161,7 @@ Result<void> CompositionDocument::writeSafelyToURL(const QUrl& url, SaveOperatio
     return written;
   }
   const PackageLayout package(url.toLocalFile());
+  writeValues(package, operation);
   if (!QDir().mkpath(package.quickLook())) {
     const foundation::Error error{QStringLiteral("cannot be made"), package.quickLook(), {}};
     logError(QStringLiteral("Could not create QuickLook folder with error %1").arg(error.text()));
@@ -146,16 +200,31 @@ void CompositionDocument::copyResources(const PackageLayout& package) {
 void CompositionDocument::writeExports(const PackageLayout& package) {
   using Background = Composition::Background;
   const auto playout = m_composition->exportToPath(package.composition(), Background::Exclude);
-  if (!playout) leftOut(package.composition(), playout.error());
+  if (!playout) return leftOut(package.composition(), playout.error());
+  if (const auto written = writeThumbnail(package); !written)
+    leftOut(package.thumbnail(), written.error());
+}
+
+Result<void> CompositionDocument::writeThumbnail(const PackageLayout& package) {
   const QTemporaryDir temporary;
   const QString preview = temporary.filePath(QStringLiteral("TessaryPreview.qtz"));
-  const auto withBackground = m_composition->exportToPath(preview, Background::Include);
-  if (!playout || !withBackground) return;
-  const auto picture = PosterFrame::render(*m_composition, preview, package.folder());
-  const auto written =
-      picture ? foundation::replaceFile(package.thumbnail(), PosterFrame::jpeg(*picture))
-              : tl::unexpected(picture.error());
-  if (!written) leftOut(package.thumbnail(), written.error());
+  return m_composition->exportToPath(preview, Composition::Background::Include)
+      .and_then([&] {
+        return PosterFrame::render(*m_composition, preview, package.folder(),
+                                   valueSets().thumbnailSet(), m_saveWarnings);
+      })
+      .and_then([&](const QImage& picture) {
+        return foundation::replaceFile(package.thumbnail(), PosterFrame::jpeg(picture));
+      });
+}
+
+Result<void> CompositionDocument::renewThumbnail() {
+  m_saveWarnings.clear();
+  if (!m_composition || fileURL().isEmpty()) return {};
+  const PackageLayout package(fileURL().toLocalFile());
+  if (!QDir().mkpath(package.quickLook()))
+    return failure(QStringLiteral("cannot be made"), package.quickLook());
+  return writeThumbnail(package);
 }
 
 Result<void> CompositionDocument::exportQuartzComposition(const QString& path) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/PackageValues.h"
 #include "document/PersistentPackageDocument.h"
 #include "model/Composition.h"
 #include "model/maintenance/Maintenance.h"
@@ -32,6 +33,25 @@ class CompositionDocument : public PersistentPackageDocument {
                                                           SaveOperation operation) override;
   [[nodiscard]] foundation::Result<RecoveredDocument> recover(const RecoveryStore& recoveryStore,
                                                               const RecoveryEntry& entry) override;
+  /// Sets of values for the published inputs of the graphic, in the keys of its own playout
+  /// composition (Composition::standardKey). Relative names of pictures in them start at the
+  /// package's folder.
+  [[nodiscard]] const playout::ValueSets& valueSets() const { return m_values.sets(); }
+  /// No edit of the graphic: neither undone nor unsaved. In a saved document they are written at
+  /// once; sets that another program has written meanwhile are brought together with these, so
+  /// valueSets() may give more afterwards. What cannot be written, and why, is told; it is tried
+  /// again by the next change and the next save. A document without a place keeps them for its
+  /// first save.
+  [[nodiscard]] foundation::Result<void> setValueSets(const playout::ValueSets& sets);
+  /// Called after they have changed, by reading the package as well.
+  [[nodiscard]] store::Subscription observeValueSets(
+      std::function<void(const CompositionDocument&)> observer) {
+    return m_valueObservers.add(std::move(observer));
+  }
+  [[nodiscard]] QByteArray heldBesideStore() const override;
+  /// Makes the thumbnail in the package anew, from the graphic as it is now.
+  [[nodiscard]] foundation::Result<void> renewThumbnail();
+
   /// What the last save left out, and why.
   [[nodiscard]] const QStringList& saveWarnings() const { return m_saveWarnings; }
   /// Stops playback, as is due before the user is asked about unsaved changes.
@@ -50,9 +70,14 @@ class CompositionDocument : public PersistentPackageDocument {
   void afterLoad() override;
   void simpleSetFileURL(const QUrl& url) override;
   void contentsWereReplaced() override { m_composition = nullptr; }
+  [[nodiscard]] foundation::Result<void> writeHeld(const PackageLayout& package) const override;
 
  private:
   void takeComposition();
+  void readValues();
+  /// Those that wait: into the package that was saved, or noted as written into a new one.
+  void writeValues(const PackageLayout& package, SaveOperation operation);
+  [[nodiscard]] foundation::Result<void> writeThumbnail(const PackageLayout& package);
   void writeInformation(const PackageLayout& package);
   void copyResources(const PackageLayout& package);
   void writeExports(const PackageLayout& package);
@@ -62,6 +87,8 @@ class CompositionDocument : public PersistentPackageDocument {
   model::Composition* m_composition = nullptr;
   QList<model::EmbeddedResource> m_saveResources;
   QStringList m_saveWarnings;
+  PackageValues m_values;
+  store::ObserverList<CompositionDocument> m_valueObservers;
 };
 
 }  // namespace document

@@ -27,7 +27,8 @@ RecoveryJournal::Host DocumentSession::host() {
               m_warn(QStringLiteral("Changes of \"%1\" are not kept against a crash until it is "
                                     "saved: %2")
                          .arg(m_document.displayName(), error.text()));
-          }};
+          },
+          [this] { return m_document.heldBesideStore(); }};
 }
 
 DocumentLock::Attempt DocumentSession::lock(const QString& path, DocumentLock::Others others) {
@@ -89,6 +90,10 @@ void DocumentSession::willBeSaved(const QByteArray& storeBytes, const QString& p
 void DocumentSession::wasSaved() {
   if (m_targetLock) m_lock = std::move(m_targetLock);
   if (m_journal) m_journal->endSave(name());
+}
+
+void DocumentSession::heldBesideChanged() {
+  if (m_journal) m_journal->keepBeside();
 }
 
 void DocumentSession::takeLockAlong() {

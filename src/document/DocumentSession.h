@@ -45,6 +45,7 @@ class DocumentSession : public StoreObserver {
                                                       SaveOperation operation) override;
   void willBeSaved(const QByteArray& storeBytes, const QString& path) override;
   void wasSaved() override;
+  void heldBesideChanged() override;
   void wasMoved() override;
 
  private:

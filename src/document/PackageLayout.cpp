@@ -53,9 +53,9 @@ bool PackageLayout::isReplaceable(const QString& folder) {
 QStringList PackageLayout::otherEntries() const {
   QStringList entries =
       QDir(m_folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-  for (const QString& own : {store(), composition(), info(), quickLook()}) {
+  for (const QString& own : {store(), composition(), info(), quickLook(), values()}) {
     const QString name = QFileInfo(own).fileName();
-    entries.removeAll(name);
+    if (own != values()) entries.removeAll(name);
     // What a save that was interrupted left behind ends in six letters.
     static constexpr qsizetype leftOverEnding = 7;
     entries.removeIf([&](const QString& entry) {

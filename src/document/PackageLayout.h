@@ -30,13 +30,15 @@ class PackageLayout {
   [[nodiscard]] QString composition() const { return path("Composition.qtz"); }
   /// What systems that list documents read.
   [[nodiscard]] QString info() const { return path("CompositionInfo.xml"); }
+  /// Named sets of values for its published inputs.
+  [[nodiscard]] QString values() const { return path("Values.json"); }
   [[nodiscard]] QString quickLook() const { return path("QuickLook"); }
   [[nodiscard]] QString thumbnail() const { return path("QuickLook/Thumbnail.jpg"); }
 
   /// Whether a folder of the path may be replaced by a document: a package, or an empty folder.
   [[nodiscard]] static bool isReplaceable(const QString& folder);
-  /// Files and folders that were put into the package beside what saving writes, by their names,
-  /// hidden ones too.
+  /// Files and folders in the package beside what every save writes, by their names, hidden ones
+  /// too: sets of values, and what was put there.
   [[nodiscard]] QStringList otherEntries() const;
 
  private:

@@ -113,6 +113,10 @@ void PersistentPackageDocument::contextIsNew() {
   if (m_storeObserver) m_storeObserver->contextWasReplaced({});
 }
 
+void PersistentPackageDocument::heldBesideChanged() {
+  if (m_storeObserver) m_storeObserver->heldBesideChanged();
+}
+
 void PersistentPackageDocument::afterLoad() {
   m_context->processPendingChanges();
   m_context->clearHistory();
@@ -161,6 +165,7 @@ Result<void> PersistentPackageDocument::writePackage(const QString& folder,
           !copied)
         return copied;
   }
+  if (auto held = writeHeld(PackageLayout(folder)); !held) return held;
   return foundation::replaceFile(PackageLayout(folder).store(), storeBytes);
 }
 

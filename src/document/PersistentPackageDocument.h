@@ -63,6 +63,9 @@ class PersistentPackageDocument {
 
   /// The store as a save would write it.
   [[nodiscard]] QByteArray storeBytes() const { return m_store->write(*m_context); }
+  /// What the next save writes beside the store, in a form that recovering gives back; nothing when
+  /// all of it is on the disk.
+  [[nodiscard]] virtual QByteArray heldBesideStore() const { return {}; }
   /// Replaces what the document holds by what a process left behind. The document has unsaved
   /// changes then, and lies where it lay for that process.
   [[nodiscard]] virtual foundation::Result<RecoveredDocument> recover(
@@ -84,6 +87,15 @@ class PersistentPackageDocument {
   virtual void simpleSetFileURL(const QUrl& url);
   /// Objects of the context before are gone.
   virtual void contentsWereReplaced() {}
+  /// To be called when heldBesideStore() gives something else than before.
+  void heldBesideChanged();
+  /// What to the user is worth telling about the contents just read.
+  void addWarning(const QString& sentence) { m_warnings.append(sentence); }
+  /// Writes what is held beside the store into a package that is being made, which has the other
+  /// entries of the present one already.
+  [[nodiscard]] virtual foundation::Result<void> writeHeld(const PackageLayout&) const {
+    return {};
+  }
   /// To be called when the document was made new, after what it begins with was put in.
   void contextIsNew();
   /// Whether the package lies there, and is there.

@@ -5,6 +5,8 @@
 #include <QPainter>
 
 #include "model/Composition.h"
+#include "playout/InputValues.h"
+#include "playout/ValueSets.h"
 #include "runtime/CompositionRenderer.h"
 #include "runtime/draw/RasterBackend.h"
 
@@ -38,10 +40,28 @@ runtime::DrawList playedTo(double timepoint, const QSize& size,
   return drawn;
 }
 
+void setValues(const playout::ValueSet& set, const QString& folder,
+               runtime::CompositionRenderer& renderer, QStringList& warnings) {
+  QStringList leftOut;
+  const auto values = playout::InputValues::fittingOf(set.values, renderer, folder, leftOut);
+  for (const playout::InputValue& input : values)
+    renderer.setValueForInputKey(input.value, input.key);
+  for (const QString& why : std::as_const(leftOut))
+    warnings.append(
+        QStringLiteral("The thumbnail leaves out a value of \"%1\": %2").arg(set.name, why));
+}
+
 }  // namespace
 
 Result<QImage> PosterFrame::render(const model::Composition& composition,
                                    const QString& exportedPath, const QString& packageFolder) {
+  QStringList none;
+  return render(composition, exportedPath, packageFolder, nullptr, none);
+}
+
+Result<QImage> PosterFrame::render(const model::Composition& composition,
+                                   const QString& exportedPath, const QString& packageFolder,
+                                   const playout::ValueSet* values, QStringList& warnings) {
   const bool hasNoTime = composition.posterFrameMode() == 1;
   if (hasNoTime && !composition.posterFrameImage().isNull()) return composition.posterFrameImage();
   const QSize size(composition.videoResolution().compositionWidth(),
@@ -55,6 +75,7 @@ Result<QImage> PosterFrame::render(const model::Composition& composition,
   if (!renderer) return tl::unexpected(renderer.error());
   (*renderer)->userInfo().insert(QStringLiteral("baseFolder"), packageFolder);
   (*renderer)->userInfo().insert(QStringLiteral("com.brevant.Tessary.file"), packageFolder);
+  if (values) setValues(*values, packageFolder, **renderer, warnings);
   runtime::RasterBackend().draw(playedTo(composition.posterFrameTimepoint(), size, **renderer),
                                 picture);
   return picture;

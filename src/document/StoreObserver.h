@@ -20,6 +20,8 @@ class StoreObserver {
   /// These bytes are about to become the document's store, there.
   virtual void willBeSaved(const QByteArray& storeBytes, const QString& path) = 0;
   virtual void wasSaved() = 0;
+  /// What the next save writes beside the store is something else now.
+  virtual void heldBesideChanged() = 0;
   /// It lies elsewhere now, with its store.
   virtual void wasMoved() = 0;
 };

@@ -194,6 +194,23 @@ tl::expected<runtime::PortAttributes, ValueFailure> InputValues::inputNamed(
                                  .arg(key, renderer.inputKeys().join(QStringLiteral(", "))));
 }
 
+std::vector<InputValue> InputValues::fittingOf(const QJsonObject& object,
+                                               const runtime::CompositionRenderer& renderer,
+                                               const QString& folder, QStringList& leftOut) {
+  std::vector<InputValue> values;
+  for (auto it = object.begin(); it != object.end(); ++it) {
+    const auto port = renderer.inputAttributes(it.key());
+    const Read value =
+        port ? fromJson(it.value(), *port, folder)
+             : ValueFailure::wrong(QStringLiteral("'%1' is not published any more").arg(it.key()));
+    if (value)
+      values.push_back({it.key(), *value});
+    else
+      leftOut.append(value.error().error.text());
+  }
+  return values;
+}
+
 tl::expected<std::vector<InputValue>, ValueFailure> InputValues::fromObject(
     const QJsonObject& object, const runtime::CompositionRenderer& renderer,
     const QString& folder) {

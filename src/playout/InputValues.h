@@ -39,6 +39,11 @@ class InputValues {
   [[nodiscard]] static tl::expected<std::vector<InputValue>, ValueFailure> fromObject(
       const QJsonObject& object, const runtime::CompositionRenderer& renderer,
       const QString& folder);
+  /// A value for each key of the object that can have one; what cannot, and why, goes into the list
+  /// as sentences.
+  [[nodiscard]] static std::vector<InputValue> fittingOf(
+      const QJsonObject& object, const runtime::CompositionRenderer& renderer,
+      const QString& folder, QStringList& leftOut);
   /// A JSON file with one object.
   [[nodiscard]] static tl::expected<QJsonObject, ValueFailure> objectFromFile(const QString& path);
 };

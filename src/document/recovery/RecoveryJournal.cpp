@@ -1,5 +1,6 @@
 #include "document/recovery/RecoveryJournal.h"
 
+#include <QFile>
 #include <algorithm>
 #include <limits>
 #include <utility>
@@ -118,6 +119,7 @@ Result<void> RecoveryJournal::begin() {
   m_file = std::move(*file);
   m_frame = 0;
   m_compactAt = m_sizeLimit;
+  keepBeside();
   return {};
 }
 
@@ -162,7 +164,20 @@ Result<void> RecoveryJournal::writeCheckpoint() {
   if (m_failed || !m_touched.empty()) m_shadow.take(m_context);
   m_touched.clear();
   m_failed = false;
+  keepBeside();
   return {};
+}
+
+void RecoveryJournal::keepBeside() {
+  if (!m_place || !m_host.heldBeside) return;
+  const QString path = m_place->besidePath();
+  const QByteArray held = m_host.heldBeside();
+  if (held.isEmpty()) {
+    QFile::remove(path);
+    return;
+  }
+  const Result<void> kept = foundation::replaceFile(path, held);
+  if (!kept && m_host.cannotWrite) m_host.cannotWrite(kept.error());
 }
 
 void RecoveryJournal::failed(const Error& error, Clock::time_point since) {

@@ -22,6 +22,8 @@ class RecoveryJournal {
   struct Host {
     std::function<QByteArray()> writeStore;  ///< the document's own, so that nothing is left out
     std::function<void(const foundation::Error&)> cannotWrite = {};
+    /// What the next save writes beside the store; nothing when there is none. May be empty.
+    std::function<QByteArray()> heldBeside = {};
   };
   static constexpr qint64 defaultSizeLimit = qint64{16} << 20;
 
@@ -39,6 +41,9 @@ class RecoveryJournal {
   /// Writes the whole store and starts the journal anew; removes the data when the document has no
   /// unsaved changes. For the timer of the document. After a failure the journal before it counts.
   [[nodiscard]] foundation::Result<void> checkpoint();
+  /// What is held beside the store has changed. It is kept with the data, from the first change of
+  /// the store on.
+  void keepBeside();
   /// Waits until the disk has everything.
   [[nodiscard]] foundation::Result<void> sync();
 

@@ -17,6 +17,7 @@ using foundation::Result;
 namespace {
 
 const QString journalName = QStringLiteral("journal");
+const QString besideName = QStringLiteral("beside");
 const QString lockName = QStringLiteral("lock");
 const QString entryName = QStringLiteral("entry.json");
 const QString checkpointBegin = QStringLiteral("data-");
@@ -28,7 +29,7 @@ QFileInfoList ownFilesIn(const QString& folder) {
   for (const QFileInfo& info : QDir(folder).entryInfoList(QDir::Files | QDir::Hidden)) {
     const QString name = info.fileName();
     if (name == lockName || name.startsWith(journalName) || name.startsWith(entryName) ||
-        name.startsWith(checkpointBegin))
+        name.startsWith(checkpointBegin) || name.startsWith(besideName))
       own.append(info);
   }
   return own;
@@ -116,6 +117,7 @@ Result<std::unique_ptr<RecoveryPlace>> RecoveryPlace::makeIn(const QString& fold
   if (QFile::exists(journalPathIn(folder)))
     return failure(QStringLiteral("there are recovery data already"), folder);
   for (const int number : checkpointsIn(folder)) QFile::remove(checkpointPathIn(folder, number));
+  QFile::remove(folder + QLatin1Char('/') + besideName);
   // The journal is no use in a folder that a loss of power takes away.
   (void)foundation::syncFolder(QFileInfo(folder).path());
   return std::unique_ptr<RecoveryPlace>(
@@ -137,6 +139,10 @@ Result<std::unique_ptr<RecoveryPlace>> RecoveryPlace::takeOver(const QString& fo
 
 QString RecoveryPlace::checkpointPath(int number) const {
   return checkpointPathIn(m_folder, number);
+}
+
+QString RecoveryPlace::besidePath() const {
+  return m_folder + QLatin1Char('/') + besideName;
 }
 
 int RecoveryPlace::lastCheckpoint() const {

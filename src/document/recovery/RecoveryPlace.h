@@ -29,6 +29,8 @@ class RecoveryPlace {
   [[nodiscard]] const QString& folder() const { return m_folder; }
   [[nodiscard]] QString journalPath() const { return journalPathIn(m_folder); }
   [[nodiscard]] QString checkpointPath(int number) const;
+  /// Of what was held to be written beside the store.
+  [[nodiscard]] QString besidePath() const;
   [[nodiscard]] int lastCheckpoint() const;  ///< 0 when there is none
   /// Removes the checkpoints but that one.
   void removeOtherCheckpoints(int number) const;

@@ -124,7 +124,12 @@ Result<RecoveredDocument> RecoveryStore::recover(const RecoveryEntry& entry,
   if (context.objects().empty())
     return failure(tr("Nothing of the document could be put together."), entry.dataFolder,
                    warnings.join(QLatin1Char(' ')));
-  return RecoveredDocument{base.document(), base.changes(), warnings, std::move(*place)};
+  QFile held((*place)->besidePath());
+  if (held.exists() && !held.open(QIODevice::ReadOnly))
+    warnings.append(tr("%1 cannot be read: %2").arg(held.fileName(), held.errorString()));
+  const QByteArray heldBeside = held.isOpen() ? held.readAll() : QByteArray();
+  return RecoveredDocument{base.document(), base.changes(), warnings, heldBeside,
+                           std::move(*place)};
 }
 
 Result<void> RecoveryStore::discard(const RecoveryEntry& entry) const {

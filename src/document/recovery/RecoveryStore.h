@@ -23,7 +23,8 @@ struct RecoveryEntry {
 struct RecoveredDocument {
   DocumentName document;
   qint64 changes = 0;
-  QStringList warnings;  ///< what is missing, in sentences; empty when everything is there
+  QStringList warnings;   ///< what is missing, in sentences; empty when everything is there
+  QByteArray heldBeside;  ///< see RecoveryJournal::Host
   std::unique_ptr<RecoveryPlace> place;  ///< for the RecoveryJournal that goes on
 };
 
