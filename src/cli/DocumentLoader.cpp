@@ -51,6 +51,16 @@ tl::expected<DocumentLoader, LoadFailure> DocumentLoader::load(const QString& pa
   return loaded;
 }
 
+foundation::Result<void> DocumentLoader::exportForPlaying(const CompositionDocument& document,
+                                                          const QString& path, bool background) {
+  using Background = model::Composition::Background;
+  HeldMessages messages;
+  auto done = document.composition()->exportToPath(
+      path, background ? Background::Include : Background::Exclude);
+  if (!done) messages.dropWhatIsIn(done.error().text());
+  return done;
+}
+
 foundation::Result<void> DocumentLoader::exportDocument(const CompositionDocument& document,
                                                         const QString& path, bool background) {
   HeldMessages messages;

@@ -22,10 +22,11 @@ struct DocumentLoader {
   [[nodiscard]] model::Composition& composition() const { return *document->composition(); }
   [[nodiscard]] const QStringList& warnings() const { return document->warnings(); }
   [[nodiscard]] QString folder() const { return document->fileURL().toLocalFile(); }
-  [[nodiscard]] foundation::Result<void> exportTo(const QString& path, bool background) const {
-    return exportDocument(*document, path, background);
-  }
-  /// Exports the graphic. What the error says is not shown as a message as well.
+  /// Exports the graphic with the keys of the playout composition in its package, by which its sets
+  /// of values and the player know its inputs.
+  [[nodiscard]] static foundation::Result<void> exportForPlaying(
+      const document::CompositionDocument& document, const QString& path, bool background);
+  /// Exports the graphic as a person does. What the error says is not shown as a message as well.
   [[nodiscard]] static foundation::Result<void> exportDocument(
       const document::CompositionDocument& document, const QString& path, bool background);
 };

@@ -67,8 +67,9 @@ QList<std::pair<double, AttributeValue>> keyFrames(const Attribute& attribute) {
 }
 
 QStringList attributeLines(const Attribute& attribute) {
-  const QString line =
-      QStringLiteral("    %1  %2").arg(attribute.key(), -24).arg(AttributeWords::typeWord(attribute.type()), -9);
+  const QString line = QStringLiteral("    %1  %2")
+                           .arg(attribute.key(), -24)
+                           .arg(AttributeWords::typeWord(attribute.type()), -9);
   const auto frames = keyFrames(attribute);
   if (frames.isEmpty()) return {line + QStringLiteral(" = ") + valueText(attribute.currentValue())};
   QStringList texts;
@@ -118,11 +119,28 @@ QList<model::StopFrame*> stopFramesByTime(const model::Composition& composition)
   return stops;
 }
 
+QString setFacts(const playout::ValueSet& set, const playout::ValueSets& sets) {
+  const QString keys = set.values.keys().join(QStringLiteral(", "));
+  const QString shown =
+      set.name == sets.thumbnailName() ? QStringLiteral(", in the thumbnail") : QString();
+  return (keys.isEmpty() ? QStringLiteral("no values") : keys) + shown;
+}
+
+QJsonArray setsJson(const playout::ValueSets& sets) {
+  QJsonArray list;
+  for (const playout::ValueSet& set : sets.list())
+    list.append(QJsonObject{{QStringLiteral("name"), set.name},
+                            {QStringLiteral("values"), set.values},
+                            {QStringLiteral("isInThumbnail"), set.name == sets.thumbnailName()}});
+  return list;
+}
+
 }  // namespace
 
 DocumentReport::DocumentReport(QString file, const DocumentLoader& document)
     : m_file(std::move(file)),
       m_composition(document.composition()),
+      m_values(document.document->valueSets()),
       m_warnings(document.warnings()) {}
 
 QString DocumentReport::text() const {
@@ -150,6 +168,10 @@ QString DocumentReport::text() const {
                       seconds(component->endTime()));
     for (const auto& attribute : component->attributes()) lines += attributeLines(*attribute);
   }
+  if (!m_values.isEmpty())
+    lines += QStringLiteral("sets of values (%1)").arg(m_values.list().size());
+  for (const playout::ValueSet& set : m_values.list())
+    lines += QStringLiteral("  %1  %2").arg(set.name, setFacts(set, m_values));
   for (const QString& warning : m_warnings) lines += QStringLiteral("note: ") + warning;
   return lines.join(QLatin1Char('\n'));
 }
@@ -169,6 +191,7 @@ QString DocumentReport::json() const {
                 {QStringLiteral("duration"), m_composition.duration()},
                 {QStringLiteral("stopFrames"), stops},
                 {QStringLiteral("components"), components},
+                {QStringLiteral("valueSets"), setsJson(m_values)},
                 {QStringLiteral("findings"), QJsonArray::fromStringList(m_warnings)}};
   if (m_composition.posterFrameMode() == 0)
     o.insert(QStringLiteral("poster"), m_composition.posterFrameTimepoint());

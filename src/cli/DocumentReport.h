@@ -16,6 +16,7 @@ class DocumentReport {
  private:
   QString m_file;
   const model::Composition& m_composition;
+  playout::ValueSets m_values;
   QStringList m_warnings;
 };
 

@@ -1,7 +1,6 @@
 #include "cli/InputAssignment.h"
 
 #include <QDir>
-#include <QFileInfo>
 
 namespace cli {
 
@@ -48,20 +47,6 @@ InputAssignment::Done InputAssignment::assign(const QString& assignment,
   const auto input = read(assignment, renderer, QStringLiteral("--set"));
   if (!input) return tl::unexpected(input.error());
   renderer.setValueForInputKey(input->value, input->key);
-  return {};
-}
-
-InputAssignment::Done InputAssignment::assignFile(const QString& path,
-                                                  runtime::CompositionRenderer& renderer) {
-  const auto values = InputValues::objectFromFile(path).and_then([&](const QJsonObject& object) {
-    return InputValues::fromObject(object, renderer, QFileInfo(path).absolutePath());
-  });
-  if (!values) {
-    LoadFailure failure = told(values.error());
-    if (failure.error.file.isEmpty()) failure.error.file = path;
-    return tl::unexpected(failure);
-  }
-  for (const InputValue& input : *values) renderer.setValueForInputKey(input.value, input.key);
   return {};
 }
 

@@ -15,8 +15,6 @@ class InputAssignment {
   /// "KEY=VALUE". Relative picture names start at the current folder.
   [[nodiscard]] static Done assign(const QString& assignment,
                                    runtime::CompositionRenderer& renderer);
-  /// A JSON file with one object; relative picture names start at its folder.
-  [[nodiscard]] static Done assignFile(const QString& path, runtime::CompositionRenderer& renderer);
   /// What the assignment says, without setting it; `option` is what a wrong one is blamed on.
   [[nodiscard]] static tl::expected<playout::InputValue, LoadFailure> read(
       const QString& assignment, const runtime::CompositionRenderer& renderer,

@@ -22,7 +22,8 @@ Loaded fromDocument(const QString& path, bool background) {
   if (!document) return tl::unexpected(document.error());
   const QTemporaryDir folder;
   const QString exported = folder.filePath(QStringLiteral("Composition.qtz"));
-  if (const auto done = document->exportTo(exported, background); !done)
+  if (const auto done = DocumentLoader::exportForPlaying(*document->document, exported, background);
+      !done)
     return tl::unexpected(LoadFailure{ExitStatus::OutputFailed, done.error()});
   Loaded input = fromComposition(exported);
   if (input) input->describe(render::DocumentFacts::of(*document->document, background));

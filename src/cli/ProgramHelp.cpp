@@ -23,6 +23,7 @@ Make and edit documents:
   remove DOC TARGET…       components
   order DOC TARGET front   stacking
   embed, relative, upgrade DOC  files that it uses, and its standard components
+  values DOC               named sets of values, for render --values and the thumbnail
   export DOC OUT.qtz       one playout composition
   thumbnail DOC OUT.png    the picture that stands for it
   batch [FILE | -]         these commands from a script

@@ -6,6 +6,7 @@
 #include "cli/PlayableFile.h"
 #include "cli/ProgressBar.h"
 #include "cli/RenderOptions.h"
+#include "cli/ValueSource.h"
 #include "render/RenderJob.h"
 
 namespace cli {
@@ -17,10 +18,15 @@ ExitStatus fail(ExitStatus status, const foundation::Error& error) {
   return status;
 }
 
-InputAssignment::Done setInputs(const RenderOptions& options,
-                                runtime::CompositionRenderer& renderer) {
-  if (!options.valuesFile.isEmpty())
-    if (auto ok = InputAssignment::assignFile(options.valuesFile, renderer); !ok) return ok;
+InputAssignment::Done setInputs(const RenderOptions& options, render::PlayableInput& input) {
+  runtime::CompositionRenderer& renderer = *input.renderer;
+  if (!options.values.isEmpty()) {
+    const auto source =
+        ValueSource::read(options.values, options.valuesRow, options.input, renderer);
+    if (!source) return tl::unexpected(source.error());
+    if (auto ok = source->assign(renderer); !ok) return ok;
+    input.findings += source->findings;
+  }
   for (const QString& assignment : options.assignments)
     if (auto ok = InputAssignment::assign(assignment, renderer); !ok) return ok;
   return {};
@@ -50,7 +56,7 @@ ExitStatus RenderCommand::run(const QStringList& arguments) {
 
   auto input = PlayableFile::load(options->input, options->background);
   if (!input) return fail(input.error().status, input.error().error);
-  if (const auto ok = setInputs(*options, *input->renderer); !ok)
+  if (const auto ok = setInputs(*options, *input); !ok)
     return fail(ok.error().status, ok.error().error);
   auto schedule = InputAssignment::schedule(options->updates, *input->renderer);
   if (!schedule) return fail(schedule.error().status, schedule.error().error);

@@ -1,5 +1,7 @@
 #include "cli/RenderOptions.h"
 
+#include "cli/ValueSource.h"
+
 #include "model/VideoResolution.h"
 
 namespace cli {
@@ -27,7 +29,10 @@ std::unique_ptr<CommandOptions> RenderOptions::syntax() {
   o.value({s("frames")}, s("N"), s("how many frames"));
   o.value({s("set")}, s("KEY=VALUE"), s("value of a published input; may be repeated"));
   o.pair(s("set-at"), s("T KEY=VALUE"), s("sets it at T while playing; may be repeated"));
-  o.value({s("values")}, s("FILE.json"), s("values of published inputs: {\"key\": value, …}"));
+  o.value({s("values")}, s("FILE|NAME"),
+          s("values of published inputs: a file (.json: {\"key\": value, …}; .csv, .tsv, .txt: a "
+            "table), or the name of a set in the document"));
+  o.value({s("row")}, s("N"), s("of the values' table (.json too): its row, from 1 on"));
   o.value({s("trigger")}, s("T"), s("presses the trigger at T, or 'auto': at every stop"));
   o.value({s("clock")}, s("TIME"),
           s("what clocks show at 0, e.g. 2026-01-31T20:00:00Z; now by default"));
@@ -173,7 +178,13 @@ foundation::Result<RenderOptions> RenderOptions::read(const CommandOptions& opti
   if (const auto ok = readMovie(options, r); !ok) return tl::unexpected(ok.error());
   if (const auto ok = readUpdates(options, r); !ok) return tl::unexpected(ok.error());
   r.assignments = options.texts(QStringLiteral("set"));
-  r.valuesFile = options.text(QStringLiteral("values"));
+  r.values = options.text(QStringLiteral("values"));
+  if (options.isSet(QStringLiteral("row"))) {
+    const auto row = ValueSource::rowFrom(options.text(QStringLiteral("row")));
+    if (!row) return tl::unexpected(row.error().error);
+    if (r.values.isEmpty()) return failure(QStringLiteral("--row is for the table of --values"));
+    r.valuesRow = *row;
+  }
   r.background = options.isSet(QStringLiteral("background"));
   if (options.isSet(QStringLiteral("alpha"))) {
     const QString alpha = options.text(QStringLiteral("alpha"));

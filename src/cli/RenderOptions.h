@@ -13,8 +13,9 @@ struct RenderOptions : render::RenderSettings {
     QString assignment;  ///< KEY=VALUE
   };
   QString input;
-  QStringList assignments;  ///< KEY=VALUE
-  QString valuesFile;
+  QStringList assignments;      ///< KEY=VALUE
+  QString values;               ///< a file, or the name of a set of the document
+  int valuesRow = 0;            ///< of a table, from 1 on; 0: none was named
   std::vector<Update> updates;  ///< in the order given
 
   /// The command's options, ready to parse.

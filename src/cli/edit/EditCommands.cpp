@@ -9,9 +9,9 @@ namespace cli {
 
 const QList<EditCommand>& EditCommands::all() {
   static const QList<EditCommand> commands =
-      QList<EditCommand>{newCommand(),    addCommand(),      setCommand(),    keyCommand(),
-                         stopCommand(),   guideCommand(),    removeCommand(), orderCommand(),
-                         exportCommand(), thumbnailCommand()} +
+      QList<EditCommand>{newCommand(),    addCommand(),    setCommand(),      keyCommand(),
+                         stopCommand(),   guideCommand(),  removeCommand(),   orderCommand(),
+                         valuesCommand(), exportCommand(), thumbnailCommand()} +
       maintenanceCommands();
   return commands;
 }

@@ -26,6 +26,7 @@ class EditCommands {
 [[nodiscard]] EditCommand removeCommand();
 [[nodiscard]] EditCommand orderCommand();
 [[nodiscard]] EditCommand thumbnailCommand();
+[[nodiscard]] EditCommand valuesCommand();
 [[nodiscard]] EditCommand exportCommand();
 [[nodiscard]] QList<EditCommand> maintenanceCommands();
 

@@ -122,6 +122,7 @@ EditSession::Done EditSession::create(const QString& path, const model::VideoRes
 }
 
 EditSession::Done EditSession::save(OpenDocument& open) {
+  if (auto saved = saveValues(open); !saved) return saved;
   const bool isNew = open.document->fileURL().isEmpty();
   HeldMessages messages;
   const auto saved =
@@ -131,18 +132,39 @@ EditSession::Done EditSession::save(OpenDocument& open) {
     messages.dropWhatIsIn(saved.error().text());
     return tl::unexpected(LoadFailure{ExitStatus::OutputFailed, saved.error()});
   }
-  for (const QString& warning : open.document->saveWarnings()) {
-    messages.dropWhatIsIn(warning);
-    addFinding(open.path + QStringLiteral(": ") + warning);
-  }
+  for (const QString& warning : open.document->saveWarnings()) messages.dropWhatIsIn(warning);
+  addSaveWarnings(open);
   open.isChanged = false;
   return {};
 }
 
+void EditSession::addSaveWarnings(const OpenDocument& open) {
+  for (const QString& warning : open.document->saveWarnings())
+    addFinding(open.path + QStringLiteral(": ") + warning);
+}
+
+EditSession::Done EditSession::saveValues(OpenDocument& open) {
+  if (!open.values) return {};
+  const playout::ValueSets before = open.document->valueSets();
+  if (const auto written = open.document->setValueSets(*std::exchange(open.values, {})); !written)
+    return tl::unexpected(LoadFailure{ExitStatus::OutputFailed, written.error()});
+  const playout::ValueSet* shownBefore = before.thumbnailSet();
+  const playout::ValueSet* shown = open.document->valueSets().thumbnailSet();
+  const bool isSame =
+      shown && shownBefore ? shown->values == shownBefore->values : !shown && !shownBefore;
+  if (isSame || open.isChanged) return {};
+  HeldMessages messages;
+  const auto renewed = open.document->renewThumbnail();
+  if (!renewed) return tl::unexpected(LoadFailure{ExitStatus::OutputFailed, renewed.error()});
+  addSaveWarnings(open);
+  return {};
+}
+
 EditSession::Done EditSession::save() {
-  for (const auto& open : m_documents)
-    if (open->isChanged)
-      if (auto saved = save(*open); !saved) return saved;
+  for (const auto& open : m_documents) {
+    if (!open->isChanged && !open->values) continue;
+    if (auto saved = open->isChanged ? save(*open) : saveValues(*open); !saved) return saved;
+  }
   return {};
 }
 

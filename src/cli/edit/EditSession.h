@@ -15,8 +15,12 @@ struct OpenDocument {
   QString path;                                  ///< of its package
   std::unique_ptr<document::DocumentLock> lock;  ///< from the first change on
   bool isChanged = false;
+  std::optional<playout::ValueSets> values;  ///< to be written, whether it is changed or not
 
   [[nodiscard]] model::Composition& composition() const { return *document->composition(); }
+  [[nodiscard]] const playout::ValueSets& valueSets() const {
+    return values ? *values : document->valueSets();
+  }
 };
 
 /// The documents that commands have opened. They stay open until the session ends; nothing reaches
@@ -50,6 +54,9 @@ class EditSession {
   void printFindings();
 
  private:
+  /// Sets of values need neither the lock nor a save of the graphic.
+  [[nodiscard]] Done saveValues(OpenDocument& open);
+  void addSaveWarnings(const OpenDocument& open);
   /// In a batch, names of packages alone are taken for documents.
   [[nodiscard]] bool isDocumentName(const QString& word) const;
   /// Takes the document from others before it is changed.

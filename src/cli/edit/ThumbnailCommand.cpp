@@ -25,16 +25,21 @@ void addOptions(CommandOptions& options) {
                 QStringLiteral("pixels; the format's without it"));
 }
 
-tl::expected<QImage, LoadFailure> pictureOf(const OpenDocument& open, double time) {
+tl::expected<QImage, LoadFailure> pictureOf(const OpenDocument& open, double time,
+                                            EditSession& session) {
   model::Composition& composition = open.composition();
   const QTemporaryDir folder;
   const QString exported = folder.filePath(QStringLiteral("Composition.qtz"));
-  const auto done = DocumentLoader::exportDocument(*open.document, exported, true);
+  const auto done = DocumentLoader::exportForPlaying(*open.document, exported, true);
   if (!done) return tl::unexpected(LoadFailure{ExitStatus::OutputFailed, done.error()});
+  QStringList warnings;
   const double before = composition.posterFrameTimepoint();
   composition.setPosterFrameTimepoint(time);
-  auto picture = document::PosterFrame::render(composition, exported, open.path);
+  auto picture = document::PosterFrame::render(composition, exported, open.path,
+                                               open.valueSets().thumbnailSet(), warnings);
   composition.setPosterFrameTimepoint(before);
+  for (const QString& warning : std::as_const(warnings))
+    session.addFinding(open.path + QStringLiteral(": ") + warning);
   if (!picture) return tl::unexpected(LoadFailure{ExitStatus::InputUnreadable, picture.error()});
   return *picture;
 }
@@ -62,7 +67,7 @@ EditCommand::Done run(EditCall& call) {
     time = secondsFromText(call.options.text(timeOption), composition);
     if (!time) return misused(QStringLiteral("--time takes seconds or a time code"));
   }
-  auto picture = pictureOf(*call.document, *time);
+  auto picture = pictureOf(*call.document, *time, call.session);
   if (!picture) return tl::unexpected(picture.error());
   if (size) *picture = picture->scaled(*size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
   const auto written = foundation::replaceFile(call.words[0], encoded(*picture, name->format));
