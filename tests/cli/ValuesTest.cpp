@@ -74,13 +74,13 @@ class Values : public testing::Test {
 
 TEST_F(Values, ADocumentPlaysWithItsSets) {
   const QByteArray graphic = bytesOf("a.composition/data.xml");
-  expectDone("values a.composition set 'Home / \"1\"' red.json");
+  expectDone("values a.composition set \"Home / 1\" red.json");
   expectDone("values a.composition set green rows.csv --row 1 --help");  // help changes nothing
   write("green.json", "{\"Bar_Color\": \"#00FF00\"}");
   expectDone("values a.composition set green green.json");
   EXPECT_EQ(bytesOf("a.composition/data.xml"), graphic) << "the graphic is not touched";
-  EXPECT_EQ(call("values a.composition").out, "Home / \"1\"\ngreen\n");
-  expectPlays("'Home / \"1\"'", "#ff0000");
+  EXPECT_EQ(call("values a.composition").out, "Home / 1\ngreen\n");
+  expectPlays("\"Home / 1\"", "#ff0000");
   expectPlays("green --background", "#00ff00");
   expectPlays("green --set Bar_Color=#FF0000", "#ff0000");
   // A file of the name wins; a folder is none.
@@ -90,7 +90,7 @@ TEST_F(Values, ADocumentPlaysWithItsSets) {
   ASSERT_TRUE(QDir(folder.path()).mkdir(q("green")));
   expectPlays("green", "#00ff00");
   EXPECT_EQ(render("./greener").status, 3) << "always a file";
-  expectRefused("render a.composition -o x.png --values grey", 2, "it has: Home / \"1\", green");
+  expectRefused("render a.composition -o x.png --values grey", 2, "it has: Home / 1, green");
   expectDone("export a.composition a.qtz");
   expectRefused("render a.qtz -o x.png --values green", 3, "green");
 
@@ -101,8 +101,8 @@ TEST_F(Values, ADocumentPlaysWithItsSets) {
   EXPECT_EQ(info[q("valueSets")][1][q("values")][q("Bar_Color")], q("#00FF00"));
 
   expectDone("values a.composition rename green Green");
-  expectRefused("values a.composition rename Green 'Home / \"1\"'", 2, "already");
-  expectDone("values a.composition remove 'Home / \"1\"'");
+  expectRefused("values a.composition rename Green \"Home / 1\"", 2, "already");
+  expectDone("values a.composition remove \"Home / 1\"");
   expectRefused("values a.composition remove green", 2, "the document has: Green");
   EXPECT_EQ(call("values a.composition list").out, "Green\n");
 }
@@ -113,8 +113,8 @@ TEST_F(Values, SetsHaveToFitTheGraphicAndTheirNames) {
   write("wrong.json", "{\"Bar_Color\": \"red\"}");
   expectRefused("values a.composition set x wrong.json", 2, "'Bar_Color' takes a colour");
   expectRefused("values a.composition set x none.json", 3, "none.json");
-  expectRefused("values a.composition set ' ' red.json", 2, "empty");
-  expectRefused("values a.composition set 'two\nlines' red.json", 2, "line ends");
+  expectRefused("values a.composition set \" \" red.json", 2, "empty");
+  expectRefused("values a.composition set \"two\nlines\" red.json", 2, "line ends");
   expectRefused("values a.composition set x", 2, "values set takes 2 words");
   expectRefused("values a.composition jump", 2, "not 'jump'");
   expectRefused("values a.composition thumbnail x", 2, "the document has: none");

@@ -4,6 +4,7 @@
 #include "DocumentFixture.h"
 #include "document/DocumentSession.h"
 #include "runtime/CompositionRenderer.h"
+#include "support/LogGuard.h"
 
 namespace document {
 
@@ -124,6 +125,8 @@ TEST_F(DocumentValuesTest, DamagedFilesAreToldAndKept) {
   EXPECT_TRUE(document.valueSets().isEmpty());
   ASSERT_TRUE(document.saveToURL(document.fileURL(), SaveOperation::Save));
   EXPECT_EQ(contents(file(a)), damaged) << "nothing to write leaves it alone";
+  support::LogGuard::expectMessage(QStringLiteral("Values (damaged).json"));
+  support::LogGuard::expectMessage(QStringLiteral("Values (damaged 2).json"));
   put(home);
   const QString kept = path(a) + QStringLiteral("/Values (damaged).json");
   EXPECT_EQ(contents(kept), damaged);
