@@ -146,7 +146,9 @@ void EditSession::addSaveWarnings(const OpenDocument& open) {
 EditSession::Done EditSession::saveValues(OpenDocument& open) {
   if (!open.values) return {};
   const playout::ValueSets before = open.document->valueSets();
-  if (const auto written = open.document->setValueSets(*std::exchange(open.values, {})); !written)
+  const playout::ValueSets sets = *open.values;
+  open.values.reset();
+  if (const auto written = open.document->setValueSets(sets); !written)
     return tl::unexpected(LoadFailure{ExitStatus::OutputFailed, written.error()});
   const playout::ValueSet* shownBefore = before.thumbnailSet();
   const playout::ValueSet* shown = open.document->valueSets().thumbnailSet();
