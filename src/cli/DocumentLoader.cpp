@@ -20,6 +20,11 @@ QString withoutComposition(const CompositionDocument& document) {
                     : QStringLiteral("holds %1 compositions instead of one").arg(count);
 }
 
+model::Composition::Background backgroundOf(bool isWanted) {
+  using Background = model::Composition::Background;
+  return isWanted ? Background::Include : Background::Exclude;
+}
+
 }  // namespace
 
 tl::expected<model::StandardComponents, LoadFailure> DocumentLoader::standardComponents() {
@@ -51,12 +56,10 @@ tl::expected<DocumentLoader, LoadFailure> DocumentLoader::load(const QString& pa
   return loaded;
 }
 
-foundation::Result<void> DocumentLoader::exportForPlaying(const CompositionDocument& document,
-                                                          const QString& path, bool background) {
-  using Background = model::Composition::Background;
+foundation::Result<void> DocumentLoader::exportWithSetKeys(const CompositionDocument& document,
+                                                           const QString& path, bool background) {
   HeldMessages messages;
-  auto done = document.composition()->exportToPath(
-      path, background ? Background::Include : Background::Exclude);
+  auto done = document.composition()->exportToPath(path, backgroundOf(background));
   if (!done) messages.dropWhatIsIn(done.error().text());
   return done;
 }
@@ -64,9 +67,7 @@ foundation::Result<void> DocumentLoader::exportForPlaying(const CompositionDocum
 foundation::Result<void> DocumentLoader::exportDocument(const CompositionDocument& document,
                                                         const QString& path, bool background) {
   HeldMessages messages;
-  auto done = background ? document.composition()->exportToPath(
-                               path, model::Composition::Background::Include)
-                         : document.exportQuartzComposition(path);
+  auto done = document.exportQuartzComposition(path, backgroundOf(background));
   if (!done) messages.dropWhatIsIn(done.error().text());
   return done;
 }

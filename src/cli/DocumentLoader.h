@@ -24,7 +24,7 @@ struct DocumentLoader {
   [[nodiscard]] QString folder() const { return document->fileURL().toLocalFile(); }
   /// Exports the graphic with the keys of the playout composition in its package, by which its sets
   /// of values and the player know its inputs.
-  [[nodiscard]] static foundation::Result<void> exportForPlaying(
+  [[nodiscard]] static foundation::Result<void> exportWithSetKeys(
       const document::CompositionDocument& document, const QString& path, bool background);
   /// Exports the graphic as a person does. What the error says is not shown as a message as well.
   [[nodiscard]] static foundation::Result<void> exportDocument(

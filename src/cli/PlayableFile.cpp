@@ -17,13 +17,14 @@ Loaded fromComposition(const QString& path) {
 }
 
 /// What goes on air is the export, so that is what is played.
-Loaded fromDocument(const QString& path, bool background) {
+Loaded fromDocument(const QString& path, bool background, PlayableFile::Keys keys) {
   auto document = DocumentLoader::load(path);
   if (!document) return tl::unexpected(document.error());
   const QTemporaryDir folder;
   const QString exported = folder.filePath(QStringLiteral("Composition.qtz"));
-  if (const auto done = DocumentLoader::exportForPlaying(*document->document, exported, background);
-      !done)
+  const auto write = keys == PlayableFile::Keys::Sets ? DocumentLoader::exportWithSetKeys
+                                                      : DocumentLoader::exportDocument;
+  if (const auto done = write(*document->document, exported, background); !done)
     return tl::unexpected(LoadFailure{ExitStatus::OutputFailed, done.error()});
   Loaded input = fromComposition(exported);
   if (input) input->describe(render::DocumentFacts::of(*document->document, background));
@@ -32,8 +33,9 @@ Loaded fromDocument(const QString& path, bool background) {
 
 }  // namespace
 
-Loaded PlayableFile::load(const QString& path, bool background) {
-  return DocumentLoader::isDocument(path) ? fromDocument(path, background) : fromComposition(path);
+Loaded PlayableFile::load(const QString& path, bool background, Keys keys) {
+  return DocumentLoader::isDocument(path) ? fromDocument(path, background, keys)
+                                          : fromComposition(path);
 }
 
 }  // namespace cli

@@ -54,7 +54,10 @@ ExitStatus RenderCommand::run(const QStringList& arguments) {
   const auto options = RenderOptions::read(*syntax);
   if (!options) return fail(ExitStatus::Usage, options.error());
 
-  auto input = PlayableFile::load(options->input, options->background);
+  using Keys = PlayableFile::Keys;
+  const bool isSet = ValueSource::isSet(options->values, options->valuesRow, options->input);
+  auto input =
+      PlayableFile::load(options->input, options->background, isSet ? Keys::Sets : Keys::Exported);
   if (!input) return fail(input.error().status, input.error().error);
   if (const auto ok = setInputs(*options, *input); !ok)
     return fail(ok.error().status, ok.error().error);

@@ -72,10 +72,14 @@ Read ValueSource::fromFile(const QString& path, int row,
 
 Read ValueSource::read(const QString& word, int row, const QString& played,
                        const runtime::CompositionRenderer& renderer) {
+  return isSet(word, row, played) ? fromSet(word, played) : fromFile(word, row, renderer);
+}
+
+bool ValueSource::isSet(const QString& word, int row, const QString& played) {
   const QFileInfo info(word);
   const bool isFile = (info.exists() && !info.isDir()) || word.startsWith(QLatin1String("./")) ||
                       row > 0 || !DocumentLoader::isDocument(played);
-  return isFile ? fromFile(word, row, renderer) : fromSet(word, played);
+  return !word.isEmpty() && !isFile;
 }
 
 tl::expected<int, LoadFailure> ValueSource::rowFrom(const QString& text) {

@@ -20,7 +20,9 @@ struct ValueSource {
   [[nodiscard]] static tl::expected<ValueSource, LoadFailure> read(
       const QString& word, int row, const QString& played,
       const runtime::CompositionRenderer& renderer);
-  /// The same without sets.
+  /// Whether it names a set.
+  [[nodiscard]] static bool isSet(const QString& word, int row, const QString& played);
+  /// The same as read() without sets.
   [[nodiscard]] static tl::expected<ValueSource, LoadFailure> fromFile(
       const QString& path, int row, const runtime::CompositionRenderer& renderer);
   /// "--row N" as a number.

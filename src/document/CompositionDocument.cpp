@@ -227,9 +227,10 @@ Result<void> CompositionDocument::renewThumbnail() {
   return writeThumbnail(package);
 }
 
-Result<void> CompositionDocument::exportQuartzComposition(const QString& path) const {
+Result<void> CompositionDocument::exportQuartzComposition(
+    const QString& path, Composition::Background background) const {
   if (!m_composition) return failure(QStringLiteral("the document holds no composition"), path);
-  return m_composition->exportToPath(path, Composition::Background::Exclude, exportKey);
+  return m_composition->exportToPath(path, background, exportKey);
 }
 
 }  // namespace document

@@ -61,9 +61,11 @@ class CompositionDocument : public PersistentPackageDocument {
   void setResourcesToSave(const QList<model::EmbeddedResource>& resources) {
     m_saveResources = resources;
   }
-  /// Writes the playout composition, without background, with the keys that playout systems expect
-  /// of a file that was exported by hand.
-  [[nodiscard]] foundation::Result<void> exportQuartzComposition(const QString& path) const;
+  /// Writes the playout composition with the keys that playout systems expect of a file that was
+  /// exported by hand.
+  [[nodiscard]] foundation::Result<void> exportQuartzComposition(
+      const QString& path,
+      model::Composition::Background background = model::Composition::Background::Exclude) const;
 
  protected:
   void beforeLoad() override;

@@ -125,6 +125,18 @@ TEST_F(Values, SetsHaveToFitTheGraphicAndTheirNames) {
   expectRefused("render a.composition -o x.png --values x", 2, "'Bar_Color'");
 }
 
+TEST_F(Values, SetsKnowScrollersByTheirOwnKeys) {
+  expectDone("add a.composition TextScroller title=Crawl fields=Strings_1Input");
+  write("crawl.json", "{\"Crawl_Strings_1Input\": \"News\"}");
+  expectDone("values a.composition set crawl crawl.json");
+  expectPlays("crawl", "#0000ff");
+  expectPlays("crawl --background", "#0000ff");
+  // Values files are for what is exported by hand, where translations go by one key.
+  write("hand.json", "{\"EAS_TRANSLATION\": \"News\"}");
+  expectPlays("hand.json", "#0000ff");
+  expectPlays("hand.json --background", "#0000ff");
+}
+
 TEST_F(Values, RowsOfTables) {
   expectPlays("rows.csv --row 1", "#00ff00", 1);  // the column of names fits no input: a note
   expectPlays("rows.csv --row 2", "#ff0000", 1);

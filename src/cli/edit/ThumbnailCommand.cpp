@@ -30,7 +30,7 @@ tl::expected<QImage, LoadFailure> pictureOf(const OpenDocument& open, double tim
   model::Composition& composition = open.composition();
   const QTemporaryDir folder;
   const QString exported = folder.filePath(QStringLiteral("Composition.qtz"));
-  const auto done = DocumentLoader::exportForPlaying(*open.document, exported, true);
+  const auto done = DocumentLoader::exportWithSetKeys(*open.document, exported, true);
   if (!done) return tl::unexpected(LoadFailure{ExitStatus::OutputFailed, done.error()});
   QStringList warnings;
   const double before = composition.posterFrameTimepoint();

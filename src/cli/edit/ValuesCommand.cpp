@@ -53,7 +53,7 @@ tl::expected<std::unique_ptr<runtime::CompositionRenderer>, LoadFailure> playabl
     const OpenDocument& open) {
   const QTemporaryDir folder;
   const QString exported = folder.filePath(QStringLiteral("Composition.qtz"));
-  if (const auto written = DocumentLoader::exportForPlaying(*open.document, exported, false);
+  if (const auto written = DocumentLoader::exportWithSetKeys(*open.document, exported, false);
       !written)
     return tl::unexpected(LoadFailure{ExitStatus::OutputFailed, written.error()});
   auto renderer = runtime::CompositionRenderer::fromFile(exported);
