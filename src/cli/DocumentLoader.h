@@ -22,6 +22,9 @@ struct DocumentLoader {
   [[nodiscard]] model::Composition& composition() const { return *document->composition(); }
   [[nodiscard]] const QStringList& warnings() const { return document->warnings(); }
   [[nodiscard]] QString folder() const { return document->fileURL().toLocalFile(); }
+  [[nodiscard]] foundation::Result<void> exportTo(const QString& path, bool background) const {
+    return exportDocument(*document, path, background);
+  }
   /// Exports the graphic with the keys of the playout composition in its package, by which its sets
   /// of values and the player know its inputs.
   [[nodiscard]] static foundation::Result<void> exportWithSetKeys(

@@ -27,8 +27,7 @@ foundation::Result<foundation::Findings> checkDocument(const QString& path) {
     findings.append({QStringLiteral("store"), QStringLiteral("document"), warning});
   const QTemporaryDir folder;
   const QString exported = folder.filePath(QStringLiteral("Composition.qtz"));
-  if (const auto done = DocumentLoader::exportDocument(*document->document, exported, false);
-      !done) {
+  if (const auto done = document->exportTo(exported, false); !done) {
     findings.append({QStringLiteral("not-exportable"), QStringLiteral("document"),
                      QStringLiteral("cannot be exported: %1").arg(done.error().text())});
     return findings;
