@@ -129,12 +129,12 @@ TEST_F(Values, SetsKnowScrollersByTheirOwnKeys) {
   expectDone("add a.composition TextScroller title=Crawl fields=Strings_1Input");
   write("crawl.json", "{\"Crawl_Strings_1Input\": \"News\"}");
   expectDone("values a.composition set crawl crawl.json");
-  expectPlays("crawl", "#0000ff");
-  expectPlays("crawl --background", "#0000ff");
+  expectDone("render a.composition -o out.png --size 16x9 --values crawl");
+  expectDone("render a.composition -o out.png --size 16x9 --values crawl --background");
   // Values files are for what is exported by hand, where translations go by one key.
   write("hand.json", "{\"EAS_TRANSLATION\": \"News\"}");
-  expectPlays("hand.json", "#0000ff");
-  expectPlays("hand.json --background", "#0000ff");
+  expectDone("render a.composition -o out.png --size 16x9 --values hand.json");
+  expectDone("render a.composition -o out.png --size 16x9 --values hand.json --background");
 }
 
 TEST_F(Values, RowsOfTables) {
