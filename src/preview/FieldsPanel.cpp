@@ -26,7 +26,7 @@ namespace {
 
 constexpr std::chrono::milliseconds outputsInterval(100);
 /// From so many fields on they can be searched.
-constexpr int manyFields = 12;
+constexpr std::size_t manyFields = 12;
 constexpr int margin = 12;
 constexpr int gap = 8;
 
@@ -102,10 +102,11 @@ void FieldsPanel::observe() {
   });
   connect(m_model, &FieldsModel::valueChanged, this, &FieldsPanel::showPending);
   connect(m_model, &FieldsModel::fieldsChanged, this, [this] {
-    m_search->setVisible(m_list->count() >= manyFields || !m_search->text().isEmpty());
+    m_search->setVisible(m_model->fields().size() >= manyFields || !m_search->text().isEmpty());
     showPending();
   });
   connect(m_search, &QLineEdit::textChanged, m_list, &FieldList::filter);
+  connect(m_search, &QLineEdit::returnPressed, m_list, &FieldList::focusFirst);
   connect(m_list, &FieldList::left, this, &FieldsPanel::keyboardLeft);
   connect(&m_outputsTimer, &QTimer::timeout, this, &FieldsPanel::takeOutputs);
   auto* update = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this);
@@ -113,7 +114,8 @@ void FieldsPanel::observe() {
 }
 
 void FieldsPanel::takeProgram(PreviewProgram& program, CompositionDocument* document) {
-  if (m_document != document) {
+  const bool isAnother = m_document != document;
+  if (isAnother) {
     if (m_document) m_others.insert(m_document, m_model->entries());
     m_model->setEntries(m_others.take(document));
     m_document = document;
@@ -139,7 +141,8 @@ void FieldsPanel::setWaiting(bool isWaiting) {
 
 void FieldsPanel::documentWillClose(const CompositionDocument& document) {
   m_others.remove(&document);
-  if (m_document == &document) m_document = nullptr;
+  if (m_document != &document) return;
+  m_document = nullptr;
 }
 
 void FieldsPanel::outputsAreReady() {
@@ -188,7 +191,7 @@ void FieldsPanel::focusFields() {
 }
 
 void FieldsPanel::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_F6)
+  if (event->key() == Qt::Key_F6 || event->key() == Qt::Key_Escape)
     Q_EMIT keyboardLeft();
   else
     event->setAccepted(isInField(QApplication::focusWidget()) && isOfFields(*event));

@@ -18,8 +18,8 @@ namespace preview {
 
 class FieldList;
 class FramePump;
-class OutputsList;
 struct PreviewProgram;
+class OutputsList;
 class TableStrip;
 class TakeBar;
 

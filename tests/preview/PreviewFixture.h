@@ -21,6 +21,7 @@ class PreviewTest : public testing::Test {
   PreviewTest() {
     qputenv("TMPDIR", QFile::encodeName(temporary.path()));
     PictureOptions().keep(foundation::UserDefaults::standard());
+    foundation::UserDefaults::standard().setValue(false, QStringLiteral("previewFields"));
   }
   ~PreviewTest() override {
     TYPreviewController::closeShared();

@@ -13,9 +13,10 @@ ElidedNote::ElidedNote(QWidget* parent) : QWidget(parent) {
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
 
-void ElidedNote::setText(const QString& text) {
-  if (m_text == text) return;
-  m_text = text;
+void ElidedNote::setText(const QString& first, const QString& rest) {
+  if (m_first == first && m_rest == rest) return;
+  m_first = first;
+  m_rest = rest;
   update();
 }
 
@@ -31,8 +32,12 @@ QSize ElidedNote::sizeHint() const {
 void ElidedNote::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setPen(TYStyleKit::colour(m_token));
+  const QFontMetrics metrics = fontMetrics();
+  const int forFirst = std::max(width() - metrics.horizontalAdvance(m_rest), width() / 2);
+  const Qt::TextElideMode mode = m_rest.isEmpty() ? Qt::ElideRight : Qt::ElideMiddle;
+  const QString text = metrics.elidedText(m_first, mode, forFirst) + m_rest;
   painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeading,
-                   fontMetrics().elidedText(m_text, Qt::ElideRight, width()));
+                   metrics.elidedText(text, Qt::ElideRight, width()));
 }
 
 }  // namespace preview

@@ -6,15 +6,15 @@
 
 namespace preview {
 
-/// A small secondary line that ends in "…" where there is no room for it.
+/// A small secondary line. Where there is no room for it, its first part is shortened in its middle
+/// as far as that helps, and the rest ends in "…".
 class ElidedNote : public QWidget {
   Q_OBJECT
 
  public:
   explicit ElidedNote(QWidget* parent = nullptr);
 
-  void setText(const QString& text);
-  [[nodiscard]] const QString& text() const { return m_text; }
+  void setText(const QString& first, const QString& rest = {});
   void setToken(widgets::Token token);
   [[nodiscard]] QSize sizeHint() const override;
 
@@ -22,7 +22,8 @@ class ElidedNote : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  QString m_text;
+  QString m_first;
+  QString m_rest;
   widgets::Token m_token = widgets::Token::Text3;
 };
 

@@ -21,6 +21,12 @@ QString number(double value) {
   return QLocale().toString(value, 'g', 8);
 }
 
+/// Where the control says by itself what is to be entered.
+bool showsItsType(PortType type) {
+  return type == PortType::String || type == PortType::Boolean || type == PortType::Color ||
+         type == PortType::Image;
+}
+
 QString onOneLine(QString text) {
   text.replace(u'\n', QStringLiteral(" ⏎ "));
   return text.size() > longest ? text.left(longest) + QStringLiteral("…") : text;
@@ -96,11 +102,13 @@ QString FieldDescription::valueText(const runtime::Value& value, const PortAttri
   }
 }
 
-QString FieldDescription::line(const PortAttributes& port) {
-  QStringList parts{port.key, typeName(port)};
+QString FieldDescription::details(const PortAttributes& port) {
+  QStringList parts{QString()};
+  if (!showsItsType(port.type)) parts += typeName(port);
   if (const QString within = limits(port); !within.isEmpty()) parts += within;
+  // Kept together whatever direction it is written in.
   const QString usual = valueText(port.defaultValue, port);
-  if (!usual.isEmpty()) parts += usual;
+  if (!usual.isEmpty()) parts += QChar(0x2068) + usual + QChar(0x2069);
   return parts.join(QStringLiteral(" · "));
 }
 

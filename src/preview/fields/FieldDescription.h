@@ -19,9 +19,9 @@ class FieldDescription {
   /// A value on one line.
   [[nodiscard]] static QString valueText(const runtime::Value& value,
                                          const runtime::PortAttributes& port);
-  /// Key, type, limits and default, on one line.
-  [[nodiscard]] static QString line(const runtime::PortAttributes& port);
-  /// The same, a line each, below the label.
+  /// What stands behind the key: type (unless the control shows it), limits and default.
+  [[nodiscard]] static QString details(const runtime::PortAttributes& port);
+  /// Label, key, type, limits and default, a line each.
   [[nodiscard]] static QString toolTip(const runtime::PortAttributes& port);
 };
 

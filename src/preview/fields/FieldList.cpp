@@ -1,6 +1,7 @@
 #include "preview/fields/FieldList.h"
 
 #include <QApplication>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include "preview/fields/FieldGroups.h"
@@ -16,12 +17,27 @@ FieldList::FieldList(FieldsModel& model, QWidget* parent) : QScrollArea(parent),
   setWidgetResizable(true);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setFocusPolicy(Qt::NoFocus);
-  connect(&model, &FieldsModel::fieldsChanged, this, &FieldList::build);
+  connect(&model, &FieldsModel::fieldsChanged, this, [this] {
+    m_needsBuild = true;
+    if (isVisible()) build();
+  });
   connect(&model, &FieldsModel::valueChanged, this, &FieldList::refresh);
-  build();
+  connect(&model, &FieldsModel::filled, this, &FieldList::dropEntries);
+}
+
+void FieldList::showEvent(QShowEvent* event) {
+  QScrollArea::showEvent(event);
+  if (m_needsBuild) build();
+  if (!std::exchange(m_needsRefresh, false)) return;
+  for (FieldRow* row : std::as_const(m_rows)) row->refresh();
 }
 
 void FieldList::build() {
+  m_needsBuild = m_needsRefresh = false;
+  const QString focused = isAncestorOf(QApplication::focusWidget())
+                              ? QApplication::focusWidget()->objectName()
+                              : QString();
+  const int scrolled = verticalScrollBar()->value();
   m_groups.clear();
   m_rows.clear();
   auto* content = new QWidget;
@@ -46,6 +62,12 @@ void FieldList::build() {
   column->addStretch();
   setWidget(content);
   filter(m_filter);
+  content->adjustSize();
+  verticalScrollBar()->setValue(scrolled);
+  if (FieldRow* row = m_rows.value(focused))
+    row->editor().control().setFocus();
+  else if (!focused.isEmpty())
+    Q_EMIT left();
 }
 
 void FieldList::addGroup(const QString& title, QVBoxLayout& column, bool isFirst) {
@@ -70,7 +92,16 @@ void FieldList::addGroup(const QString& title, QVBoxLayout& column, bool isFirst
 }
 
 void FieldList::refresh(const QString& key) {
-  if (FieldRow* row = m_rows.value(key)) row->refresh();
+  if (m_needsBuild) return;
+  if (!isVisible())
+    m_needsRefresh = true;
+  else if (FieldRow* row = m_rows.value(key))
+    row->refresh();
+}
+
+void FieldList::dropEntries() {
+  if (m_needsBuild) return;
+  for (FieldRow* row : std::as_const(m_rows)) row->dropEntry();
 }
 
 void FieldList::filter(const QString& text) {

@@ -15,7 +15,7 @@ namespace preview {
 class FieldRow;
 class FieldsModel;
 
-/// All fields, by component, in a column that scrolls.
+/// All fields, by component, in a column that scrolls. While nobody sees it, it does nothing.
 class FieldList : public QScrollArea {
   Q_OBJECT
 
@@ -23,7 +23,6 @@ class FieldList : public QScrollArea {
   /// The model outlives the list.
   explicit FieldList(FieldsModel& model, QWidget* parent = nullptr);
 
-  [[nodiscard]] int count() const { return static_cast<int>(m_rows.size()); }
   /// None for a key that is not there.
   [[nodiscard]] FieldRow* row(const QString& key) const { return m_rows.value(key); }
   /// Only rows that contain the text; all for an empty one.
@@ -37,6 +36,9 @@ class FieldList : public QScrollArea {
   /// The keyboard has done its work in a field.
   void left();
 
+ protected:
+  void showEvent(QShowEvent* event) override;
+
  private:
   struct Group {
     QString title;
@@ -47,12 +49,15 @@ class FieldList : public QScrollArea {
   void build();
   void addGroup(const QString& title, QVBoxLayout& column, bool isFirst);
   void refresh(const QString& key);
+  void dropEntries();
 
   FieldsModel& m_model;
   QList<Group> m_groups;
   QHash<QString, FieldRow*> m_rows;
   QSet<QString> m_closed;  ///< titles of groups
   QString m_filter;
+  bool m_needsBuild = true;
+  bool m_needsRefresh = false;
 };
 
 }  // namespace preview

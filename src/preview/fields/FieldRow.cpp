@@ -86,7 +86,9 @@ void FieldRow::addControls(QVBoxLayout& column, const QString& title) {
 }
 
 void FieldRow::observeEditor() {
-  connect(m_editor, &FieldEditor::began, this, [this] { m_before = m_model.field(m_key)->value; });
+  connect(m_editor, &FieldEditor::began, this, [this] {
+    if (const Field* field = m_model.field(m_key)) m_before = field->value;
+  });
   connect(m_editor, &FieldEditor::entered, this,
           [this](const QJsonValue& json) { tell(m_model.enter(m_key, json)); });
   connect(m_editor, &FieldEditor::enteredText, this,
@@ -98,9 +100,13 @@ void FieldRow::observeEditor() {
   connect(m_reset, &QToolButton::clicked, this, &FieldRow::reset);
 }
 
-void FieldRow::reset() {
-  m_editor->dropEntry();
+void FieldRow::dropEntry() {
+  if (m_editor->hasEntry()) m_editor->dropEntry();
   setComplaint({});
+}
+
+void FieldRow::reset() {
+  dropEntry();
   m_model.reset(m_key);
 }
 
@@ -110,20 +116,23 @@ void FieldRow::tell(const tl::expected<void, QString>& result) {
 }
 
 void FieldRow::refresh() {
-  const Field& field = *m_model.field(m_key);
-  m_editor->showValue(field);
-  m_reset->setVisible(field.value.has_value());
+  const Field* field = m_model.field(m_key);
+  if (!field) return;
+  m_editor->showValue(*field);
+  m_reset->setVisible(field->value.has_value());
   if (!m_editor->hasEntry()) setComplaint({});
-  if (m_isPending != field.isPending()) {
-    m_isPending = field.isPending();
+  if (m_isPending != field->isPending()) {
+    m_isPending = field->isPending();
     update();
   }
   showNote();
 }
 
 void FieldRow::showNote() {
-  const QString line = FieldDescription::line(m_model.field(m_key)->port);
-  m_note->setText(m_isPending ? tr("Held · %1").arg(line) : line);
+  const Field* field = m_model.field(m_key);
+  if (!field) return;
+  m_note->setText(m_isPending ? tr("Held · %1").arg(m_key) : m_key,
+                  FieldDescription::details(field->port));
   m_note->setToken(m_isPending ? Token::Warning : Token::Text3);
   m_note->setVisible(m_complaint.isEmpty());
 }
@@ -145,12 +154,13 @@ void FieldRow::setComplaint(const QString& complaint) {
 }
 
 bool FieldRow::matches(const QString& text) const {
-  const Field& field = *m_model.field(m_key);
+  const Field* field = m_model.field(m_key);
   const auto contains = [&text](const QString& in) {
     return in.contains(text, Qt::CaseInsensitive);
   };
-  return contains(field.port.label) || contains(m_key) ||
-         contains(FieldDescription::valueText(field.current(), field.port));
+  return contains(m_key) ||
+         (field && (contains(field->port.label) ||
+                    contains(FieldDescription::valueText(field->current(), field->port))));
 }
 
 void FieldRow::paintEvent(QPaintEvent*) {

@@ -23,13 +23,15 @@ class FieldRow : public QWidget {
   static constexpr int margin = 12;
   static constexpr int gap = 8;
 
-  /// The model outlives the row, and has the field as long as the row is there.
+  /// The model outlives the row, and has the field now; without it the row does nothing more.
   FieldRow(FieldsModel& model, const QString& key, const QString& title, QWidget* parent = nullptr);
 
   [[nodiscard]] const QString& key() const { return m_key; }
   [[nodiscard]] FieldEditor& editor() const { return *m_editor; }
   /// Shows what the model has.
   void refresh();
+  /// What was typed and not taken over goes.
+  void dropEntry();
   /// What is wrong; empty when nothing is.
   [[nodiscard]] const QString& complaint() const { return m_complaint; }
   /// Whether label, key or value contain the text.

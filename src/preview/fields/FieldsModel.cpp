@@ -161,6 +161,7 @@ void FieldsModel::resetAll() {
     Q_EMIT valueChanged(field.port.key);
   }
   m_dormant.clear();
+  Q_EMIT filled();
 }
 
 QStringList FieldsModel::fill(const QJsonObject& values, const QString& folder, Others others) {
@@ -171,6 +172,7 @@ QStringList FieldsModel::fill(const QJsonObject& values, const QString& folder, 
   if (others == Others::Default)
     for (const Field& field : m_fields)
       if (field.value && !values.contains(field.port.key)) reset(field.port.key);
+  Q_EMIT filled();
   return wrong;
 }
 

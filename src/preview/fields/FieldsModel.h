@@ -72,6 +72,8 @@ class FieldsModel : public QObject {
   /// Other fields than before, or of another kind.
   void fieldsChanged();
   void valueChanged(const QString& key);
+  /// Fields were filled in from elsewhere: what is being typed is out of date.
+  void filled();
   /// To the running file.
   void sending(const QString& key, const runtime::Value& value);
   void holdsChangesChanged(bool holds);

@@ -7,6 +7,8 @@
 #include <QPushButton>
 #include <QToolButton>
 
+#include "foundation/UserDefaults.h"
+#include "preview/fields/ElidedNote.h"
 #include "preview/fields/FieldRow.h"
 #include "preview/fields/FieldsModel.h"
 #include "preview/fields/TableRows.h"
@@ -25,6 +27,7 @@ namespace {
 
 constexpr int lineHeight = 24;
 constexpr qsizetype mostProblems = 3;
+const QString lastTable = QStringLiteral("previewTable");
 
 QToolButton* button(const QString& glyph, const QString& toolTip) {
   auto* made = new QToolButton;
@@ -39,15 +42,6 @@ QToolButton* button(const QString& glyph, const QString& toolTip) {
   return made;
 }
 
-QLabel* note(Token token) {
-  auto* label = new TokenLabel({}, TextStyle::Small, token);
-  label->setTextFormat(Qt::PlainText);
-  label->setWordWrap(true);
-  label->setContentsMargins(FieldRow::labelWidth + FieldRow::gap, 0, FieldRow::margin, 0);
-  label->hide();
-  return label;
-}
-
 }  // namespace
 
 TableStrip::TableStrip(FieldsModel& model, QWidget* parent)
@@ -60,8 +54,9 @@ TableStrip::TableStrip(FieldsModel& model, QWidget* parent)
       m_forward(button(QStringLiteral("TimelineFrameForwards"), tr("Next Row"))),
       m_reload(button(QStringLiteral("Reload"), tr("Reload Table"))),
       m_close(button(QStringLiteral("Close"), tr("Close Table"))),
-      m_note(note(Token::Text3)),
-      m_problems(note(Token::Warning)) {
+      m_file(new QWidget),
+      m_note(new ElidedNote),
+      m_problems(new TokenLabel({}, TextStyle::Small, Token::Warning)) {
   build();
   connect(m_open, &QPushButton::clicked, this, &TableStrip::choose);
   connect(m_list, &QComboBox::activated, this, [this](int index) { goTo(index); });
@@ -102,21 +97,34 @@ void TableStrip::build() {
   line->addWidget(m_open);
   line->addWidget(m_back);
   line->addWidget(m_list, 1);
-  for (QToolButton* after : {m_forward, m_reload, m_close}) line->addWidget(after);
+  line->addWidget(m_forward);
   column->addLayout(line);
-  column->addWidget(m_note);
+  auto* below = new QHBoxLayout(m_file);
+  below->setContentsMargins(FieldRow::labelWidth + FieldRow::gap, 0, FieldRow::margin, 0);
+  below->setSpacing(0);
+  below->addWidget(m_note, 1);
+  below->addWidget(m_reload);
+  below->addWidget(m_close);
+  column->addWidget(m_file);
+  m_problems->setTextFormat(Qt::PlainText);
+  m_problems->setWordWrap(true);
+  m_problems->setContentsMargins(FieldRow::labelWidth + FieldRow::gap, 0, FieldRow::margin, 4);
   column->addWidget(m_problems);
 }
 
 void TableStrip::choose() {
-  widgets::FileChooser::open(*this, tr("Open a Table of Values"), widgets::FileChooser::Tables, {},
+  widgets::FileChooser::open(*this, tr("Open a Table of Values"), widgets::FileChooser::Tables,
+                             foundation::UserDefaults::standard().value(lastTable).toString(),
                              [this](const QString& path) { openTable(path); });
 }
 
 void TableStrip::openTable(const QString& path) {
   m_row = -1;
   m_wrongCells.clear();
-  if (read(path)) findColumns();
+  if (read(path)) {
+    findColumns();
+    foundation::UserDefaults::standard().setValue(path, lastTable);
+  }
   showState();
 }
 
@@ -173,9 +181,7 @@ void TableStrip::goTo(qsizetype row) {
 
 void TableStrip::showState() {
   m_open->setVisible(!isOpen());
-  for (QWidget* shown : {static_cast<QWidget*>(m_list), static_cast<QWidget*>(m_back),
-                         static_cast<QWidget*>(m_forward), static_cast<QWidget*>(m_reload),
-                         static_cast<QWidget*>(m_close)})
+  for (QWidget* shown : std::initializer_list<QWidget*>{m_list, m_back, m_forward, m_file})
     shown->setVisible(isOpen());
   const qsizetype count = isOpen() ? m_table->rowCount() : 0;
   m_list->setCurrentIndex(static_cast<int>(m_row));
@@ -185,7 +191,6 @@ void TableStrip::showState() {
   m_note->setText(m_row < 0 ? tr("%1 · %L2 rows").arg(file).arg(count)
                             : tr("%1 · row %L2 of %L3").arg(file).arg(m_row + 1).arg(count));
   m_note->setToolTip(isOpen() ? m_table->path() : QString());
-  m_note->setVisible(isOpen());
   showProblems();
 }
 
@@ -195,8 +200,16 @@ QString TableStrip::problems() const {
   if (m_hasChanged) all += tr("The file has changed: Reload Table reads it again.");
   all += m_wrongCells;
   if (isOpen() && m_fit.isNone()) all += tr("No column fits a field.");
-  if (isOpen())
-    for (const auto& column : m_fit.unused) all += column.sentence();
+  QStringList withoutField;
+  const bool hasFields = isOpen() && !m_fit.isNone();
+  for (const auto& column : hasFields ? m_fit.unused : decltype(m_fit.unused)()) {
+    if (column.candidates.isEmpty() && column.filledBy.isEmpty())
+      withoutField += column.name;
+    else
+      all += column.sentence();
+  }
+  if (!withoutField.isEmpty())
+    all += tr("Columns without a field: %1").arg(withoutField.join(QStringLiteral(", ")));
   return all.join(u'\n');
 }
 

@@ -12,6 +12,7 @@ class QToolButton;
 
 namespace preview {
 
+class ElidedNote;
 class FieldsModel;
 class TableRows;
 
@@ -58,7 +59,8 @@ class TableStrip : public QWidget {
   QToolButton* m_forward;
   QToolButton* m_reload;
   QToolButton* m_close;
-  QLabel* m_note;
+  QWidget* m_file;  ///< the line about it
+  ElidedNote* m_note;
   QLabel* m_problems;
 };
 
