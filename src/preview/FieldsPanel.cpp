@@ -10,6 +10,7 @@
 #include "preview/fields/FieldEditor.h"
 #include "preview/fields/FieldList.h"
 #include "preview/fields/OutputsList.h"
+#include "preview/fields/SetsMenu.h"
 #include "preview/fields/TableStrip.h"
 #include "preview/fields/TakeBar.h"
 #include "widgets/DevicePixels.h"
@@ -60,6 +61,7 @@ FieldsPanel::FieldsPanel(QWidget* parent)
     : QWidget(parent),
       m_model(new FieldsModel(this)),
       m_take(new TakeBar),
+      m_sets(new SetsMenu(*m_model)),
       m_table(new TableStrip(*m_model)),
       m_search(new widgets::TYSearchField),
       m_list(new FieldList(*m_model)),
@@ -77,6 +79,7 @@ void FieldsPanel::build() {
   column->setContentsMargins(1, 0, 0, 0);
   column->setSpacing(0);
   column->addWidget(m_take);
+  column->addWidget(m_sets);
   column->addWidget(m_table);
   auto* search = new QHBoxLayout;
   search->setContentsMargins(margin, gap / 2, margin, gap / 2);
@@ -125,6 +128,7 @@ void FieldsPanel::takeProgram(PreviewProgram& program, CompositionDocument* docu
                                 [&](const QString& key) { return renderer.inputAttributes(key); }));
   m_outputs->setPorts(attributes(
       renderer.outputKeys(), [&](const QString& key) { return renderer.outputAttributes(key); }));
+  if (isAnother) m_sets->setDocument(document);
   for (const playout::InputValue& input : m_model->sentValues())
     program.inputs.emplace_back(input.key, input.value);
 }
@@ -143,6 +147,7 @@ void FieldsPanel::documentWillClose(const CompositionDocument& document) {
   m_others.remove(&document);
   if (m_document != &document) return;
   m_document = nullptr;
+  m_sets->documentWillClose();
 }
 
 void FieldsPanel::outputsAreReady() {

@@ -20,6 +20,7 @@ class FieldList;
 class FramePump;
 struct PreviewProgram;
 class OutputsList;
+class SetsMenu;
 class TableStrip;
 class TakeBar;
 
@@ -48,6 +49,7 @@ class FieldsPanel : public QWidget {
   [[nodiscard]] FieldsModel& model() const { return *m_model; }
   [[nodiscard]] FieldList& list() const { return *m_list; }
   [[nodiscard]] TakeBar& takeBar() const { return *m_take; }
+  [[nodiscard]] SetsMenu& sets() const { return *m_sets; }
   [[nodiscard]] TableStrip& table() const { return *m_table; }
   /// Puts the keyboard into the first field.
   void focusFields();
@@ -76,6 +78,7 @@ class FieldsPanel : public QWidget {
 
   FieldsModel* m_model;
   TakeBar* m_take;
+  SetsMenu* m_sets;
   TableStrip* m_table;
   widgets::TYSearchField* m_search;
   FieldList* m_list;
