@@ -25,7 +25,7 @@ InputAssignment::Done setInputs(const RenderOptions& options, render::PlayableIn
         ValueSource::read(options.values, options.valuesRow, options.input, renderer);
     if (!source) return tl::unexpected(source.error());
     if (auto ok = source->assign(renderer); !ok) return ok;
-    input.findings += source->findings;
+    input.facts.findings += source->findings;
   }
   for (const QString& assignment : options.assignments)
     if (auto ok = InputAssignment::assign(assignment, renderer); !ok) return ok;
