@@ -23,7 +23,8 @@ void RenderStart::ask(TYWindowController& window) {
 }
 
 void RenderStart::ask(TYWindowController& window, const RenderChoices& choices) {
-  auto* sheet = new RenderSheet(&window, *window.composition(), choices, {});
+  auto* sheet = new RenderSheet(&window, *window.composition(), choices,
+                                window.document().valueSets().names());
   QObject::connect(sheet, &RenderSheet::renderRequested, &window,
                    [&window](const RenderChoices& chosen) { take(window, chosen); });
   sheet->present();
@@ -71,7 +72,10 @@ void RenderStart::start(TYWindowController& window, const RenderChoices& choices
         {tr("It is being rendered just now. Choose another name, or cancel that."), path, {}});
   auto source = render::RenderSource::fromDocument(window.document(), settings->background);
   if (!source) return failed(source.error());
-  queue.add(std::make_unique<render::RenderTask>(std::move(*source), *settings));
+  const playout::ValueSet* set = window.document().valueSets().named(choices.valueSet);
+  queue.add(std::make_unique<render::RenderTask>(std::move(*source), *settings,
+                                                 set ? set->values : QJsonObject(),
+                                                 window.document().fileURL().toLocalFile()));
 }
 
 }  // namespace app

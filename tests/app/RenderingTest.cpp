@@ -1,3 +1,4 @@
+#include <QComboBox>
 #include <QImageReader>
 #include <QLineEdit>
 #include <QPushButton>
@@ -145,6 +146,25 @@ TEST_F(RenderingTest, AFileThatCannotBeWrittenIsToldInTheWindow) {
   settle();
   ASSERT_TRUE(alert());
   EXPECT_FALSE(queue().notice());
+}
+
+TEST_F(RenderingTest, ASetOfValuesTakesThePlaceOfTheDocumentsOwn) {
+  playout::ValueSets sets;
+  const QString key = composition().componentArray().first()->title() + QStringLiteral("_Enable");
+  ASSERT_TRUE(sets.add({QStringLiteral("Hidden"), {{key, false}}}));
+  ASSERT_TRUE(window().document().setValueSets(sets));
+  RenderSheet* sheet = openSheet();
+  choose(*sheet, Kind::Still);
+  typePath(*sheet, path("set.png"));
+  auto* values = sheet->findChild<QComboBox*>(QStringLiteral("values"));
+  ASSERT_TRUE(values);
+  values->setFocus();
+  QTest::keyClick(values, Qt::Key_Down);
+  EXPECT_EQ(sheet->choices().valueSet, QStringLiteral("Hidden"));
+  press(*sheet, "Render");
+  ASSERT_TRUE(comesToRest());
+  ASSERT_TRUE(queue().notice());
+  EXPECT_EQ(QImage(path("set.png")).pixelColor(80, 45).alpha(), 0);
 }
 
 TEST_F(RenderingTest, ChoicesBecomeSettingsOrASentence) {
