@@ -195,15 +195,13 @@ void FieldsPanel::focusFields() {
   m_list->focusFirst();
 }
 
+/// Keys that go up are the window's in any case: a trigger that is held must be let go wherever the
+/// focus went meanwhile.
 void FieldsPanel::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_F6 || event->key() == Qt::Key_Escape)
     Q_EMIT keyboardLeft();
   else
     event->setAccepted(isInField(QApplication::focusWidget()) && isOfFields(*event));
-}
-
-void FieldsPanel::keyReleaseEvent(QKeyEvent* event) {
-  event->setAccepted(isInField(QApplication::focusWidget()) && isOfFields(*event));
 }
 
 void FieldsPanel::paintEvent(QPaintEvent*) {

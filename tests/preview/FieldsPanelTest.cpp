@@ -30,9 +30,11 @@ using support::GraphBuilder;
 class KeyWindow : public QWidget {
  public:
   QString keys;
+  int released = 0;
 
  protected:
   void keyPressEvent(QKeyEvent* event) override { keys += event->text(); }
+  void keyReleaseEvent(QKeyEvent*) override { ++released; }
 };
 
 /// The panel with a graph that puts out what goes in: text, number, switch.
@@ -142,6 +144,10 @@ TEST_F(FieldsPanelTest, KeysOfTheWindowAreTypedInFieldsAndWorkEverywhereElse) {
   EXPECT_TRUE(live.isChecked());
   QTest::keyClick(&live, Qt::Key_R);
   EXPECT_EQ(window.keys, QString());
+  // A trigger that was pressed before the field got the keyboard is let go.
+  const int released = window.released;
+  QTest::keyRelease(&headline, Qt::Key_Space);
+  EXPECT_EQ(window.released, released + 1);
   // Return and Esc give the keyboard back, and so does no click on a switch or a button take it.
   headline.setFocus();
   QTest::keyClick(&headline, Qt::Key_Return);

@@ -57,6 +57,11 @@ void FieldEditor::setInvalid(bool invalid) {
 }
 
 bool FieldEditor::eventFilter(QObject* watched, QEvent* event) {
+  // Text fields keep what goes up to themselves, and a trigger would stay pressed.
+  if (event->type() == QEvent::KeyRelease && !isButton(watched)) {
+    event->ignore();
+    return true;
+  }
   if (event->type() != QEvent::KeyPress) return false;
   const auto* key = static_cast<QKeyEvent*>(event);
   if (key->key() == Qt::Key_Backspace && key->modifiers() == Qt::AltModifier) {
