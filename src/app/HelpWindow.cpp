@@ -21,6 +21,7 @@ constexpr QSize windowSize(820, 900);
 constexpr int margin = 24;
 constexpr int cellPadding = 5;
 constexpr double textSize = 10.5;  ///< points
+constexpr double codeSize = 9;
 constexpr int widestPicture = windowSize.width() - 2 * margin - 40;
 
 /// Pictures keep their proportions and are at most as wide as the column.
@@ -47,12 +48,31 @@ void fitPictures(QTextDocument& document, const QDir& folder, double pixelRatio)
     }
 }
 
+/// Fixed characters look larger than others of their size.
+void fitCode(QTextDocument& document) {
+  for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+    QList<QPair<int, int>> places;
+    for (auto it = block.begin(); !it.atEnd(); ++it)
+      if (it.fragment().charFormat().fontFixedPitch())
+        places.append({it.fragment().position(), it.fragment().length()});
+    for (const auto& [position, length] : std::as_const(places)) {
+      QTextCursor cursor(&document);
+      cursor.setPosition(position);
+      cursor.setPosition(position + length, QTextCursor::KeepAnchor);
+      QTextCharFormat smaller;
+      smaller.setFontPointSize(codeSize);
+      cursor.mergeCharFormat(smaller);
+    }
+  }
+}
+
 void spaceTables(QTextFrame& frame) {
   for (QTextFrame* child : frame.childFrames())
     if (auto* table = qobject_cast<QTextTable*>(child)) {
       QTextTableFormat format = table->format();
       format.setCellPadding(cellPadding);
       format.setBorder(1);
+      format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
       format.setBorderBrush(widgets::TYStyleKit::colour(widgets::Token::Separator));
       format.setBorderCollapse(true);
       format.setTopMargin(cellPadding);
@@ -128,6 +148,7 @@ void HelpWindow::load(const QString& page) {
   face.setPointSizeF(textSize);
   m_text->document()->setDefaultFont(face);
   m_text->document()->setMarkdown(QString::fromUtf8(file.readAll()));
+  fitCode(*m_text->document());
   fitPictures(*m_text->document(), m_folder, devicePixelRatioF());
   spaceTables(*m_text->document()->rootFrame());
   m_text->moveCursor(QTextCursor::Start);
