@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QDockWidget>
+#include <QLineEdit>
 #include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -21,6 +22,7 @@
 #include "preview/FieldsPanel.h"
 #include "preview/TYPreviewController.h"
 #include "timeline/TYTimelineView.h"
+#include "widgets/TYSheet.h"
 #include "widgets/TYStyleKit.h"
 
 namespace {
@@ -186,6 +188,19 @@ void showPlayer(const Studio& studio, app::TYWindowController& window) {
   TYPreviewController::closeShared();
 }
 
+/// What is asked before the graphic is rendered.
+void showRendering(const Studio& studio, app::TYWindowController& window) {
+  window.actions().action(QStringLiteral("render"))->trigger();
+  auto* sheet = window.findChild<widgets::TYSheet*>(QStringLiteral("renderSheet"));
+  if (!sheet) qFatal("rendering asks nothing");
+  // Not where this machine has its examples.
+  auto* path = sheet->findChild<QLineEdit*>(QStringLiteral("path"));
+  path->setText(QStringLiteral("/home/ada/Movies/lower-third.mov"));
+  sheet->setFocus();
+  studio.save(*sheet, "render.jpg");
+  sheet->closeSheet();
+}
+
 /// Something that does not come out as meant, for the list of findings.
 void spoil(model::Composition& composition) {
   for (model::QuartzComponent* component : composition.components())
@@ -221,6 +236,7 @@ int main(int argc, char** argv) {
 
   showInspector(studio, editor);
   showPlayer(studio, editor);
+  showRendering(studio, editor);
 
   spoil(*editor.composition());
   QTest::qWait(patience);
