@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
+#include <QVBoxLayout>
 #include <cstdio>
 
 #include "app/AppDelegate.h"
@@ -197,7 +198,10 @@ void showRendering(const Studio& studio, app::TYWindowController& window) {
   auto* path = sheet->findChild<QLineEdit*>(QStringLiteral("path"));
   path->setText(QStringLiteral("/home/ada/Movies/lower-third.mov"));
   sheet->setFocus();
-  studio.save(*sheet, "render.jpg");
+  constexpr QMargins around(100, 0, 100, 60);
+  const QWidget& box = *sheet->body()->parentWidget();
+  const QRect place(box.mapTo(&window, QPoint()), box.size());
+  studio.save(Studio::pictureOf(window).copy(place.marginsAdded(around)), "render.jpg");
   sheet->closeSheet();
 }
 
