@@ -8,6 +8,7 @@
 // movie that plays behind the graphic.
 
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <QApplication>
 #include <QDir>
@@ -39,10 +40,12 @@ double processorSeconds() {
   return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
-long peakMegabytes() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  return usage.ru_maxrss / 1024;
+/// Resident at the moment.
+double megabytes() {
+  QFile file(QStringLiteral("/proc/self/statm"));
+  if (!file.open(QIODevice::ReadOnly)) return 0;
+  const double pages = file.readAll().split(' ').value(1).toDouble();
+  return pages * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1024 * 1024);
 }
 
 PictureOptions optionsNamed(const QString& look) {
@@ -55,74 +58,83 @@ PictureOptions optionsNamed(const QString& look) {
   return {.backdrop = Backdrop::Movie, .movie = look};
 }
 
-/// A view that is fed by a pump, and an operator who triggers what waits and plays again what
-/// ended.
-class Player : public QObject {
- public:
-  Player(preview::PreviewProgram program, const PictureOptions& options) {
-    m_view.resize(fullHd);
-    m_view.setPictureSize(program.size);
-    m_view.setOptions(options);
-    connect(&m_backdrop, &preview::BackdropLoader::pictureReady, &m_view,
-            &preview::PreviewView::setBackdrop);
-    if (options.backdrop == PictureOptions::Backdrop::Movie)
-      m_backdrop.load(preview::BackdropSource::Kind::Movie, options.movie);
-    m_view.show();
-    m_pump = std::make_unique<FramePump>(
-        std::move(program), FramePump::Hooks{.pictureReady =
-                                                 [this] {
-                                                   QMetaObject::invokeMethod(
-                                                       this,
-                                                       [this] {
-                                                         if (auto picture = m_pump->takePicture())
-                                                           m_view.setPicture(std::move(picture));
-                                                       },
-                                                       Qt::QueuedConnection);
-                                                 },
-                                             .stateChanged =
-                                                 [this](const FramePump::State& state) {
-                                                   QMetaObject::invokeMethod(
-                                                       this, [this, state] { act(state); },
-                                                       Qt::QueuedConnection);
-                                                 }});
-  }
-  [[nodiscard]] FrameMeter::Reading reading() const { return m_pump->reading(); }
-
- private:
-  void act(const FramePump::State& state) {
-    m_pump->setInput(QStringLiteral("trigger"), state.isWaiting);
-    if (m_wasActive && !state.isActive) m_pump->restart();
-    m_wasActive = state.isActive;
-  }
-
-  preview::PreviewView m_view;
-  preview::BackdropLoader m_backdrop;
-  std::unique_ptr<FramePump> m_pump;
-  bool m_wasActive = false;
-};
-
 void wait(int milliseconds) {
   QEventLoop loop;
   QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, [&loop] { loop.quit(); });
   loop.exec();
 }
 
-void measure(const QString& path, int seconds, const PictureOptions& options) {
-  document::CompositionDocument document;
-  if (const auto read = document.readFromURL(QUrl::fromLocalFile(path)); !read) {
-    std::printf("%s\n", qPrintable(read.error().text()));
-    return;
+/// A view that is fed by a pump, and an operator who triggers what waits and plays again what
+/// ended.
+class Player : public QObject {
+ public:
+  explicit Player(preview::PreviewProgram program) {
+    m_view.resize(fullHd);
+    m_view.setPictureSize(program.size);
+    m_view.show();
+    const auto take = [this] {
+      if (auto picture = m_pump->takePicture()) {
+        m_view.setPicture(std::move(picture));
+        ++m_pictures;
+      }
+    };
+    const auto queue = [this](const auto& act) {
+      QMetaObject::invokeMethod(this, act, Qt::QueuedConnection);
+    };
+    m_pump = std::make_unique<FramePump>(
+        std::move(program), FramePump::Hooks{.pictureReady = [queue, take] { queue(take); },
+                                             .stateChanged =
+                                                 [this, queue](const FramePump::State& state) {
+                                                   queue([this, state] { act(state); });
+                                                 }});
   }
-  using Background = preview::PreviewProgram::Background;
-  auto program = preview::PreviewProgram::fromDocument(
-      document, options.showsOwnBackground() ? Background::Include : Background::Exclude);
+  [[nodiscard]] FrameMeter::Reading reading() const { return m_pump->reading(); }
+  [[nodiscard]] FramePump& pump() { return *m_pump; }
+  [[nodiscard]] int pictures() const { return m_pictures; }
+  [[nodiscard]] bool isWaiting() const { return m_state.isWaiting; }
+  /// Triggers and plays again by itself.
+  void setOperated(bool isOperated) {
+    m_isOperated = isOperated;
+    act(m_state);
+  }
+
+ private:
+  void act(const FramePump::State& state) {
+    const bool ended = std::exchange(m_state, state).isActive && !state.isActive;
+    if (!m_isOperated) return;
+    m_pump->setInput(QStringLiteral("trigger"), state.isWaiting);
+    if (ended || !state.isActive) m_pump->restart();
+  }
+
+  preview::PreviewView m_view;
+  std::unique_ptr<FramePump> m_pump;
+  FramePump::State m_state;
+  int m_pictures = 0;
+  bool m_isOperated = true;
+};
+
+std::unique_ptr<document::CompositionDocument> opened(const QString& path) {
+  auto document = std::make_unique<document::CompositionDocument>();
+  if (const auto read = document->readFromURL(QUrl::fromLocalFile(path)); read) return document;
+  std::printf("%s: cannot be read\n", qPrintable(path));
+  return nullptr;
+}
+
+std::optional<preview::PreviewProgram> programOf(const document::CompositionDocument& document) {
+  auto program = preview::PreviewProgram::fromDocument(document);
   if (!program) {
     std::printf("%s\n", qPrintable(program.error().error.text()));
-    return;
+    return {};
   }
   program->size = fullHd;
   program->framesPerSecond = framesPerSecond;
-  Player player(std::move(*program), options);
+  return std::move(*program);
+}
+
+void measurePlaying(const document::CompositionDocument& document, int seconds) {
+  auto program = programOf(document);
+  if (!program) return;
+  Player player(std::move(*program));
   wait(1000);
   const FrameMeter::Reading first = player.reading();
   const double processor = processorSeconds();
@@ -135,11 +147,77 @@ void measure(const QString& path, int seconds, const PictureOptions& options) {
     mean += reading.milliseconds / seconds;
   }
   const FrameMeter::Reading last = player.reading();
-  std::printf("%-18s %7lld %7lld %8lld %7lld %9.1f %9.1f %9.0f %% %8ld MB\n",
+  std::printf("%-18s %7lld %7lld %8lld %7lld %9.1f %9.1f %9.0f %% %8.0f MB\n",
               qPrintable(document.displayName()), last.made - first.made, last.drawn - first.drawn,
               last.dropped - first.dropped, last.unseen - first.unseen, mean, longest,
-              (processorSeconds() - processor) / seconds * 100, peakMegabytes());
+              (processorSeconds() - processor) / seconds * 100, megabytes());
   std::fflush(stdout);
+}
+
+/// Milliseconds from the start of the export to the first picture of what was exported.
+double timeToFollow(const document::CompositionDocument& document, Player& player) {
+  QElapsedTimer timer;
+  timer.start();
+  auto program = programOf(document);
+  if (!program) return 0;
+  const int before = player.pictures();
+  player.pump().exchangeProgram(std::move(*program));
+  while (player.pictures() == before && timer.elapsed() < 5000) wait(1);
+  return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+}
+
+void measureFollowing(document::CompositionDocument& document) {
+  auto program = programOf(document);
+  if (!program) return;
+  Player player(std::move(*program));
+  wait(1000);
+  double worst = 0;
+  model::Composition& composition = *document.composition();
+  composition.setBackgroundMode(model::BackgroundMode::SolidColor);
+  for (int edit = 0; edit < 10; ++edit) {
+    composition.setBackgroundColor(foundation::Color(edit / 10.0, 0.5, 0.5));
+    worst = std::max(worst, timeToFollow(document, player));
+  }
+  player.pump().restart();
+  player.setOperated(false);
+  QElapsedTimer patience;
+  patience.start();
+  while (!player.isWaiting() && patience.elapsed() < 15'000) wait(50);
+  wait(500);
+  const qint64 made = player.reading().made;
+  const double processor = processorSeconds();
+  wait(3000);
+  std::printf("%-18s %12.0f ms %12s %10lld %12.2f %%\n", qPrintable(document.displayName()), worst,
+              player.isWaiting() ? "waits" : "goes on", player.reading().made - made,
+              (processorSeconds() - processor) / 3 * 100);
+  std::fflush(stdout);
+}
+
+void loop(const document::CompositionDocument& document, int minutes) {
+  auto program = programOf(document);
+  if (!program) return;
+  Player player(std::move(*program));
+  std::printf("%8s %10s %10s %10s\n", "minute", "made", "dropped", "memory");
+  for (int minute = 0; minute <= minutes; ++minute) {
+    wait(minute == 0 ? 5000 : 60'000);
+    const FrameMeter::Reading reading = player.reading();
+    std::printf("%8d %10lld %10lld %7.1f MB\n", minute, reading.made, reading.dropped, megabytes());
+    std::fflush(stdout);
+  }
+}
+
+int measureAll(int seconds, const QDir& folder) {
+  const QFileInfoList files = folder.entryInfoList({QStringLiteral("*.composition")}, QDir::Dirs);
+  std::printf("%d s each, %.0f frames due\n", seconds, seconds * framesPerSecond);
+  std::printf("%-18s %7s %7s %8s %7s %9s %9s %11s %11s\n", "graphic", "made", "drawn", "dropped",
+              "unseen", "mean ms", "longest", "processor", "memory");
+  for (const QFileInfo& file : files)
+    if (const auto document = opened(file.filePath())) measurePlaying(*document, seconds);
+  std::printf("\n%-18s %15s %12s %10s %14s\n", "graphic", "edit shows", "then it", "frames",
+              "processor");
+  for (const QFileInfo& file : files)
+    if (const auto document = opened(file.filePath())) measureFollowing(*document);
+  return 0;
 }
 
 }  // namespace
@@ -148,15 +226,15 @@ int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication app(argc, argv);
   widgets::TYStyleKit::install(app);
-  const int seconds = argc > 1 ? std::atoi(argv[1]) : 10;
-  const QDir folder(argc > 2 ? QString::fromLocal8Bit(argv[2])
-                             : QStringLiteral(TESSARY_EXAMPLES "/harbour"));
-  const PictureOptions options =
-      optionsNamed(argc > 3 ? QString::fromLocal8Bit(argv[3]) : QStringLiteral("own"));
-  std::printf("%d s each, %.0f frames due\n", seconds, seconds * framesPerSecond);
-  std::printf("%-18s %7s %7s %8s %7s %9s %9s %11s %11s\n", "graphic", "made", "drawn", "dropped",
-              "unseen", "mean ms", "longest", "processor", "memory");
-  for (const QFileInfo& file : folder.entryInfoList({QStringLiteral("*.composition")}, QDir::Dirs))
-    measure(file.filePath(), seconds, options);
-  return 0;
+  const QStringList arguments = QCoreApplication::arguments();
+  const QString examples = QStringLiteral(TESSARY_EXAMPLES "/harbour");
+  if (arguments.value(1) == QLatin1String("--loop")) {
+    const QString path =
+        arguments.value(3, QDir(examples).filePath(QStringLiteral("lower-third.composition")));
+    const auto document = opened(path);
+    if (document) loop(*document, std::max(arguments.value(2).toInt(), 1));
+    return document ? 0 : 1;
+  }
+  return measureAll(argc > 1 ? std::max(arguments[1].toInt(), 1) : 60,
+                    QDir(arguments.value(2, examples)));
 }

@@ -36,6 +36,7 @@ struct CompiledNode {
   bool isConsumer = false;
   /// Something that it reads can change without the host setting a value.
   bool isVolatile = false;
+  bool closesLoop = false;  ///< reads, by way of others, what it gave in the frame before
 
   [[nodiscard]] bool isMacro() const {
     return patchClass && patchClass->kind == PatchClass::Kind::Macro;

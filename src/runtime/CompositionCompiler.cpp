@@ -340,7 +340,7 @@ bool CompositionCompiler::markVolatile() {
   const std::function<void(int, int)> visit = [&](int index, int depth) {
     CompiledNode& node = m_result->m_nodes[static_cast<size_t>(index)];
     int& length = lengths[static_cast<size_t>(index)];
-    if (length == running) node.isVolatile = true;  // a loop
+    if (length == running) node.isVolatile = node.closesLoop = true;
     if (length != unseen) return;
     length = running;
     longest = std::max(longest, depth);

@@ -90,7 +90,10 @@ DrawList CompositionInstance::evaluate(double time, const Destination& destinati
     scope.pass = m_pass;
   }
   runScope(0, context);
-  for (const PublishedPort& output : m_compiled->outputs()) pull(output.node);
+  for (const PublishedPort& output : m_compiled->outputs()) {
+    pull(output.node);
+    m_animated |= memory(output.node).mayChange;
+  }
   for (size_t scope = 0; scope < m_scopes.size(); ++scope) {
     m_scopes[scope].context.list = nullptr;
     // Iterators keep theirs pass by pass.
@@ -138,13 +141,13 @@ void CompositionInstance::pull(int index) {
   if (mem.checkedPass == pass) return;
   mem.checkedPass = pass;
   const Destination& destination = contextOf(compiledNode.scope).destination;
-  if (compiledNode.isVolatile) {
-    m_animated = true;
-  } else if (mem.executed && mem.hostEpoch == m_hostEpoch && mem.destination == destination) {
+  mem.mayChange = false;
+  if (!compiledNode.isVolatile && mem.executed && mem.hostEpoch == m_hostEpoch &&
+      mem.destination == destination)
     return;
-  }
   if (!mem.evaluator) return;
   state.running = true;
+  beginLook(index, mem);
   Execution x(*this, index, mem);
   mem.evaluator->pullInputs(x);
   const PatchClass& known = *compiledNode.patchClass;
@@ -158,8 +161,34 @@ void CompositionInstance::pull(int index) {
     needed = needed || now != mem.time || mem.evaluator->wantsNextFrame();
   }
   if (needed) run(index, mem);
+  endLook(mem);
   mem.hostEpoch = m_hostEpoch;
   state.running = false;
+}
+
+void CompositionInstance::beginLook(int index, NodeMemory& mem) {
+  const CompiledNode& compiledNode = node(index);
+  const PatchClass& known = *compiledNode.patchClass;
+  mem.mayChange = compiledNode.closesLoop || known.kind == PatchClass::Kind::Provider ||
+                  known.timeMode == PatchClass::TimeMode::Idle;
+  mem.timeMayChange = false;
+  if (known.timeMode != PatchClass::TimeMode::TimeBase || compiledNode.timeInput >= 0) return;
+  mem.timeMayChange = timeRuns(compiledNode.timeBase, compiledNode.scope, nullptr);
+}
+
+void CompositionInstance::endLook(NodeMemory& mem) const {
+  mem.mayChange |= mem.timeMayChange && !mem.evaluator->standsStill();
+}
+
+bool CompositionInstance::timeRuns(TimeBase base, int scope, const Link* external) {
+  if (base == TimeBase::External && external)
+    return external->node >= 0 && memory(external->node).mayChange;
+  const int macro = m_compiled->scopes()[static_cast<size_t>(scope)].macro;
+  if (macro < 0 || m_scopes[static_cast<size_t>(scope)].forcedTime) return true;
+  const CompiledNode& around = node(macro);
+  return timeRuns(
+      around.timeBase, around.scope,
+      around.timeInput < 0 ? nullptr : &around.links[static_cast<size_t>(around.timeInput)]);
 }
 
 void CompositionInstance::pullInput(int index, NodeMemory& mem, int input) {
@@ -172,6 +201,9 @@ void CompositionInstance::pullInput(int index, NodeMemory& mem, int input) {
   if (link.node >= 0) {
     pull(link.node);
     NodeMemory& giver = memory(link.node);
+    const Port& port = compiledNode.ports.inputs[input];
+    const bool isTime = input == compiledNode.timeInput || port.key == QLatin1String("_time");
+    (isTime ? mem.timeMayChange : mem.mayChange) |= giver.mayChange;
     version = giver.outputVersions[static_cast<size_t>(link.output)];
     source = &giver.outputs[static_cast<size_t>(link.output)];
     if (version == 0) version = 1;  // never set: its zero, taken over once
@@ -220,6 +252,7 @@ void CompositionInstance::runConsumer(int index) {
   NodeMemory& mem = memory(index);
   if (!mem.evaluator) return;
   state.running = true;
+  beginLook(index, mem);
   pullInput(index, mem, compiledNode.enableInput);
   if (mem.inputs[static_cast<size_t>(compiledNode.enableInput)].toBoolean()) {
     Execution x(*this, index, mem);
@@ -227,6 +260,8 @@ void CompositionInstance::runConsumer(int index) {
     run(index, mem);
     mem.checkedPass = m_scopes[static_cast<size_t>(compiledNode.scope)].pass;
   }
+  endLook(mem);
+  m_animated |= mem.mayChange;
   state.running = false;
 }
 
@@ -302,6 +337,7 @@ void CompositionInstance::keepFeedback(int scope) {
   const CompiledScope& compiledScope = m_compiled->scopes()[static_cast<size_t>(scope)];
   for (auto it = compiledScope.feedback.begin(); it != compiledScope.feedback.end(); ++it) {
     pull(it->node);
+    m_animated |= memory(it->node).mayChange;
     ScopeState& state = m_scopes[static_cast<size_t>(scope)];
     state.fedBack[{it.key(), state.slot}] =
         memory(it->node).outputs[static_cast<size_t>(it->output)];

@@ -23,6 +23,8 @@ struct NodeMemory {
   quint64 hostEpoch = 0;
   bool executed = false;
   bool anyChanged = false;
+  bool mayChange = false;      ///< in a later frame, without the host
+  bool timeMayChange = false;  ///< its time; what that means for its outputs is in mayChange
 };
 
 /// A running copy of a compiled composition: port values, patch memories and the clock. Not
@@ -86,6 +88,11 @@ class CompositionInstance {
   NodeMemory& memory(int node);
   void pull(int node);
   void pullInput(int node, NodeMemory& memory, int input);
+  /// Before and after a node looks at its inputs: whether it may change by itself.
+  void beginLook(int node, NodeMemory& memory);
+  void endLook(NodeMemory& memory) const;
+  /// Whether a time that follows the base may differ in a later frame.
+  [[nodiscard]] bool timeRuns(TimeBase base, int scope, const Link* external);
   void run(int node, NodeMemory& memory);
   void runConsumer(int node);
   void runScope(int scope, const ContentContext& context);

@@ -20,6 +20,9 @@ class PatchEvaluator {
   virtual void execute(Execution& x) = 0;
   /// True when the patch must run in the next frame even if nothing that it reads changes.
   [[nodiscard]] virtual bool wantsNextFrame() const { return false; }
+  /// True when its outputs stay what they are, however its time goes on, until another input
+  /// changes. Asked after an execution.
+  [[nodiscard]] virtual bool standsStill() const { return false; }
 };
 
 }  // namespace runtime

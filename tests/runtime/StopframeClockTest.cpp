@@ -102,22 +102,31 @@ TEST(StopframeClock, manyStopsAreReleasedOneByOne) {
 using support::GraphBuilder;
 using Dictionary = GraphBuilder::Dictionary;
 
+/// A graph whose clock holds at 1 and ends at 3.
+struct Clocked {
+  GraphBuilder graph;
+  QString timer;
+  QString stops;
+  explicit Clocked(bool enabled) {
+    timer = graph.node("QCPlugInPatch:BRVPatchTimePlugIn", {{"timebase", u"parent"}});
+    const Dictionary stop{{"name", u"Stopframe"}, {"time", 1.0}};
+    stops =
+        graph.node("QCPlugInPatch:BRVStopframesPlugIn",
+                   {{"timebase", u"external"},
+                    {"plugInState", Dictionary{{"compositionDuration", 3.0},
+                                               {"enableStopframesInBRVApps", enabled},
+                                               {"stopframes", foundation::PropertyArray{stop}}}}});
+    graph.connect(timer, "outputTime", stops, "_time");
+    graph.publishOutput(stops, "outputTime", "time");
+    graph.publishOutput(stops, "outputWaitingForTrigger", "waiting");
+    graph.publishOutput(stops, "outputActive", "active");
+  }
+};
+
 std::unique_ptr<runtime::CompositionRenderer> graphic(bool enabled) {
-  GraphBuilder g;
-  const QString timer = g.node("QCPlugInPatch:BRVPatchTimePlugIn", {{"timebase", u"parent"}});
-  const QString stops = g.node(
-      "QCPlugInPatch:BRVStopframesPlugIn",
-      {{"timebase", u"external"},
-       {"plugInState", Dictionary{{"compositionDuration", 3.0},
-                                  {"enableStopframesInBRVApps", enabled},
-                                  {"stopframes", foundation::PropertyArray{Dictionary{
-                                                     {"name", u"Stopframe"}, {"time", 1.0}}}}}}});
-  g.connect(timer, "outputTime", stops, "_time");
-  g.publishInput(stops, "inputTrigger", "trigger");
-  g.publishOutput(stops, "outputTime", "time");
-  g.publishOutput(stops, "outputWaitingForTrigger", "waiting");
-  g.publishOutput(stops, "outputActive", "active");
-  return g.renderer();
+  Clocked clocked(enabled);
+  clocked.graph.publishInput(clocked.stops, "inputTrigger", "trigger");
+  return clocked.graph.renderer();
 }
 
 TEST(StopframesPlugIn, hostSeesTheWaitAndReleasesIt) {
@@ -136,6 +145,36 @@ TEST(StopframesPlugIn, hostSeesTheWaitAndReleasesIt) {
   EXPECT_EQ(at(3), running(2));
   EXPECT_EQ(at(4.5), ended(3));
   EXPECT_EQ(at(0), running(0));
+}
+
+/// A player need not look again until its operator does something.
+TEST(StopframesPlugIn, aGraphicThatWaitsOrHasEndedStandsStillAndNoOtherDoes) {
+  const auto r = graphic(true);
+  const auto isAnimatedAt = [&](double time) {
+    (void)r->renderAtTime(time, {16, 9});
+    return r->isAnimated();
+  };
+  EXPECT_TRUE(isAnimatedAt(0));
+  EXPECT_FALSE(isAnimatedAt(1.5));
+  r->setValueForInputKey(true, "trigger");
+  EXPECT_TRUE(isAnimatedAt(2));
+  EXPECT_FALSE(isAnimatedAt(5));
+  EXPECT_TRUE(isAnimatedAt(0));
+
+  // What looks at the time itself goes on, and so does a trigger that comes from inside.
+  Clocked clocked(true);
+  GraphBuilder& g = clocked.graph;
+  const QString sprite = g.node("QCSprite");
+  g.connect(clocked.timer, "outputTime", sprite, "inputX");
+  const auto moving = g.renderer();
+  (void)moving->renderAtTime(1.5, {16, 9});
+  EXPECT_TRUE(moving->isAnimated());
+  Clocked byItself(true);
+  const QString wave = byItself.graph.node("QCLFO");
+  byItself.graph.connect(wave, "outputValue", byItself.stops, "inputTrigger");
+  const auto triggered = byItself.graph.renderer();
+  (void)triggered->renderAtTime(1.5, {16, 9});
+  EXPECT_TRUE(triggered->isAnimated());
 }
 
 TEST(StopframesPlugIn, neverWaitsWhenStopFramesAreOff) {

@@ -23,6 +23,7 @@ void StopframeClock::restart() {
   m_delay = 0;
   m_next = 0;
   m_waiting = false;
+  m_hasEnded = false;
 }
 
 StopframeClock::Reading StopframeClock::advance(double input, bool trigger) {
@@ -47,7 +48,8 @@ StopframeClock::Reading StopframeClock::moved(bool released) {
     m_waiting = true;
     return {m_stops[m_next], true, true};
   }
-  if (time >= m_duration) return {m_duration, false, false};
+  m_hasEnded = time >= m_duration;
+  if (m_hasEnded) return {m_duration, false, false};
   return {std::max(time, 0.0), false, true};
 }
 

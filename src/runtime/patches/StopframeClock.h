@@ -28,6 +28,8 @@ class StopframeClock {
 
   /// Moves on to the input time (seconds; an input that is not finite leaves the time alone).
   Reading advance(double input, bool trigger);
+  /// Waits or has ended: only a rising trigger, or a time that steps back, moves it.
+  [[nodiscard]] bool standsStill() const { return m_waiting || m_hasEnded; }
   /// The stops that can hold, ascending.
   [[nodiscard]] const std::vector<double>& stops() const { return m_stops; }
 
@@ -42,6 +44,7 @@ class StopframeClock {
   size_t m_next = 0;   ///< the stop ahead
   bool m_trigger = false;
   bool m_waiting = false;
+  bool m_hasEnded = false;
 };
 
 }  // namespace runtime::patches

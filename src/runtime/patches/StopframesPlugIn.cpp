@@ -41,6 +41,7 @@ class StopframesEvaluator : public PatchEvaluator {
     x.setOutput(1, now.isWaiting);
     x.setOutput(2, now.isActive);
   }
+  [[nodiscard]] bool standsStill() const override { return m_clock.standsStill(); }
 
  private:
   StopframeClock m_clock;
