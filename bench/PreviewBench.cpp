@@ -1,11 +1,19 @@
 // Plays each document of a folder as the preview player does, at 1920 × 1080 and 50 frames a
-// second, into a view: frames, drops, time a frame, processor time. A graphic that waits is
-// triggered, one that has ended begins anew.
+// second, into a view: frames, drops, time a frame, processor time, memory in use at the end. A
+// graphic that waits is triggered, one that has ended begins anew.
+//
+// Then, for each: how long until an edit that is followed shows (from the export to the picture,
+// worst of ten), and what is done while the graphic waits for a trigger that does not come or has
+// ended: frames made and processor time in three seconds.
 //
 //     bench_preview [SECONDS [FOLDER [LOOK]]]
 //
 // LOOK is how it is looked at: own (with its background), chessboard, key, fill, or the path of a
 // movie that plays behind the graphic.
+//
+// Or the memory in use, minute by minute, of one document that is played again and again:
+//
+//     bench_preview --loop MINUTES [DOCUMENT]
 
 #include <sys/resource.h>
 #include <unistd.h>
@@ -68,8 +76,13 @@ void wait(int milliseconds) {
 /// ended.
 class Player : public QObject {
  public:
-  explicit Player(preview::PreviewProgram program) {
+  explicit Player(preview::PreviewProgram program, const PictureOptions& options = {}) {
     m_view.resize(fullHd);
+    m_view.setOptions(options);
+    connect(&m_backdrop, &preview::BackdropLoader::pictureReady, &m_view,
+            &preview::PreviewView::setBackdrop);
+    if (options.backdrop == PictureOptions::Backdrop::Movie)
+      m_backdrop.load(preview::BackdropSource::Kind::Movie, options.movie);
     m_view.setPictureSize(program.size);
     m_view.show();
     const auto take = [this] {
@@ -107,6 +120,7 @@ class Player : public QObject {
   }
 
   preview::PreviewView m_view;
+  preview::BackdropLoader m_backdrop;
   std::unique_ptr<FramePump> m_pump;
   FramePump::State m_state;
   int m_pictures = 0;
@@ -120,8 +134,11 @@ std::unique_ptr<document::CompositionDocument> opened(const QString& path) {
   return nullptr;
 }
 
-std::optional<preview::PreviewProgram> programOf(const document::CompositionDocument& document) {
-  auto program = preview::PreviewProgram::fromDocument(document);
+std::optional<preview::PreviewProgram> programOf(const document::CompositionDocument& document,
+                                                 const PictureOptions& options = {}) {
+  using Background = preview::PreviewProgram::Background;
+  auto program = preview::PreviewProgram::fromDocument(
+      document, options.showsOwnBackground() ? Background::Include : Background::Exclude);
   if (!program) {
     std::printf("%s\n", qPrintable(program.error().error.text()));
     return {};
@@ -131,10 +148,11 @@ std::optional<preview::PreviewProgram> programOf(const document::CompositionDocu
   return std::move(*program);
 }
 
-void measurePlaying(const document::CompositionDocument& document, int seconds) {
-  auto program = programOf(document);
+void measurePlaying(const document::CompositionDocument& document, int seconds,
+                    const PictureOptions& options) {
+  auto program = programOf(document, options);
   if (!program) return;
-  Player player(std::move(*program));
+  Player player(std::move(*program), options);
   wait(1000);
   const FrameMeter::Reading first = player.reading();
   const double processor = processorSeconds();
@@ -206,13 +224,13 @@ void loop(const document::CompositionDocument& document, int minutes) {
   }
 }
 
-int measureAll(int seconds, const QDir& folder) {
+int measureAll(int seconds, const QDir& folder, const PictureOptions& options) {
   const QFileInfoList files = folder.entryInfoList({QStringLiteral("*.composition")}, QDir::Dirs);
   std::printf("%d s each, %.0f frames due\n", seconds, seconds * framesPerSecond);
   std::printf("%-18s %7s %7s %8s %7s %9s %9s %11s %11s\n", "graphic", "made", "drawn", "dropped",
               "unseen", "mean ms", "longest", "processor", "memory");
   for (const QFileInfo& file : files)
-    if (const auto document = opened(file.filePath())) measurePlaying(*document, seconds);
+    if (const auto document = opened(file.filePath())) measurePlaying(*document, seconds, options);
   std::printf("\n%-18s %15s %12s %10s %14s\n", "graphic", "edit shows", "then it", "frames",
               "processor");
   for (const QFileInfo& file : files)
@@ -236,5 +254,6 @@ int main(int argc, char** argv) {
     return document ? 0 : 1;
   }
   return measureAll(argc > 1 ? std::max(arguments[1].toInt(), 1) : 60,
-                    QDir(arguments.value(2, examples)));
+                    QDir(arguments.value(2, examples)),
+                    optionsNamed(arguments.value(3, QStringLiteral("own"))));
 }

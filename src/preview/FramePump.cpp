@@ -35,6 +35,7 @@ class FramePump::Run {
     m_list = std::move(m_evaluated);
     if (isNew) draw(time);
     tellState();
+    tellFindings();
     tellOutputs();
     const std::lock_guard lock(m_pump.m_mutex);
     m_pump.m_meter.frameMade(begin, Clock::now(), isNew);
@@ -89,6 +90,11 @@ class FramePump::Run {
     if (m_pump.m_hooks.stateChanged) m_pump.m_hooks.stateChanged(state);
   }
 
+  void tellFindings() {
+    const QStringList findings = m_renderer->findings();
+    if (std::exchange(m_foundCount, findings.size()) >= findings.size()) return;
+    if (m_pump.m_hooks.found) m_pump.m_hooks.found(findings);
+  }
   void tellOutputs() {
     if (!m_pump.m_hooks.outputsReady) return;
     std::vector<runtime::Value> values;
@@ -106,6 +112,7 @@ class FramePump::Run {
   runtime::DrawList m_evaluated;
   std::optional<runtime::DrawList> m_list;  ///< that is shown
   std::optional<State> m_state;
+  qsizetype m_foundCount = 0;
   QStringList m_outputKeys;
   std::optional<std::vector<runtime::Value>> m_outputs;
 };

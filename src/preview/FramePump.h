@@ -38,6 +38,8 @@ class FramePump {
     std::function<void(const State&)> stateChanged = {};
     /// Published outputs differ from those before; once until they were taken.
     std::function<void()> outputsReady = {};
+    /// All that loading and playing had to report so far, each time that there is more.
+    std::function<void(const QStringList&)> found = {};
     /// Playing ended because frames take too long; restart() tries again.
     std::function<void(int run)> stalled = {};
   };

@@ -100,7 +100,9 @@ void PreviewView::paintEvent(QPaintEvent*) {
   }
   const QRectF area = pixels.snapped(m_geometry.pictureRect());
   if (!area.toAlignedRect().contains(rect()))
-    pixels.fill(rect(), TYStyleKit::colour(widgets::Token::CanvasSurround));
+    pixels.fill(rect(), window()->isFullScreen()
+                            ? QColor(Qt::black)
+                            : TYStyleKit::colour(widgets::Token::CanvasSurround));
   // Who looks closely wants to see the pixels.
   const bool isClose = m_geometry.zoom() >= closeZoom;
   m_painter.paint(painter, area, !isClose);

@@ -132,9 +132,9 @@ void StatusRow::setTriggerVisible(bool visible) {
   m_triggerKey->setVisible(visible);
 }
 
-void StatusRow::setNotice(const QString& text) {
+void StatusRow::setNotice(const QString& text, const QString& details) {
   m_notice->setText(text);
-  m_notice->setToolTip(text);
+  m_notice->setToolTip(details.isEmpty() ? text : details);
 }
 
 QString StatusRow::notice() const {

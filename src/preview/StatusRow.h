@@ -34,8 +34,8 @@ class StatusRow : public QWidget {
   /// Whether the trigger can be fired.
   void setTriggerVisible(bool visible);
   [[nodiscard]] bool isTriggerVisible() const { return m_triggerIsVisible; }
-  /// Something that happened; empty for nothing.
-  void setNotice(const QString& text);
+  /// Something that happened; empty for nothing. No details: the text itself is shown in full.
+  void setNotice(const QString& text, const QString& details = {});
   [[nodiscard]] QString notice() const;
   /// To load what has become of the document meanwhile.
   void setOffersAgain(bool offers);

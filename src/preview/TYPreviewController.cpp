@@ -172,6 +172,7 @@ void TYPreviewController::load(PreviewProgram program) {
       FramePump::Hooks{.pictureReady = forward([this] { takePicture(); }),
                        .stateChanged = forward([this](const auto& state) { takeState(state); }),
                        .outputsReady = forward([this] { m_fields->outputsAreReady(); }),
+                       .found = forward([this](const auto& list) { tellFindings(list); }),
                        .stalled = forward([this](int run) { tellStalled(run); })});
   m_fields->setPump(m_pump.get());
   fitWindow(size);
@@ -221,6 +222,13 @@ void TYPreviewController::takeState(const FramePump::State& state) {
     showNextComposition();
   else if (isFirst && !state.isActive)
     goToNextSoon();
+}
+
+void TYPreviewController::tellFindings(const QStringList& findings) {
+  const QString last = findings.last();
+  m_status->setNotice(
+      findings.size() == 1 ? last : tr("%1 (%2 more)").arg(last).arg(findings.size() - 1),
+      findings.join(u'\n'));
 }
 
 void TYPreviewController::tellStalled(int run) {

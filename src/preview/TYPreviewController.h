@@ -92,6 +92,7 @@ class TYPreviewController : public QWidget {
   void takePicture();
   void takeState(const FramePump::State& state);
   void tellStalled(int run);
+  void tellFindings(const QStringList& findings);
   void updateStatusField();
   void updateTitle();
   void updateMeter();

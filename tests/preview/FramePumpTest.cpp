@@ -24,13 +24,15 @@ class FramePumpTest : public testing::Test {
     program.framesPerSecond = 100;
     pump = std::make_unique<FramePump>(
         std::move(program),
-        FramePump::Hooks{.pictureReady = [this] { change([this] { ++pictures; }); },
-                         .stateChanged =
-                             [this](const FramePump::State& state) {
-                               change([this, state] { states.push_back(state); });
-                             },
-                         .outputsReady = [this] { change([this] { ++outputs; }); },
-                         .stalled = [this](int run) { change([this, run] { stalledRun = run; }); }},
+        FramePump::Hooks{
+            .pictureReady = [this] { change([this] { ++pictures; }); },
+            .stateChanged =
+                [this](const FramePump::State& state) {
+                  change([this, state] { states.push_back(state); });
+                },
+            .outputsReady = [this] { change([this] { ++outputs; }); },
+            .found = [this](const QStringList& list) { change([&] { findings = list; }); },
+            .stalled = [this](int run) { change([this, run] { stalledRun = run; }); }},
         mostTime);
   }
   void change(const std::function<void()>& act) {
@@ -48,6 +50,7 @@ class FramePumpTest : public testing::Test {
   int pictures = 0;
   int outputs = 0;
   int stalledRun = 0;
+  QStringList findings;
   std::vector<FramePump::State> states;
   std::unique_ptr<FramePump> pump;
 };
@@ -150,6 +153,10 @@ TEST_F(FramePumpTest, AScriptThatNeverEndsEndsThePlayingAndHoldsUpNobody) {
   closing.start();
   pump.reset();
   EXPECT_LT(closing.elapsed(), 1000);
+  // With more time a frame than a script has, the script is ended and the rest plays.
+  play(graph);
+  const auto isTold = [&] { return !findings.isEmpty() && findings.last().contains(script); };
+  EXPECT_TRUE(waitFor(isTold)) << findings.join(u'|').toStdString();
 }
 
 }  // namespace
