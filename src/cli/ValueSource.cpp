@@ -15,20 +15,29 @@ using Read = tl::expected<ValueSource, LoadFailure>;
 
 namespace {
 
+bool isNamed(const QString& path, const QStringList& endings) {
+  return endings.contains(QFileInfo(path).suffix(), Qt::CaseInsensitive);
+}
+
 bool isTable(const QString& path, int row) {
-  static const QStringList endings{QStringLiteral("csv"), QStringLiteral("tsv"),
-                                   QStringLiteral("txt")};
-  return row > 0 || endings.contains(QFileInfo(path).suffix(), Qt::CaseInsensitive);
+  return row > 0 ||
+         isNamed(path, {QStringLiteral("csv"), QStringLiteral("tsv"), QStringLiteral("txt")});
+}
+
+LoadFailure severalRows(const ValueTable& table) {
+  const QString rows = table.rowCount() == 1 ? QStringLiteral("1 row")
+                                             : QStringLiteral("%1 rows").arg(table.rowCount());
+  return {ExitStatus::Usage,
+          {QStringLiteral("has %1; --row takes the number of one of them").arg(rows),
+           table.path(),
+           {}}};
 }
 
 Read fromTable(const QString& path, int row, const runtime::CompositionRenderer& renderer) {
   const auto table = ValueTable::fromFile(path);
   if (!table) return tl::unexpected(LoadFailure{ExitStatus::InputUnreadable, table.error()});
   if (row > table->rowCount() || (row == 0 && table->rowCount() > 1))
-    return failed(
-        ExitStatus::Usage,
-        QStringLiteral("has %1 rows; --row takes the number of one of them").arg(table->rowCount()),
-        path);
+    return tl::unexpected(severalRows(*table));
   const ValueTable::Fit fit = table->fit(InputValues::inputsOf(renderer));
   if (fit.isNone())
     return failed(ExitStatus::Usage,
@@ -67,7 +76,11 @@ Read ValueSource::fromFile(const QString& path, int row,
       .map([&](const QJsonObject& object) {
         return ValueSource{object, QFileInfo(path).absolutePath(), path, {}};
       })
-      .map_error(InputAssignment::told);
+      .map_error([&](const playout::ValueFailure& failure) {
+        const auto table = ValueTable::fromFile(path);
+        const bool isList = isNamed(path, {QStringLiteral("json")}) && table;
+        return isList ? severalRows(*table) : InputAssignment::told(failure);
+      });
 }
 
 Read ValueSource::read(const QString& word, int row, const QString& played,

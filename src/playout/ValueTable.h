@@ -64,7 +64,7 @@ class ValueTable {
     std::vector<WrongCell> wrong;
   };
   /// The values of a row. Where it has no cell, null, or an empty one that is for neither a text
-  /// nor a picture, the input keeps what it has. Decimal commas are understood where semicolons
+  /// nor a picture, the input gets no value. Decimal commas are understood where semicolons
   /// part the cells. Relative picture names start at the table's folder.
   [[nodiscard]] RowValues assign(qsizetype row, const Fit& fit) const;
 

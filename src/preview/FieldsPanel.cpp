@@ -6,6 +6,7 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include "document/CompositionDocument.h"
 #include "preview/FramePump.h"
 #include "preview/fields/FieldEditor.h"
 #include "preview/fields/FieldList.h"
@@ -70,6 +71,7 @@ FieldsPanel::FieldsPanel(QWidget* parent)
   setAccessibleName(tr("Fields"));
   build();
   observe();
+  showParts(false);
 }
 
 FieldsPanel::~FieldsPanel() = default;
@@ -91,6 +93,8 @@ void FieldsPanel::build() {
   m_search->setAccessibleName(tr("Search Fields"));
   m_search->hide();
   m_outputsTimer.setSingleShot(true);
+  m_table->setDocumentPath(
+      [this] { return m_document ? m_document->fileURL().toLocalFile() : QString(); });
 }
 
 void FieldsPanel::observe() {
@@ -118,11 +122,8 @@ void FieldsPanel::observe() {
 
 void FieldsPanel::takeProgram(PreviewProgram& program, CompositionDocument* document) {
   const bool isAnother = m_document != document;
-  if (isAnother) {
-    if (m_document) m_others.insert(m_document, m_model->entries());
-    m_model->setEntries(m_others.take(document));
-    m_document = document;
-  }
+  if (isAnother) exchangeDocument(document);
+  showParts(true);
   const runtime::CompositionRenderer renderer(program.compiled);
   m_model->setInputs(attributes(renderer.inputKeys(),
                                 [&](const QString& key) { return renderer.inputAttributes(key); }));
@@ -131,6 +132,29 @@ void FieldsPanel::takeProgram(PreviewProgram& program, CompositionDocument* docu
   if (isAnother) m_sets->setDocument(document);
   for (const playout::InputValue& input : m_model->sentValues())
     program.inputs.emplace_back(input.key, input.value);
+}
+
+void FieldsPanel::exchangeDocument(CompositionDocument* document) {
+  if (m_document) m_others.insert(m_document, m_model->entries());
+  m_model->setEntries(m_others.take(document));
+  m_document = document;
+}
+
+void FieldsPanel::showNothing() {
+  exchangeDocument(nullptr);
+  showParts(false);
+  m_model->setInputs({});
+  m_outputs->setPorts({});
+  m_sets->setDocument(nullptr);
+}
+
+void FieldsPanel::showParts(bool hasProgram) {
+  if (!hasProgram && isAncestorOf(QApplication::focusWidget())) Q_EMIT keyboardLeft();
+  m_list->setIdle(!hasProgram);
+  m_take->setEnabled(hasProgram);
+  m_sets->setVisible(hasProgram);
+  m_table->setVisible(hasProgram);
+  if (!hasProgram) m_search->clear();
 }
 
 void FieldsPanel::setPump(FramePump* pump) {

@@ -38,6 +38,9 @@ class FieldsPanel : public QWidget {
   /// What is played next: its fields are shown, and what was filled in before, for the same
   /// document, becomes part of the program. The document may be none.
   void takeProgram(PreviewProgram& program, document::CompositionDocument* document);
+  /// Nothing can be played: no fields, no outputs, no sets, and of no document until the next
+  /// program. What was filled in comes back with its document.
+  void showNothing();
   /// Where values go from now on; none while nothing is loaded.
   void setPump(FramePump* pump);
   /// Outputs wait in the pump.
@@ -69,6 +72,8 @@ class FieldsPanel : public QWidget {
  private:
   void build();
   void observe();
+  void exchangeDocument(document::CompositionDocument* document);
+  void showParts(bool hasProgram);
   void play();
   void reset();
   void sendHeld();

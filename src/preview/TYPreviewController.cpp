@@ -200,6 +200,7 @@ void TYPreviewController::showFailure(const PreviewProgram::Failure& failure) {
                        : tr("The export of \"%1\" could not be loaded").arg(m_name);
   m_view->setPictureSize({1920, 1080});
   m_view->setFailure(m_failure, failure.error.text());
+  m_fields->showNothing();
   if (!isVisible()) fitWindow({1280, 720});
   updateStatusField();
   updateMeter();

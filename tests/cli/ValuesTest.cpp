@@ -152,6 +152,7 @@ TEST_F(Values, RowsOfTables) {
   expectRefused("render a.composition -o x.png --values other.csv", 2, "Bar_Color");
   write("rows.json", "[{\"Bar_Color\": \"#FF0000\"}, {\"Bar_Color\": \"#00FF00\"}]");
   expectPlays("rows.json --row 2", "#00ff00");
+  expectRefused("render a.composition -o x.png --values rows.json", 2, "--row takes the number");
   write("one.tsv", "Bar_Color\n#00FF00\n");
   expectPlays("one.tsv", "#00ff00");
   expectDone("values a.composition set first rows.json --row 1");

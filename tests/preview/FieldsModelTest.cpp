@@ -118,13 +118,12 @@ TEST_F(FieldsModelTest, ValuesComeBackWithTheirKeyAndTypeAndFollowTheFileOtherwi
 
 TEST_F(FieldsModelTest, AFillTakesWhatFitsAndTellsTheRest) {
   (void)model.enter(scoreKey, 50);
-  const QStringList wrong =
-      model.fill({{nameKey, QStringLiteral("Northgate")}, {QStringLiteral("Away_Text"), QString()}},
-                 {}, FieldsModel::Others::Stay);
+  const QStringList wrong = model.fill(
+      {{nameKey, QStringLiteral("Northgate")}, {QStringLiteral("Away_Text"), QString()}}, {}, {});
   EXPECT_EQ(wrong, QStringList{QStringLiteral("Away_Text: There is no field “Away_Text”.")});
   EXPECT_EQ(model.filledIn(),
             (QJsonObject{{nameKey, QStringLiteral("Northgate")}, {scoreKey, 50}}));
-  (void)model.fill({{nameKey, QStringLiteral("Quay")}}, {}, FieldsModel::Others::Default);
+  (void)model.fill({{nameKey, QStringLiteral("Quay")}}, {}, model.keys());
   EXPECT_EQ(model.filledIn(), (QJsonObject{{nameKey, QStringLiteral("Quay")}}));
 }
 

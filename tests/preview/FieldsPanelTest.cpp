@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -16,13 +17,17 @@
 #include "preview/TYPreviewController.h"
 #include "preview/fields/FieldList.h"
 #include "preview/fields/FieldRow.h"
+#include "preview/fields/OutputsList.h"
+#include "preview/fields/SetsMenu.h"
 #include "preview/fields/TakeBar.h"
 #include "support/GraphBuilder.h"
+#include "widgets/TYEmptyPanel.h"
 
 namespace preview {
 
 namespace {
 
+using document::CompositionDocument;
 using foundation::PropertyValue;
 using support::GraphBuilder;
 
@@ -58,7 +63,7 @@ class FieldsPanelTest : public testing::Test {
     pump.reset();
   }
 
-  void load() {
+  void load(document::CompositionDocument* document = nullptr) {
     GraphBuilder graph;
     const auto echo = [&graph](const char* kind, const char* in, const char* out,
                                const PropertyValue& usual) {
@@ -76,7 +81,7 @@ class FieldsPanelTest : public testing::Test {
     program.framesPerSecond = 100;
     panel->setPump(nullptr);
     pump.reset();
-    panel->takeProgram(program, nullptr);
+    panel->takeProgram(program, document);
     pump = std::make_unique<FramePump>(std::move(program), FramePump::Hooks{.outputsReady = [this] {
                                          QMetaObject::invokeMethod(
                                              panel, [this] { panel->outputsAreReady(); });
@@ -205,6 +210,35 @@ TEST_F(FieldsPanelTest, HeldChangesGoWithUpdateAndResetTakesAllBack) {
   EXPECT_EQ(plays, 1);
   EXPECT_TRUE(putsOut("shown", QStringLiteral("Good Morning")));
   EXPECT_EQ(control<QLineEdit>("score").text(), QStringLiteral("2"));
+}
+
+TEST_F(FieldsPanelTest, WithoutAProgramThereIsNothingToFillInOrKeep) {
+  CompositionDocument document;
+  document.emptyDocumentWithResolution(model::VideoResolution(QStringLiteral("SD PAL")));
+  EXPECT_TRUE(document.setValueSets({}));
+  load(&document);
+  auto& headline = control<QLineEdit>("headline");
+  type(headline, QStringLiteral("Harbour opens"));
+  QTest::keyClick(&headline, Qt::Key_Return);
+  headline.setFocus();
+  panel->setPump(nullptr);
+  panel->showNothing();
+  QApplication::processEvents();
+  EXPECT_TRUE(window.hasFocus());
+  EXPECT_TRUE(panel->model().fields().empty());
+  for (const auto* edit : panel->findChildren<QLineEdit*>()) EXPECT_FALSE(edit->isVisible());
+  for (const auto* output : panel->findChildren<OutputsList*>()) EXPECT_FALSE(output->isVisible());
+  for (const auto* box : panel->findChildren<QComboBox*>()) EXPECT_FALSE(box->isVisible());
+  for (const auto* button : panel->findChildren<QAbstractButton*>())
+    EXPECT_FALSE(button->isVisible() && button->isEnabled()) << button->text().toStdString();
+  EXPECT_EQ(panel->findChildren<widgets::TYEmptyPanel*>().size(), 1);
+  // What is saved now would be another document's.
+  panel->sets().save(QStringLiteral("Evening"));
+  EXPECT_TRUE(document.valueSets().isEmpty());
+  load(&document);
+  EXPECT_EQ(control<QLineEdit>("headline").text(), QStringLiteral("Harbour opens"));
+  EXPECT_TRUE(panel->sets().isVisible());
+  EXPECT_TRUE(button("Play").isEnabled());
 }
 
 TEST_F(FieldsPanelTest, TextsOfSeveralLinesGetAFieldForThem) {

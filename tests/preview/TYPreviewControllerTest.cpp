@@ -7,6 +7,7 @@
 #include "PreviewFixture.h"
 #include "foundation/UserDefaults.h"
 #include "preview/DisplayName.h"
+#include "preview/FieldsPanel.h"
 #include "support/LogGuard.h"
 
 namespace preview {
@@ -112,6 +113,10 @@ TEST_F(PreviewTest, WhatCannotBeExportedOrReadIsToldInTheWindow) {
   QTest::keyClick(&player(), Qt::Key_R);
   EXPECT_TRUE(reaches(playing));
   EXPECT_EQ(player().view().failureTitle(), QString());
+  EXPECT_FALSE(player().fieldsPanel().model().fields().empty());
+  // The fields of what played before are gone with it.
+  TYPreviewController::togglePreviewForCompositionDocument(empty);
+  EXPECT_TRUE(player().fieldsPanel().model().fields().empty());
 }
 
 TEST_F(PreviewTest, ClosingTheWindowOrTheDocumentWhileItPlaysIsSafe) {

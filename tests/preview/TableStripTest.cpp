@@ -3,11 +3,13 @@
 #include <gmock/gmock.h>
 
 #include <QComboBox>
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
 
+#include "foundation/UserDefaults.h"
 #include "preview/fields/FieldsModel.h"
 
 namespace preview {
@@ -28,7 +30,11 @@ class TableStripTest : public testing::Test {
     score.key = QStringLiteral("Score");
     score.type = PortType::Number;
     score.maximum = 99;
-    model.setInputs({name, score});
+    score.defaultValue = 1.0;
+    runtime::PortAttributes clock;
+    clock.key = QStringLiteral("Clock");
+    clock.type = PortType::String;
+    model.setInputs({name, score, clock});
     strip.resize(340, 100);
     strip.show();
   }
@@ -68,15 +74,40 @@ TEST_F(TableStripTest, RowsFillInWhatTheirColumnsNameAndTellTheRest) {
   EXPECT_EQ(strip.problems(), QStringLiteral("Columns without a field: Referee"));
   QTest::mouseClick(&button("Next Row"), Qt::LeftButton);
   EXPECT_EQ(value("Home_Text"), QStringLiteral("Quay"));
-  EXPECT_EQ(value("Score"), QStringLiteral("3"));
+  EXPECT_EQ(value("Score"), QStringLiteral("1"));
   EXPECT_TRUE(strip.problems().contains(QStringLiteral("row 2"))) << strip.problems().toStdString();
   EXPECT_FALSE(button("Next Row").isEnabled());
   // With held changes the row waits like anything else.
   model.setHoldsChanges(true);
   QTest::mouseClick(&button("Previous Row"), Qt::LeftButton);
-  EXPECT_EQ(model.pendingCount(), 1);
+  EXPECT_EQ(model.pendingCount(), 2);
   EXPECT_EQ(model.field(QStringLiteral("Home_Text"))->sent->value.toString(),
             QStringLiteral("Quay"));
+}
+
+TEST_F(TableStripTest, ARowLeavesNothingOfAnotherRowInTheFieldsOfTheTable) {
+  (void)model.enterText(QStringLiteral("Clock"), QStringLiteral("19:30"));
+  strip.openTable(file("games.csv", "Home Text,Score\nHarbour,3\nQuay,\nPier,many\nMole,4\nEnd\n"));
+  for (const char* score : {"3", "1", "1", "4", "1"}) {
+    strip.goTo(strip.row() + 1);
+    EXPECT_EQ(value("Score"), QLatin1String(score)) << strip.row();
+    EXPECT_EQ(strip.problems().isEmpty(), strip.row() != 2) << strip.problems().toStdString();
+  }
+  EXPECT_EQ(value("Home_Text"), QStringLiteral("End"));
+  EXPECT_EQ(value("Clock"), QStringLiteral("19:30")) << "the table has no column for it";
+}
+
+TEST_F(TableStripTest, TheFirstTableIsLookedForBesideTheDocument) {
+  auto& defaults = foundation::UserDefaults::standard();
+  defaults.setValue(QString(), QStringLiteral("previewTable"));
+  EXPECT_EQ(strip.startPath(), QDir::homePath());
+  strip.setDocumentPath([this] { return folder.filePath(QStringLiteral("a.composition")); });
+  EXPECT_EQ(strip.startPath(), folder.path());
+  const QString path = file("games.csv", "Score\n3\n");
+  strip.openTable(path);
+  EXPECT_EQ(strip.startPath(), path);
+  QFile::remove(path);
+  EXPECT_EQ(strip.startPath(), folder.path());
 }
 
 TEST_F(TableStripTest, AChangedFileIsReadAgainOnDemandAndADamagedOneLeavesWhatThereWas) {

@@ -108,7 +108,7 @@ QString FieldDescription::details(const PortAttributes& port) {
   if (const QString within = limits(port); !within.isEmpty()) parts += within;
   // Kept together whatever direction it is written in.
   const QString usual = valueText(port.defaultValue, port);
-  if (!usual.isEmpty()) parts += QChar(0x2068) + usual + QChar(0x2069);
+  if (!usual.isEmpty()) parts += tr("default %1").arg(QChar(0x2068) + usual + QChar(0x2069));
   return parts.join(QStringLiteral(" · "));
 }
 

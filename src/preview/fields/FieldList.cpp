@@ -32,6 +32,12 @@ void FieldList::showEvent(QShowEvent* event) {
   for (FieldRow* row : std::as_const(m_rows)) row->refresh();
 }
 
+void FieldList::setIdle(bool isIdle) {
+  if (std::exchange(m_isIdle, isIdle) == isIdle) return;
+  m_needsBuild = true;
+  if (isVisible()) build();
+}
+
 void FieldList::build() {
   m_needsBuild = m_needsRefresh = false;
   const QString focused = isAncestorOf(QApplication::focusWidget())
@@ -57,8 +63,12 @@ void FieldList::build() {
     shown.header->setNote(QString::number(shown.rows.size()));
   }
   if (m_groups.isEmpty())
-    column->addWidget(new widgets::TYEmptyPanel(
-        {}, tr("No Fields"), tr("Allow changes in playout in the inspector's Permissions.")));
+    column->addWidget(
+        m_isIdle ? new widgets::TYEmptyPanel({}, tr("Nothing to Play"),
+                                             tr("The fields of a graphic are here while it plays."))
+                 : new widgets::TYEmptyPanel(
+                       {}, tr("No Fields"),
+                       tr("Allow changes in playout in the inspector's Permissions.")));
   column->addStretch();
   setWidget(content);
   filter(m_filter);

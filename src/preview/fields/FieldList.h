@@ -25,6 +25,8 @@ class FieldList : public QScrollArea {
 
   /// None for a key that is not there.
   [[nodiscard]] FieldRow* row(const QString& key) const { return m_rows.value(key); }
+  /// Whether nothing is played whose fields could be here.
+  void setIdle(bool isIdle);
   /// Only rows that contain the text; all for an empty one.
   void filter(const QString& text);
   /// Takes over what is being typed in a field.
@@ -56,6 +58,7 @@ class FieldList : public QScrollArea {
   QHash<QString, FieldRow*> m_rows;
   QSet<QString> m_closed;  ///< titles of groups
   QString m_filter;
+  bool m_isIdle = false;
   bool m_needsBuild = true;
   bool m_needsRefresh = false;
 };

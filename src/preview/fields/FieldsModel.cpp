@@ -80,6 +80,12 @@ void FieldsModel::setInputs(const std::vector<PortAttributes>& inputs) {
   for (const Field& field : m_fields) Q_EMIT valueChanged(field.port.key);
 }
 
+QStringList FieldsModel::keys() const {
+  QStringList keys;
+  for (const Field& field : m_fields) keys.append(field.port.key);
+  return keys;
+}
+
 const Field* FieldsModel::field(const QString& key) const {
   return const_cast<FieldsModel*>(this)->find(key);
 }
@@ -164,14 +170,17 @@ void FieldsModel::resetAll() {
   Q_EMIT filled();
 }
 
-QStringList FieldsModel::fill(const QJsonObject& values, const QString& folder, Others others) {
+QStringList FieldsModel::fill(const QJsonObject& values, const QString& folder,
+                              const QStringList& filled) {
   QStringList wrong;
+  QStringList empty = filled;
   for (auto it = values.begin(); it != values.end(); ++it)
-    if (const auto entered = enter(it.key(), it.value(), folder); !entered)
+    if (const auto entered = enter(it.key(), it.value(), folder))
+      empty.removeAll(it.key());
+    else
       wrong += tr("%1: %2").arg(it.key(), entered.error());
-  if (others == Others::Default)
-    for (const Field& field : m_fields)
-      if (field.value && !values.contains(field.port.key)) reset(field.port.key);
+  // What is left of another set or row would be told as if it belonged to this one.
+  for (const QString& key : std::as_const(empty)) reset(key);
   Q_EMIT filled();
   return wrong;
 }

@@ -22,8 +22,6 @@ class FieldsModel : public QObject {
     std::optional<FieldValue> sent = {};
   };
   using Entries = QHash<QString, Entry>;
-  /// What becomes of fields that are not named.
-  enum class Others { Stay, Default };
 
   using QObject::QObject;
 
@@ -34,6 +32,7 @@ class FieldsModel : public QObject {
   /// where these are within the limits; nothing is sent.
   void setInputs(const std::vector<runtime::PortAttributes>& inputs);
   [[nodiscard]] const std::vector<Field>& fields() const { return m_fields; }
+  [[nodiscard]] QStringList keys() const;
   /// None of that key.
   [[nodiscard]] const Field* field(const QString& key) const;
   /// What a file that is loaded now has to be given before its first frame.
@@ -56,8 +55,9 @@ class FieldsModel : public QObject {
   void reset(const QString& key) { restore(key, std::nullopt); }
   /// All defaults, sent in any case.
   void resetAll();
-  /// Enters what fits; what does not, as sentences that name the key.
-  QStringList fill(const QJsonObject& values, const QString& folder, Others others);
+  /// Enters what fits; what does not, as sentences that name the key. Those of the fields of
+  /// `filled` that get no value then have the file's default; others stay as they are.
+  QStringList fill(const QJsonObject& values, const QString& folder, const QStringList& filled);
   /// What differs from the defaults, as values files hold it.
   [[nodiscard]] QJsonObject filledIn() const;
 

@@ -172,7 +172,7 @@ void SetsMenu::choose(const QString& name) {
   const ValueSet* set = m_sets.named(name);
   m_current = set ? name : QString();
   const QStringList wrong =
-      m_model.fill(set ? set->values : QJsonObject(), m_folder, FieldsModel::Others::Default);
+      m_model.fill(set ? set->values : QJsonObject(), m_folder, m_model.keys());
   m_filled = m_model.filledIn();
   tell(wrong.join(u'\n'));
   showChoice();

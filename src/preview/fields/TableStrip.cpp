@@ -1,6 +1,7 @@
 #include "preview/fields/TableStrip.h"
 
 #include <QComboBox>
+#include <QDir>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QListView>
@@ -112,10 +113,16 @@ void TableStrip::build() {
   column->addWidget(m_problems);
 }
 
+QString TableStrip::startPath() const {
+  const QString last = foundation::UserDefaults::standard().value(lastTable).toString();
+  if (QFileInfo::exists(last)) return last;
+  const QString document = m_documentPath ? m_documentPath() : QString();
+  return document.isEmpty() ? QDir::homePath() : QFileInfo(document).absolutePath();
+}
+
 void TableStrip::choose() {
   widgets::FileChooser::open(*this, tr("Open a Table of Values"), widgets::FileChooser::Tables,
-                             foundation::UserDefaults::standard().value(lastTable).toString(),
-                             [this](const QString& path) { openTable(path); });
+                             startPath(), [this](const QString& path) { openTable(path); });
 }
 
 void TableStrip::openTable(const QString& path) {
@@ -174,8 +181,10 @@ void TableStrip::goTo(qsizetype row) {
   const playout::ValueTable::RowValues values = m_table->assign(row, m_fit);
   m_wrongCells.clear();
   for (const auto& cell : values.wrong) m_wrongCells += cell.failure.error.message;
-  m_wrongCells += m_model.fill(values.json, QFileInfo(m_table->path()).absolutePath(),
-                               FieldsModel::Others::Stay);
+  QStringList filled;
+  for (const auto& input : m_fit.inputs)
+    if (input) filled += input->key;
+  m_wrongCells += m_model.fill(values.json, QFileInfo(m_table->path()).absolutePath(), filled);
   showState();
 }
 

@@ -25,11 +25,17 @@ class TableStrip : public QWidget {
   /// The model outlives the strip.
   explicit TableStrip(FieldsModel& model, QWidget* parent = nullptr);
 
+  /// What tells where the document is that tables lie beside; an empty path for nowhere.
+  void setDocumentPath(std::function<QString()> path) { m_documentPath = std::move(path); }
+  /// Where the search for a table begins: at the one that was opened last, else in the folder of
+  /// the document.
+  [[nodiscard]] QString startPath() const;
   void openTable(const QString& path);
   void reload();
   void close();
   [[nodiscard]] bool isOpen() const { return m_table != nullptr; }
-  /// Fills in the row, as far as it can; nothing beyond the ends.
+  /// Fills in the fields that the table has columns for; those that the row has no value for, or a
+  /// wrong one, get their defaults. Nothing beyond the ends.
   void goTo(qsizetype row);
   /// −1 before the first one was chosen.
   [[nodiscard]] qsizetype row() const { return m_row; }
@@ -47,6 +53,7 @@ class TableStrip : public QWidget {
   FieldsModel& m_model;
   std::shared_ptr<const playout::ValueTable> m_table;
   playout::ValueTable::Fit m_fit;
+  std::function<QString()> m_documentPath;
   qsizetype m_row = -1;
   QString m_failure;
   QStringList m_wrongCells;
