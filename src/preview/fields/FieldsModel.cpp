@@ -171,9 +171,9 @@ void FieldsModel::resetAll() {
 }
 
 QStringList FieldsModel::fill(const QJsonObject& values, const QString& folder,
-                              const QStringList& filled) {
+                              const QStringList& named) {
   QStringList wrong;
-  QStringList empty = filled;
+  QStringList empty = named;
   for (auto it = values.begin(); it != values.end(); ++it)
     if (const auto entered = enter(it.key(), it.value(), folder))
       empty.removeAll(it.key());

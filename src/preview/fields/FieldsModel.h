@@ -56,8 +56,8 @@ class FieldsModel : public QObject {
   /// All defaults, sent in any case.
   void resetAll();
   /// Enters what fits; what does not, as sentences that name the key. Those of the fields of
-  /// `filled` that get no value then have the file's default; others stay as they are.
-  QStringList fill(const QJsonObject& values, const QString& folder, const QStringList& filled);
+  /// `named` that get no value then have the file's default; others stay as they are.
+  QStringList fill(const QJsonObject& values, const QString& folder, const QStringList& named);
   /// What differs from the defaults, as values files hold it.
   [[nodiscard]] QJsonObject filledIn() const;
 
