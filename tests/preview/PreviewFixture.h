@@ -21,7 +21,7 @@ class PreviewTest : public testing::Test {
   PreviewTest() {
     qputenv("TMPDIR", QFile::encodeName(temporary.path()));
     PictureOptions().keep(foundation::UserDefaults::standard());
-    foundation::UserDefaults::standard().setValue(false, QStringLiteral("previewFields"));
+    foundation::UserDefaults::standard().setValue(false, QStringLiteral("showsPreviewFields"));
   }
   ~PreviewTest() override {
     TYPreviewController::closeShared();

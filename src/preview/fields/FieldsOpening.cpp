@@ -9,7 +9,7 @@
 namespace preview {
 
 namespace {
-const QString openKey = QStringLiteral("previewFields");
+const QString openKey = QStringLiteral("showsPreviewFields");
 constexpr Qt::WindowStates fixedStates = Qt::WindowMaximized | Qt::WindowFullScreen;
 }  // namespace
 
