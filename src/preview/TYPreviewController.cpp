@@ -8,8 +8,10 @@
 #include "foundation/UserDefaults.h"
 #include "preview/DisplayName.h"
 #include "preview/FieldsPanel.h"
+#include "preview/FullScreen.h"
 #include "preview/PictureChecks.h"
 #include "preview/PreviewView.h"
+#include "preview/RestingPointer.h"
 #include "preview/fields/FieldsOpening.h"
 #include "widgets/TYStyleKit.h"
 
@@ -74,7 +76,8 @@ TYPreviewController::TYPreviewController()
       m_document(new PreviewedDocument(this)),
       m_background(m_checks->background()),
       m_fields(new FieldsPanel(this)),
-      m_fieldsOpening(new FieldsOpening(*this, *m_fields)) {
+      m_fieldsOpening(new FieldsOpening(*this, *m_fields)),
+      m_fullScreen(new FullScreen(*this)) {
   setAttribute(Qt::WA_DeleteOnClose);
   setAttribute(Qt::WA_QuitOnClose, false);
   setFocusPolicy(Qt::StrongFocus);
@@ -106,8 +109,26 @@ void TYPreviewController::observe() {
   connect(m_document, &PreviewedDocument::showRequested, this, &TYPreviewController::catchUp);
   connect(&m_nextTimer, &QTimer::timeout, this, &TYPreviewController::showNextComposition);
   connect(&m_meterTimer, &QTimer::timeout, this, &TYPreviewController::updateMeter);
-  connect(qGuiApp, &QGuiApplication::screenRemoved, this, &TYPreviewController::screenWasRemoved);
+  connect(&m_triggerKey, &HeldKey::released, this, [this] {
+    if (std::exchange(m_keyHoldsTrigger, false)) releaseTrigger();
+  });
   observeFields();
+  observeFullScreen();
+}
+
+void TYPreviewController::observeFullScreen() {
+  auto* pointer = new RestingPointer(*m_view);
+  connect(m_fullScreen, &FullScreen::changed, this, [this, pointer](bool isOn) {
+    m_status->setVisible(!isOn);
+    m_fieldsOpening->setSuspended(isOn);
+    pointer->setHides(isOn);
+  });
+  connect(m_fullScreen, &FullScreen::screenIsGone, this,
+          [this] { m_status->setNotice(tr("The screen of the full picture is gone")); });
+}
+
+bool TYPreviewController::isShowingFullscreen() const {
+  return m_fullScreen->isOn();
 }
 
 void TYPreviewController::observeFields() {
@@ -144,7 +165,7 @@ void TYPreviewController::unload() {
   m_meterTimer.stop();
   m_state = {};
   m_failure.clear();
-  m_triggerKeyIsDown = false;
+  m_keyHoldsTrigger = false;
   m_status->setTriggerVisible(false);
   m_status->setNotice({});
 }
@@ -390,50 +411,24 @@ void TYPreviewController::togglePreviewFullscreen() {
   TYPreviewController* controller = shared();
   if (!controller) return;
   if (controller->isShowingFullscreen())
-    controller->leaveFullscreen();
+    controller->m_fullScreen->leave();
   else if (QScreen* first = QGuiApplication::primaryScreen())
-    controller->enterFullscreen(*first);
+    controller->m_fullScreen->enter(*first);
 }
 
 void TYPreviewController::showFullscreenOnScreen(const QString& name) {
   TYPreviewController* controller = shared();
   QScreen* screen = DisplayName::screenWithName(name);
-  if (controller && screen) controller->enterFullscreen(*screen);
-}
-
-void TYPreviewController::enterFullscreen(QScreen& screen) {
-  if (!isShowingFullscreen()) m_windowedGeometry = geometry();
-  m_fullscreenScreen = &screen;
-  m_status->hide();
-  m_fieldsOpening->setSuspended(true);
-  // A window that is full screen already would stay where it is.
-  setWindowState(windowState() & ~Qt::WindowFullScreen);
-  setGeometry(screen.geometry());
-  setWindowState(windowState() | Qt::WindowFullScreen);
-  show();
-}
-
-void TYPreviewController::leaveFullscreen() {
-  m_fullscreenScreen = nullptr;
-  setWindowState(windowState() & ~Qt::WindowFullScreen);
-  m_status->show();
-  m_fieldsOpening->setSuspended(false);
-  setGeometry(m_windowedGeometry);
-}
-
-void TYPreviewController::screenWasRemoved(const QScreen* screen) {
-  if (screen != m_fullscreenScreen) return;
-  leaveFullscreen();
-  if (const QScreen* first = QGuiApplication::primaryScreen())
-    move(first->availableGeometry().topLeft() + QPoint(usualFrame.left(), usualFrame.top()));
-  m_status->setNotice(tr("The screen of the full picture is gone"));
+  if (controller && screen) controller->m_fullScreen->enter(*screen);
 }
 
 void TYPreviewController::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Space) {
+    if (m_triggerKey.press(*event)) m_keyHoldsTrigger = setTrigger();
+    return;
+  }
   if (event->isAutoRepeat() || m_fieldsOpening->takeKey(*event)) return;
-  if (event->key() == Qt::Key_Space)
-    m_triggerKeyIsDown = setTrigger();
-  else if (event->key() == Qt::Key_R && event->modifiers() == Qt::NoModifier)
+  if (event->key() == Qt::Key_R && event->modifiers() == Qt::NoModifier)
     reloadComposition();
   else if (event->key() == Qt::Key_R && event->modifiers() == Qt::ShiftModifier)
     previewAgain();
@@ -444,7 +439,7 @@ void TYPreviewController::keyPressEvent(QKeyEvent* event) {
   else if (event->key() == Qt::Key_F11)
     togglePreviewFullscreen();
   else if (event->key() == Qt::Key_Escape && isShowingFullscreen())
-    leaveFullscreen();
+    m_fullScreen->leave();
   else if (event->matches(QKeySequence::Close))
     close();
   else
@@ -452,16 +447,13 @@ void TYPreviewController::keyPressEvent(QKeyEvent* event) {
 }
 
 void TYPreviewController::keyReleaseEvent(QKeyEvent* event) {
-  if (event->isAutoRepeat()) return;
   if (event->key() != Qt::Key_Space) return QWidget::keyReleaseEvent(event);
-  if (std::exchange(m_triggerKeyIsDown, false)) releaseTrigger();
+  m_triggerKey.release(*event);
 }
 
 void TYPreviewController::changeEvent(QEvent* event) {
   // A key that goes up in another window is not told here.
-  if (event->type() == QEvent::ActivationChange && !isActiveWindow() &&
-      std::exchange(m_triggerKeyIsDown, false))
-    releaseTrigger();
+  if (event->type() == QEvent::ActivationChange && !isActiveWindow()) m_triggerKey.letGo();
   QWidget::changeEvent(event);
 }
 

@@ -5,16 +5,16 @@
 #include <QWidget>
 
 #include "preview/FramePump.h"
+#include "preview/HeldKey.h"
 #include "preview/PreviewedDocument.h"
 #include "preview/StatusRow.h"
-
-class QScreen;
 
 namespace preview {
 
 class PictureChecks;
 class FieldsOpening;
 class FieldsPanel;
+class FullScreen;
 class PreviewView;
 
 /// The preview player: plays the exported file of a document as the playout will, above all other
@@ -66,7 +66,7 @@ class TYPreviewController : public QWidget {
   /// Whether edits of the document show at once, at the playing time that they find.
   [[nodiscard]] bool follows() const { return m_document->follows(); }
   void setFollows(bool follows);
-  [[nodiscard]] bool isShowingFullscreen() const { return m_fullscreenScreen != nullptr; }
+  [[nodiscard]] bool isShowingFullscreen() const;
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
@@ -98,9 +98,7 @@ class TYPreviewController : public QWidget {
   void updateMeter();
   void fitWindow(const QSize& picture);
   void goToNextSoon();
-  void enterFullscreen(QScreen& screen);
-  void leaveFullscreen();
-  void screenWasRemoved(const QScreen* screen);
+  void observeFullScreen();
   void previewAgain();
   void toggleFollowing();
   /// Shows what has become of the document at the same playing time; false when it cannot.
@@ -116,6 +114,7 @@ class TYPreviewController : public QWidget {
   bool m_servesBoth = false;                ///< what is loaded is the same with and without
   FieldsPanel* m_fields;
   FieldsOpening* m_fieldsOpening;
+  FullScreen* m_fullScreen;
   QTimer m_meterTimer;
   QTimer m_nextTimer;
   QString m_name;  ///< of the document that was loaded last
@@ -125,9 +124,8 @@ class TYPreviewController : public QWidget {
   int m_load = 0;  ///< grows with every loading
   int m_run = 1;   ///< of the pump, whose states count
   QString m_failure;
-  bool m_triggerKeyIsDown = false;
-  QScreen* m_fullscreenScreen = nullptr;
-  QRect m_windowedGeometry;
+  HeldKey m_triggerKey;
+  bool m_keyHoldsTrigger = false;
   std::unique_ptr<FramePump> m_pump;
 };
 
