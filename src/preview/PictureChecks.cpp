@@ -29,6 +29,12 @@ int& rememberedZoom() {
   return zoom;
 }
 
+/// Likewise: a key that is still shown the next day is taken for the graphic.
+Channel& rememberedChannel() {
+  static Channel channel = Channel::Picture;
+  return channel;
+}
+
 bool isFile(Backdrop backdrop) {
   return backdrop == Backdrop::Still || backdrop == Backdrop::Movie;
 }
@@ -44,6 +50,8 @@ PictureChecks::PictureChecks(PreviewView& view, StatusRow& row, Provide provide)
   view.installEventFilter(this);
   observe();
   view.setZoom(rememberedZoom());
+  m_options.channel = rememberedChannel();
+  showChannel();
   view.setOptions(m_options);
   if (m_options.backdrop == Backdrop::Still) m_loader.load(Kind::Still, m_options.still);
   if (m_options.backdrop == Backdrop::Movie) m_loader.load(Kind::Movie, m_options.movie);
@@ -55,6 +63,8 @@ void PictureChecks::observe() {
           [this](const QWidget* above) { popUp(true, *above); });
   connect(&m_row, &StatusRow::zoomMenuRequested, this,
           [this](const QWidget* above) { popUp(false, *above); });
+  connect(&m_row, &StatusRow::wholePictureRequested, this,
+          [this] { change([](PictureOptions& options) { options.channel = Channel::Picture; }); });
   connect(&m_loader, &BackdropLoader::replaced, this, &PictureChecks::takeFile);
   connect(&m_loader, &BackdropLoader::pictureReady, &m_view, &PreviewView::setBackdrop);
   connect(&m_loader, &BackdropLoader::failed, this, &PictureChecks::takeFailure);
@@ -78,6 +88,8 @@ bool PictureChecks::setOptions(const PictureOptions& options) {
   const bool leavesFile = options.backdrop != m_options.backdrop && !isFile(options.backdrop);
   m_options = options;
   m_options.keep(UserDefaults::standard());
+  rememberedChannel() = options.channel;
+  showChannel();
   m_view.setOptions(options);
   if (!leavesFile) return true;
   m_loader.clear();
@@ -131,9 +143,16 @@ void PictureChecks::showScale() {
                                                              : std::optional(percent));
 }
 
+void PictureChecks::showChannel() {
+  const Channel channel = m_options.channel;
+  m_row.setPartShown(channel == Channel::Key    ? tr("Key")
+                     : channel == Channel::Fill ? tr("Fill")
+                                                : QString());
+}
+
 bool PictureChecks::takeKey(const QKeyEvent& event) {
   if (event.modifiers() & ~Qt::KeypadModifier) return false;
-  const auto showChannel = [this](Channel channel) {
+  const auto choose = [this](Channel channel) {
     change([channel](PictureOptions& options) { options.channel = channel; });
     return true;
   };
@@ -145,11 +164,11 @@ bool PictureChecks::takeKey(const QKeyEvent& event) {
     case Qt::Key_2:
       return setZoom(200), true;
     case Qt::Key_P:
-      return showChannel(Channel::Picture);
+      return choose(Channel::Picture);
     case Qt::Key_K:
-      return showChannel(Channel::Key);
+      return choose(Channel::Key);
     case Qt::Key_F:
-      return showChannel(Channel::Fill);
+      return choose(Channel::Fill);
     case Qt::Key_S:
       change([](PictureOptions& options) { options.showsSafeAreas = !options.showsSafeAreas; });
       return true;

@@ -57,6 +57,7 @@ class PictureChecks : public QObject {
   [[nodiscard]] QMenu* made(bool isWhole);
   void setZoom(int percent);
   void showScale();
+  void showChannel();
   bool moveByKey(int key);
   void takeFile(BackdropSource::Kind kind, const QString& path);
   void takeFailure(BackdropSource::Kind kind, const foundation::Error& error);

@@ -7,10 +7,8 @@ namespace preview {
 namespace {
 
 using Backdrop = PictureOptions::Backdrop;
-using Channel = PictureOptions::Channel;
 
 const QString backdropKey = QStringLiteral("previewBackdrop");
-const QString channelKey = QStringLiteral("previewChannel");
 const QString safeAreasKey = QStringLiteral("previewShowsSafeAreas");
 const QString colorKey = QStringLiteral("previewBackdropColor");
 const QString stillKey = QStringLiteral("previewBackdropStill");
@@ -18,7 +16,6 @@ const QString movieKey = QStringLiteral("previewBackdropMovie");
 
 /// In the order of the values.
 constexpr std::array backdropWords{"own", "chessboard", "color", "still", "movie"};
-constexpr std::array channelWords{"picture", "key", "fill"};
 
 template <typename Enum, size_t count>
 Enum fromWord(const QString& word, const std::array<const char*, count>& words) {
@@ -37,7 +34,6 @@ QString wordOf(Enum value, const std::array<const char*, count>& words) {
 PictureOptions PictureOptions::fromDefaults(const foundation::UserDefaults& defaults) {
   const auto text = [&](const QString& key) { return defaults.value(key).toString(); };
   PictureOptions options{.backdrop = fromWord<Backdrop>(text(backdropKey), backdropWords),
-                         .channel = fromWord<Channel>(text(channelKey), channelWords),
                          .showsSafeAreas = defaults.value(safeAreasKey).toBool(),
                          .still = text(stillKey),
                          .movie = text(movieKey)};
@@ -47,7 +43,6 @@ PictureOptions PictureOptions::fromDefaults(const foundation::UserDefaults& defa
 
 void PictureOptions::keep(foundation::UserDefaults& defaults) const {
   defaults.setValue(wordOf(backdrop, backdropWords), backdropKey);
-  defaults.setValue(wordOf(channel, channelWords), channelKey);
   defaults.setValue(showsSafeAreas, safeAreasKey);
   defaults.setValue(color.name(), colorKey);
   defaults.setValue(still, stillKey);

@@ -29,7 +29,7 @@ struct PictureOptions {
   [[nodiscard]] bool showsOwnBackground() const {
     return backdrop == Backdrop::Own && channel == Channel::Picture;
   }
-  /// As they were kept; what is not known is as at first.
+  /// As they were kept, except the channel; what is not known is as at first.
   [[nodiscard]] static PictureOptions fromDefaults(const foundation::UserDefaults& defaults);
   void keep(foundation::UserDefaults& defaults) const;
 };

@@ -1,4 +1,4 @@
-#include "preview/ScaleButton.h"
+#include "preview/RowWord.h"
 
 #include <QPainter>
 
@@ -16,27 +16,26 @@ constexpr int buttonHeight = 24;
 constexpr int radius = 4;
 }  // namespace
 
-ScaleButton::ScaleButton(QWidget* parent) : QAbstractButton(parent) {
+RowWord::RowWord(Token token, QWidget* parent) : QAbstractButton(parent), m_token(token) {
   setFont(TYStyleKit::font(widgets::TextStyle::Small));
   setFocusPolicy(Qt::NoFocus);
   setAttribute(Qt::WA_Hover);
-  setToolTip(tr("Zoom (0, 1, 2)"));
-  setAccessibleName(tr("Zoom"));
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   hide();
 }
 
-QSize ScaleButton::sizeHint() const {
+QSize RowWord::sizeHint() const {
   return {fontMetrics().horizontalAdvance(text()) + 2 * padding, buttonHeight};
 }
 
-void ScaleButton::paintEvent(QPaintEvent*) {
+void RowWord::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const bool isHot = underMouse() || isDown();
   if (isHot)
     widgets::DevicePixels(painter).fill(
         rect(), TYStyleKit::colour(isDown() ? Token::ControlPressed : Token::ControlHover), radius);
   painter.setFont(font());
-  painter.setPen(TYStyleKit::colour(isHot ? Token::Text : Token::Text3));
+  painter.setPen(TYStyleKit::colour(isHot ? Token::Text : m_token));
   painter.drawText(rect(), Qt::AlignCenter, text());
 }
 

@@ -16,10 +16,12 @@ class TYLinkButton;
 
 namespace preview {
 
-class ScaleButton;
+class ElidedLabel;
+class RowWord;
 
 /// What stands below the picture: reload, the status, what there is to know beside it, and the
-/// trigger while the graphic waits for it.
+/// trigger while the graphic waits for it. In a narrow window the status keeps its room: the meter
+/// gives way first, then the scale, and notices are shortened.
 class StatusRow : public QWidget {
   Q_OBJECT
 
@@ -45,6 +47,10 @@ class StatusRow : public QWidget {
   /// Percent, or nothing.
   void setScale(std::optional<int> percent);
   [[nodiscard]] QString scaleText() const;
+  /// What is shown in the place of the whole picture, as a word that leads back to it; empty for
+  /// the picture.
+  void setPartShown(const QString& name);
+  [[nodiscard]] QString partShown() const;
   /// On the screen.
   [[nodiscard]] QRect pictureButtonRect() const;
   void showReading(const FrameMeter::Reading& reading);
@@ -58,26 +64,37 @@ class StatusRow : public QWidget {
   /// Menus for the picture, above the widget.
   void pictureMenuRequested(const QWidget* above);
   void zoomMenuRequested(const QWidget* above);
+  void wholePictureRequested();
   void fieldsRequested(bool shown);
   void followToggled();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
 
  private:
+  void addAll();
+  void observe();
+  /// Shows of the meter, the scale and the trigger's key what there is room for.
+  void arrange();
+  [[nodiscard]] int roomForExtras() const;
+
   QToolButton* m_reload;
   StatusLamp* m_lamp;
-  QLabel* m_status;
-  QLabel* m_notice;
+  ElidedLabel* m_status;
+  ElidedLabel* m_notice;
   widgets::TYLinkButton* m_again;
   QToolButton* m_follow;
   QToolButton* m_picture;
   QLabel* m_meter;
-  ScaleButton* m_scale;
+  RowWord* m_part;
+  RowWord* m_scale;
   QLabel* m_triggerKey;
   QPushButton* m_trigger;
   QToolButton* m_fields;
   bool m_triggerIsVisible = false;
+  bool m_wantsMeter = false;
 };
 
 }  // namespace preview

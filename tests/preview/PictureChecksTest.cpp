@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QAbstractButton>
 #include <QFileDialog>
 #include <QMenu>
 
@@ -25,7 +26,10 @@ class PictureChecksTest : public PreviewTest {
     press(Qt::Key_0);
     EXPECT_TRUE(shows(Qt::red));
   }
-  ~PictureChecksTest() override { press(Qt::Key_0); }
+  ~PictureChecksTest() override {
+    press(Qt::Key_0);
+    press(Qt::Key_P);
+  }
   static void press(Qt::Key key) { QTest::keyClick(&player(), key); }
   [[nodiscard]] static QColor middle() {
     return player().view().grab().toImage().pixelColor(player().view().rect().center());
@@ -65,15 +69,20 @@ TEST_F(PictureChecksTest, WhatIsLookedAtDecidesWhetherTheBackgroundIsExported) {
   EXPECT_TRUE(shows(Qt::blue));
   press(Qt::Key_F);
   EXPECT_TRUE(shows(Qt::black));
-  // What was chosen is there again in the next window.
+  EXPECT_EQ(player().statusRow().partShown(), QStringLiteral("Fill"));
+  // What was chosen is there again in the next window, as long as the program runs.
+  EXPECT_EQ(PictureOptions::fromDefaults(foundation::UserDefaults::standard()).channel,
+            Channel::Picture);
   TYPreviewController::closeShared();
   settle();
   TYPreviewController::togglePreviewForCompositionDocument(*document);
   EXPECT_TRUE(shows(Qt::black));
   EXPECT_EQ(options().channel, Channel::Fill);
   EXPECT_EQ(options().backdrop, Backdrop::Color);
-  press(Qt::Key_P);
+  for (auto* button : player().statusRow().findChildren<QAbstractButton*>())
+    if (button->text() == QLatin1String("Fill")) QTest::mouseClick(button, Qt::LeftButton);
   EXPECT_TRUE(shows(Qt::blue));
+  EXPECT_EQ(player().statusRow().partShown(), QString());
 
   TYPreviewController::documentWillClose(*document);
   putBehind(Backdrop::Own);

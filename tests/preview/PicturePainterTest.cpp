@@ -138,20 +138,20 @@ TEST(PictureOptions, AreKeptAndForgiveWhatTheyDoNotKnow) {
   const QTemporaryDir folder;
   foundation::UserDefaults defaults(folder.filePath(QStringLiteral("a.conf")));
   EXPECT_EQ(PictureOptions::fromDefaults(defaults), PictureOptions());
-  const PictureOptions options{.backdrop = Backdrop::Movie,
-                               .channel = Channel::Key,
-                               .showsSafeAreas = true,
-                               .color = QColor(1, 2, 3),
-                               .still = QStringLiteral("/a b.png"),
-                               .movie = QStringLiteral("/c.mov")};
+  PictureOptions options{.backdrop = Backdrop::Movie,
+                         .channel = Channel::Key,
+                         .showsSafeAreas = true,
+                         .color = QColor(1, 2, 3),
+                         .still = QStringLiteral("/a b.png"),
+                         .movie = QStringLiteral("/c.mov")};
   options.keep(defaults);
+  // The next day a key would be taken for the graphic.
+  options.channel = Channel::Picture;
   EXPECT_EQ(PictureOptions::fromDefaults(defaults), options);
   defaults.setValue(QStringLiteral("other"), QStringLiteral("previewBackdrop"));
-  defaults.setValue(7, QStringLiteral("previewChannel"));
   defaults.setValue(QStringLiteral("#12"), QStringLiteral("previewBackdropColor"));
   const PictureOptions read = PictureOptions::fromDefaults(defaults);
   EXPECT_EQ(read.backdrop, Backdrop::Own);
-  EXPECT_EQ(read.channel, Channel::Picture);
   EXPECT_EQ(read.color, PictureOptions().color);
 }
 
