@@ -100,7 +100,7 @@ double intoPipe(int frames, const std::function<void(int)>& work) {
 }
 
 void throughPipeline(render::FrameWriter& writer, int frames, int threads) {
-  render::RenderPipeline pipeline(writer, size, threads);
+  render::RenderPipeline pipeline(writer, size, {.threads = threads});
   for (int i = 0; i < frames; ++i) pipeline.add({.list = frame(i), .number = i});
   if (!pipeline.finish()) std::puts("failed");
 }

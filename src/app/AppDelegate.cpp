@@ -86,6 +86,11 @@ AppDelegate::AppDelegate(foundation::UserDefaults& userDefaults,
   connect(&m_renders, &RenderQueue::failed, this, [this](const foundation::Error& error) {
     windowForMessages().showError(tr("The graphic could not be rendered"), error);
   });
+  connect(&m_renders, &RenderQueue::changed, this, [this] {
+    const auto* player = TYPreviewController::shared();
+    m_renders.setGivesWay(player && player->pump() &&
+                          player->statusRow().light() == preview::StatusLamp::Light::Playing);
+  });
   m_autosave.setInterval(autosaveInterval);
   connect(&m_autosave, &QTimer::timeout, this, [this] { m_controller.autosave(); });
   m_autosave.start();
@@ -276,13 +281,14 @@ void AppDelegate::mayEndRendering(QWidget& window, const std::function<void(bool
                                        : tr("Quitting gives it up."),
        .kind = TYAlert::Kind::Warning,
        .list = {},
-       .defaultButton = tr("Stop and Quit"),
-       .alternateButton = tr("Go On Rendering"),
-       .otherButton = {},
+       .defaultButton = tr("Go On Rendering"),
+       .alternateButton = {},
+       .otherButton = tr("Stop and Quit"),
        .preferencesKey = {}},
       [this, answered](TYAlert::Answer answer) {
-        if (answer == TYAlert::Answer::Default) m_renders.cancelAll();
-        answered(answer == TYAlert::Answer::Default);
+        const bool stops = answer == TYAlert::Answer::Other;
+        if (stops) m_renders.cancelAll();
+        answered(stops);
       });
 }
 

@@ -150,8 +150,9 @@ foundation::Result<RenderSettings> RenderChoices::settings(
   const bool twoFields = hasFields(composition);
   s.isInterlaced = twoFields && kind == Kind::Movie;
   s.fields = fields && twoFields;
-  s.automaticTrigger = true;
-  s.stopHold = kind == Kind::Still ? 0 : std::clamp(stopHold, 0.0, longestHold);
+  s.passesStops = kind == Kind::Still;
+  s.automaticTrigger = !s.passesStops;
+  s.stopHold = s.passesStops ? 0 : std::clamp(stopHold, 0.0, longestHold);
   if (kind == Kind::Still) {
     s.from = stillAt;
     s.frames = 1;
@@ -201,7 +202,8 @@ RenderChoices RenderChoices::proposed(foundation::UserDefaults& defaults,
   c.background = defaults.value(backgroundKey).toBool();
   c.alpha =
       defaults.value(alphaKey).toBool() ? render::Alpha::Premultiplied : render::Alpha::Straight;
-  c.to = composition.duration();
+  const auto stops = static_cast<double>(composition.stopFrames().size());
+  c.to = composition.duration() + stops * c.stopHold;
   c.stillAt = composition.editorTimepoint();
   QString place = defaults.value(folderKey).toString();
   if (place.isEmpty() || !QFileInfo(place).isDir()) place = folder;

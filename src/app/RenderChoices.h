@@ -40,9 +40,9 @@ struct RenderChoices {
   QString rate = {};  ///< as FrameRate reads it; empty: the document's
   bool fields = false;
   Extent extent = Extent::UntilOver;
-  double from = 0;        ///< seconds
-  double to = 0;          ///< seconds; the frame that begins there is not rendered any more
-  double stillAt = 0;     ///< seconds
+  double from = 0;        ///< seconds as it is played, with the time that stops are held
+  double to = 0;          ///< the same; the frame that begins there is not rendered any more
+  double stillAt = 0;     ///< seconds on the time line, where stops take no time
   double stopHold = 2;    ///< seconds
   QString valueSet = {};  ///< name; empty: the document's own values
   bool background = false;

@@ -8,7 +8,6 @@
 #include <QUrl>
 #include <cmath>
 
-#include "app/RenderQueue.h"
 #include "widgets/TYLinkButton.h"
 #include "widgets/TokenLabel.h"
 
@@ -69,24 +68,25 @@ RenderProgress::RenderProgress(RenderQueue& queue, QWidget* parent)
     row->addWidget(part);
   connect(m_cancel, &QAbstractButton::clicked, this, [this] { m_queue.cancelCurrent(); });
   connect(m_reveal, &QAbstractButton::clicked, this, &RenderProgress::act);
-  connect(m_dismiss, &QAbstractButton::clicked, this, [this] { m_queue.dismissNotice(); });
+  connect(m_dismiss, &QAbstractButton::clicked, this, [this] { m_queue.dismissNotices(); });
   connect(&m_queue, &RenderQueue::changed, this, &RenderProgress::showQueue);
   showQueue();
 }
 
 void RenderProgress::showQueue() {
   const bool runs = m_queue.current() != nullptr;
-  setVisible(runs || m_queue.notice());
+  const QList<RenderQueue::Notice>& notices = m_queue.notices();
+  setVisible(runs || !notices.isEmpty());
   for (QWidget* part : std::initializer_list<QWidget*>{m_bar, m_numbers, m_cancel})
     part->setVisible(runs);
-  const bool isMade = !runs && m_queue.notice() && !m_queue.notice()->isCancelled;
+  const bool isMade = !runs && !notices.isEmpty() && !notices.last().isCancelled;
   m_reveal->setVisible(isMade);
   m_dismiss->setVisible(!runs);
   if (!runs) m_numbers->setMinimumWidth(0);
   if (runs)
     showRunning();
-  else if (m_queue.notice())
-    showNotice();
+  else if (!notices.isEmpty())
+    showNotices();
 }
 
 void RenderProgress::showRunning() {
@@ -117,22 +117,32 @@ QString RenderProgress::progressText(qint64 frames, std::optional<qint64> total,
   return text;
 }
 
-void RenderProgress::showNotice() {
-  const RenderQueue::Notice& notice = *m_queue.notice();
+QString RenderProgress::outcome(const RenderQueue::Notice& notice) const {
   const QString name = m_title->fontMetrics().elidedText(QFileInfo(notice.path).fileName(),
                                                          Qt::ElideMiddle, longestName);
-  const qsizetype findings = notice.findings.size();
-  QString text = notice.isCancelled ? tr("Rendering %1 was cancelled") : tr("Rendered %1");
-  text = text.arg(name);
+  return (notice.isCancelled ? tr("Rendering %1 was cancelled") : tr("Rendered %1")).arg(name);
+}
+
+void RenderProgress::showNotices() {
+  const QList<RenderQueue::Notice>& notices = m_queue.notices();
+  const bool isOne = notices.size() == 1;
+  QStringList all;
+  qsizetype findings = 0;
+  for (const RenderQueue::Notice& notice : notices) {
+    if (!isOne) all += outcome(notice);
+    all += notice.findings;
+    findings += notice.findings.size();
+  }
+  QString text = isOne ? outcome(notices.first()) : tr("%1 renderings ended").arg(notices.size());
   if (findings == 1) text += tr(", 1 finding");
   if (findings > 1) text += tr(", %1 findings").arg(findings);
   m_title->setText(text);
-  m_title->setToolTip(findings > 0 ? notice.findings.join(u'\n') : notice.path);
+  m_title->setToolTip(all.isEmpty() ? notices.first().path : all.join(u'\n'));
 }
 
 void RenderProgress::act() {
-  if (!m_queue.notice()) return;
-  const QFileInfo file(m_queue.notice()->path);
+  if (m_queue.notices().isEmpty()) return;
+  const QFileInfo file(m_queue.notices().last().path);
   const QString folder = file.isDir() ? file.absoluteFilePath() : file.absolutePath();
   QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
 }

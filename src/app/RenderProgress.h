@@ -2,6 +2,8 @@
 
 #include <QWidget>
 
+#include "app/RenderQueue.h"
+
 class QProgressBar;
 class QToolButton;
 
@@ -11,8 +13,6 @@ class TYLinkButton;
 }  // namespace widgets
 
 namespace app {
-
-class RenderQueue;
 
 /// What is being rendered and how far it is, with a way to stop it; then what came of it. For the
 /// line at the foot of windows; hidden while there is nothing to tell.
@@ -30,7 +30,8 @@ class RenderProgress : public QWidget {
  private:
   void showQueue();
   void showRunning();
-  void showNotice();
+  [[nodiscard]] QString outcome(const RenderQueue::Notice& notice) const;
+  void showNotices();
   void act();
 
   RenderQueue& m_queue;

@@ -31,7 +31,8 @@ qsizetype RenderQueue::waiting() const {
 
 void RenderQueue::startNext() {
   if (m_tasks.empty()) return;
-  m_notice.reset();
+  // What was found is not gone only because nobody has looked yet.
+  m_notices.removeIf([](const Notice& notice) { return notice.findings.isEmpty(); });
   m_tasks.front()->start();
 }
 
@@ -41,16 +42,24 @@ void RenderQueue::take(const RenderTask* task) {
   const std::unique_ptr<RenderTask> ended = std::move(m_tasks.front());
   m_tasks.pop_front();
   ended->wait();
+  takeNotice(*ended);
   startNext();
-  if (ended->state() == RenderTask::State::Failed) {
-    Q_EMIT changed();
-    Q_EMIT failed(ended->error());
-    return;
-  }
-  m_notice = Notice{.path = pathOf(ended->settings()),
-                    .isCancelled = ended->state() == RenderTask::State::Cancelled,
-                    .findings = ended->findings()};
   Q_EMIT changed();
+  if (ended->state() == RenderTask::State::Failed) Q_EMIT failed(ended->error());
+}
+
+void RenderQueue::takeNotice(const RenderTask& ended) {
+  const QString path = pathOf(ended.settings());
+  // The file is another one now.
+  m_notices.removeIf([&path](const Notice& notice) { return notice.path == path; });
+  if (ended.state() == RenderTask::State::Failed) return;
+  m_notices.append({.path = path,
+                    .isCancelled = ended.state() == RenderTask::State::Cancelled,
+                    .findings = ended.findings()});
+}
+
+void RenderQueue::setGivesWay(bool givesWay) {
+  if (!m_tasks.empty()) m_tasks.front()->setGivesWay(givesWay);
 }
 
 void RenderQueue::cancelCurrent() {
@@ -69,8 +78,8 @@ bool RenderQueue::writes(const QString& path) const {
   return false;
 }
 
-void RenderQueue::dismissNotice() {
-  m_notice.reset();
+void RenderQueue::dismissNotices() {
+  m_notices.clear();
   Q_EMIT changed();
 }
 

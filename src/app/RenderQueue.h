@@ -13,7 +13,7 @@ class RenderQueue : public QObject {
   Q_OBJECT
 
  public:
-  /// How the last task that ended came out, until it is dismissed or the next one begins.
+  /// How a task that ended came out.
   struct Notice {
     QString path;  ///< of the file or the folder
     bool isCancelled = false;
@@ -30,13 +30,17 @@ class RenderQueue : public QObject {
   /// How many come after the current one.
   [[nodiscard]] qsizetype waiting() const;
   [[nodiscard]] bool isBusy() const { return !m_tasks.empty(); }
+  /// While something plays that must not stutter. Of what is rendered now.
+  void setGivesWay(bool givesWay);
   void cancelCurrent();
   /// Waits for their end, which is soon.
   void cancelAll();
   /// Whether the file, or folder, is what one of the tasks writes.
   [[nodiscard]] bool writes(const QString& path) const;
-  [[nodiscard]] const std::optional<Notice>& notice() const { return m_notice; }
-  void dismissNotice();
+  /// Of tasks that ended, the last one at the end, until they are dismissed; where nothing was
+  /// found, until the next one begins.
+  [[nodiscard]] const QList<Notice>& notices() const { return m_notices; }
+  void dismissNotices();
   /// The file of the settings; the folder where there are many.
   [[nodiscard]] static QString pathOf(const render::RenderSettings& settings);
 
@@ -47,9 +51,10 @@ class RenderQueue : public QObject {
  private:
   void startNext();
   void take(const render::RenderTask* task);
+  void takeNotice(const render::RenderTask& ended);
 
   std::deque<std::unique_ptr<render::RenderTask>> m_tasks;  ///< the first one runs
-  std::optional<Notice> m_notice;
+  QList<Notice> m_notices;
 };
 
 }  // namespace app

@@ -265,7 +265,7 @@ TYTimecodeField* RenderSheet::makeTime(double& seconds, const QString& name) {
 }
 
 void RenderSheet::addTime() {
-  m_extent = makeCombo({tr("Until the graphic is over"), tr("From and to")});
+  m_extent = makeCombo({tr("Until the graphic is over"), tr("From and to, as played")});
   m_extent->setCurrentIndex(static_cast<int>(m_choices.extent));
   connect(m_extent, &QComboBox::activated, this, [this](int index) {
     m_choices.extent = static_cast<Extent>(index);
@@ -277,6 +277,7 @@ void RenderSheet::addTime() {
   m_still = makeTime(m_choices.stillAt, tr("Time"));
   for (TYTimecodeField* field : {m_from, m_to})
     field->setToolTip(tr("Counted as it is played, with the time that stops are held."));
+  m_still->setToolTip(tr("A moment of the time line, where stops take no time."));
   addRow(tr("Time"), {m_extent, m_from, m_until, m_to, m_still});
   m_hold = makeNumber(tr("Hold each stop"), {}, tr("s"));
   m_hold->setDecimals(2);

@@ -74,8 +74,7 @@ void RenderStart::start(TYWindowController& window, const RenderChoices& choices
   if (!source) return failed(source.error());
   const playout::ValueSet* set = window.document().valueSets().named(choices.valueSet);
   queue.add(std::make_unique<render::RenderTask>(std::move(*source), *settings,
-                                                 set ? set->values : QJsonObject(),
-                                                 window.document().fileURL().toLocalFile()));
+                                                 set ? *set : playout::ValueSet()));
 }
 
 }  // namespace app

@@ -81,12 +81,16 @@ void StatusLine::showComposition(const model::Composition* composition, double z
   m_selection->setText(all == 0        ? tr("No components")
                        : selected == 0 ? all == 1 ? tr("1 component") : tr("%1 components").arg(all)
                                        : tr("%1 of %2 selected").arg(selected).arg(all));
-  m_zoom->setText(tr("Zoom %1 %").arg(qRound(zoomFactor * 100)));
+  // A format that is not known has no size, and nothing is so much larger or smaller than that.
+  const bool hasSize = composition->width() > 0 && composition->height() > 0;
+  const bool hasZoom = hasSize && std::isfinite(zoomFactor);
+  m_zoom->setText(hasZoom ? tr("Zoom %1 %").arg(qRound(zoomFactor * 100)) : QString());
   const double rate = composition->videoResolution().framesPerSecond();
-  m_format->setText(tr("%1 × %2, %3 fps")
-                        .arg(composition->width())
-                        .arg(composition->height())
-                        .arg(std::round(rate * 100) / 100));
+  m_format->setText(hasSize ? tr("%1 × %2, %3 fps")
+                                  .arg(composition->width())
+                                  .arg(composition->height())
+                                  .arg(std::round(rate * 100) / 100)
+                            : QString());
   m_duration->setText(
       tr("Duration %1")
           .arg(foundation::Timecode::fromSeconds(composition->duration(),

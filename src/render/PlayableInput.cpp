@@ -13,9 +13,24 @@ DocumentFacts DocumentFacts::of(const document::CompositionDocument& document, b
       .findings = document.warnings()};
 }
 
-foundation::Result<PlayableInput> PlayableInput::fromFile(const QString& path) {
+namespace {
+
+void letStopsPass(quartz::QuartzComposition& composition) {
+  const QString settings = QStringLiteral("plugInState");
+  for (const auto& node : composition.rootPatch()->nodes()) {
+    if (node->identifier() != QLatin1String("BRVStopframesPlugIn")) continue;
+    foundation::PropertyDictionary changed = node->state().value(settings).dictionary();
+    changed.insert(QStringLiteral("enableStopframesInBRVApps"), false);
+    node->editState().insert(settings, changed);
+  }
+}
+
+}  // namespace
+
+foundation::Result<PlayableInput> PlayableInput::fromFile(const QString& path, Stops stops) {
   const auto composition = quartz::QuartzComposition::compositionWithFile(path);
   if (!composition) return tl::unexpected(composition.error());
+  if (stops == Stops::Pass) letStopsPass(**composition);
   auto compiled = runtime::CompiledComposition::compile(**composition, path);
   if (!compiled) return tl::unexpected(compiled.error());
   PlayableInput input;

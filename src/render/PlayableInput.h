@@ -25,7 +25,13 @@ struct PlayableInput {
   CompositionSummary summary;
   DocumentFacts facts;  ///< of a file that is no document's export: 25 a second, and nothing else
 
-  [[nodiscard]] static foundation::Result<PlayableInput> fromFile(const QString& path);
+  /// What becomes of stop frames that wait for the trigger.
+  enum class Stops {
+    Wait,
+    Pass  ///< nothing waits: times are those of the editor's time line
+  };
+  [[nodiscard]] static foundation::Result<PlayableInput> fromFile(const QString& path,
+                                                                  Stops stops = Stops::Wait);
   void describe(DocumentFacts documentFacts);
 };
 

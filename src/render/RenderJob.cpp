@@ -129,6 +129,7 @@ void RenderJob::addFrames(RenderPipeline& pipeline) {
     RenderPipeline::Picture picture{.list = play(time), .onBlack = onBlack, .number = frame};
     if (frame > 0 && isOver()) return;
     if (m_settings.fields) picture.lowerField = play(time + m_rate.timeOf(1) / 2);
+    if (m_watch.givesWay) pipeline.setGivesWay(m_watch.givesWay());
     if (!pipeline.add(std::move(picture))) return;
     if (m_watch.progress) m_watch.progress(pipeline.delivered());
   }
@@ -138,7 +139,8 @@ foundation::Result<void> RenderJob::run(FrameWriter& writer, Watch watch) {
   m_watch = std::move(watch);
   m_arguments.interruption = m_watch.interruption;
   preroll();
-  RenderPipeline pipeline(writer, m_size, m_settings.threads);
+  RenderPipeline pipeline(writer, m_size,
+                          {.threads = m_settings.threads, .inBackground = m_watch.isInBackground});
   if (m_watch.progress) m_watch.progress(0);
   addFrames(pipeline);
   m_findings += m_schedule.unused();

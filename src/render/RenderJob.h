@@ -20,6 +20,9 @@ class RenderJob {
     std::function<void(qint64 delivered)> progress = {};
     std::function<bool()> isCancelled = {};
     std::shared_ptr<const runtime::Interruption> interruption = {};  ///< ends a frame that goes on
+    /// Asked before each frame: someone plays a graphic meanwhile, who needs a core.
+    std::function<bool()> givesWay = {};
+    bool isInBackground = false;  ///< others go first
   };
 
   /// Settings and input must outlive the job.

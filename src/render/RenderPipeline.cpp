@@ -4,6 +4,7 @@
 #include <QThread>
 #include <QThreadPool>
 
+#include "render/BackgroundThread.h"
 #include "runtime/draw/FrameCanvas.h"
 
 namespace render {
@@ -22,12 +23,16 @@ struct RenderPipeline::Frame {
   QImage& pixels() { return isComposed() ? composed : canvas.pixels(); }
 };
 
-RenderPipeline::RenderPipeline(FrameWriter& writer, const QSize& size, int threads)
+RenderPipeline::RenderPipeline(FrameWriter& writer, const QSize& size, const Working& working)
     : m_writer(writer), m_size(size) {
-  const int drawing = threads > 0 ? threads : QThread::idealThreadCount();
-  if (threads > 0) QThreadPool::globalInstance()->setMaxThreadCount(threads);
-  m_mostFrames = framesUnderWay(size, drawing);
-  m_delivery = std::thread([this] { deliverFrames(); });
+  if (working.threads > 0) QThreadPool::globalInstance()->setMaxThreadCount(working.threads);
+  m_threads = working.threads > 0 ? working.threads : QThread::idealThreadCount();
+  m_mostDrawing = m_threads + 1;
+  m_mostFrames = framesUnderWay(size, m_threads);
+  m_delivery = std::thread([this, inBackground = working.inBackground] {
+    if (inBackground) BackgroundThread::enter();
+    deliverFrames();
+  });
 }
 
 int RenderPipeline::framesUnderWay(const QSize& size, int threads) {
@@ -45,11 +50,15 @@ bool RenderPipeline::add(Picture picture) {
   std::unique_ptr<Frame> frame;
   {
     QMutexLocker lock(&m_mutex);
-    while (m_idle.empty() && m_frames == m_mostFrames && !m_error) m_changed.wait(&m_mutex);
+    const auto isFull = [this] {
+      return m_drawing >= m_mostDrawing || (m_idle.empty() && m_frames == m_mostFrames);
+    };
+    while (isFull() && !m_error) m_changed.wait(&m_mutex);
     if (m_error) return false;
     frame = takeIdle();
     if (!frame) return false;
     frame->order = m_added++;
+    ++m_drawing;
   }
   frame->picture = std::move(picture);
   // Painting from outside this pool would be cut into small jobs for it, at half the speed. What
@@ -60,6 +69,7 @@ bool RenderPipeline::add(Picture picture) {
     drawFrame(*owned);
     const auto bytes = m_writer.encode(owned->pixels(), owned->drawn);
     const QMutexLocker lock(&m_mutex);
+    --m_drawing;
     if (bytes)
       owned->bytes = *bytes;
     else if (!m_error)
@@ -70,6 +80,11 @@ bool RenderPipeline::add(Picture picture) {
   };
   QThreadPool::globalInstance()->start(work, priority);
   return true;
+}
+
+void RenderPipeline::setGivesWay(bool givesWay) {
+  const QMutexLocker lock(&m_mutex);
+  m_mostDrawing = givesWay ? std::max(m_threads - 1, 1) : m_threads + 1;
 }
 
 std::unique_ptr<RenderPipeline::Frame> RenderPipeline::takeIdle() {

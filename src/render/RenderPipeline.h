@@ -16,8 +16,12 @@ namespace render {
 /// pictures.
 class RenderPipeline {
  public:
-  /// The writer must outlive the pipeline. `threads` 0: one a core.
-  RenderPipeline(FrameWriter& writer, const QSize& size, int threads);
+  struct Working {
+    int threads = 0;            ///< that draw; 0: one a core
+    bool inBackground = false;  ///< the thread that writes lets others go first
+  };
+  /// The writer must outlive the pipeline.
+  RenderPipeline(FrameWriter& writer, const QSize& size, const Working& working);
   ~RenderPipeline();
   /// How many frames of the size may be under way at once: one more than can be drawn, so that a
   /// frame being written holds up nobody, but no more than fit into two gigabytes.
@@ -34,6 +38,8 @@ class RenderPipeline {
   };
   /// Hands in the next frame; waits while enough are under way. False once a frame has failed.
   bool add(Picture picture);
+  /// Leaves one thread of the pool to others, if there is more than one.
+  void setGivesWay(bool givesWay);
   /// Waits until everything is delivered; the first failure, if any.
   [[nodiscard]] foundation::Result<void> finish();
   [[nodiscard]] qint64 delivered() const;
@@ -50,6 +56,9 @@ class RenderPipeline {
   QSize m_size;
   mutable QMutex m_mutex;
   QWaitCondition m_changed;
+  int m_threads = 1;
+  int m_mostDrawing = 1;
+  int m_drawing = 0;
   int m_mostFrames = 1;
   int m_frames = 0;  ///< made so far
   std::vector<std::unique_ptr<Frame>> m_idle;

@@ -21,7 +21,9 @@ struct RenderSettings {
   std::optional<double> duration = {};  ///< seconds
   std::optional<qint64> frames = {};    ///< none, and no duration: until the graphic is over
   std::vector<double> triggers = {};    ///< seconds, ascending
-  bool automaticTrigger = false;        ///< presses the trigger at every stop
+  /// Times are those of the editor's time line: nothing waits at stops. Of documents only.
+  bool passesStops = false;
+  bool automaticTrigger = false;  ///< presses the trigger at every stop
   double stopHold = 0;      ///< seconds that every stop stands before it is pressed automatically
   QDateTime clock = {};     ///< the wall clock at time 0; invalid: now
   bool background = false;  ///< on the document's background; compositions lie on black

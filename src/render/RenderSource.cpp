@@ -30,11 +30,13 @@ foundation::Result<RenderSource> RenderSource::fromDocument(
   RenderSource source;
   source.m_folder = std::move(folder);
   source.m_facts = DocumentFacts::of(document, background);
+  source.m_document =
+      source.m_facts.folder.isEmpty() ? document.displayName() : source.m_facts.folder;
   return source;
 }
 
-foundation::Result<PlayableInput> RenderSource::open() const {
-  auto input = PlayableInput::fromFile(exportedFile(*m_folder));
+foundation::Result<PlayableInput> RenderSource::open(PlayableInput::Stops stops) const {
+  auto input = PlayableInput::fromFile(exportedFile(*m_folder), stops);
   if (input) input->describe(m_facts);
   return input;
 }

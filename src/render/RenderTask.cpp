@@ -2,6 +2,8 @@
 
 #include <chrono>
 
+#include "render/BackgroundThread.h"
+
 namespace render {
 
 namespace {
@@ -11,14 +13,23 @@ constexpr std::chrono::hours anyFrame(24 * 20);
 constexpr qint64 tellInterval = 50;     // milliseconds
 constexpr qint64 firstEstimate = 1000;  // milliseconds
 
+/// The threads that a writer starts, such as those of an encoder, are in the background as the one
+/// that makes it; this one must not be, since the pool's threads are started from it.
+foundation::Result<std::unique_ptr<FrameWriter>> writerInBackground(const FrameTarget& target) {
+  foundation::Result<std::unique_ptr<FrameWriter>> writer;
+  std::thread([&] {
+    BackgroundThread::enter();
+    writer = FrameWriter::forOutput(target);
+  }).join();
+  return writer;
+}
+
 }  // namespace
 
-RenderTask::RenderTask(RenderSource source, RenderSettings settings, QJsonObject values,
-                       QString valuesFolder)
+RenderTask::RenderTask(RenderSource source, RenderSettings settings, playout::ValueSet values)
     : m_source(std::move(source)),
       m_settings(std::move(settings)),
       m_values(std::move(values)),
-      m_valuesFolder(std::move(valuesFolder)),
       m_interruption(std::make_shared<runtime::Interruption>(anyFrame)) {}
 
 RenderTask::~RenderTask() {
@@ -86,7 +97,8 @@ void RenderTask::run() {
 }
 
 foundation::Result<void> RenderTask::render() {
-  auto input = m_source.open();
+  auto input = m_source.open(m_settings.passesStops ? PlayableInput::Stops::Pass
+                                                    : PlayableInput::Stops::Wait);
   if (!input) return tl::unexpected(input.error());
   if (auto set = setValues(*input->renderer); !set) return set;
   RenderJob job(m_settings, *input, {});
@@ -95,22 +107,37 @@ foundation::Result<void> RenderTask::render() {
     const QMutexLocker lock(&m_mutex);
     m_total = job.frames() ? job.frames() : expectedFrames(*input);
   }
-  auto writer = FrameWriter::forOutput(job.target());
+  auto writer = writerInBackground(job.target());
   if (!writer) return tl::unexpected(writer.error());
   auto done = job.run(**writer, {.progress = [this](qint64 frames) { tell(frames); },
                                  .isCancelled = [this] { return m_cancelled.load(); },
-                                 .interruption = m_interruption});
+                                 .interruption = m_interruption,
+                                 .givesWay = [this] { return m_givesWay.load(); },
+                                 .isInBackground = true});
   const QMutexLocker lock(&m_mutex);
   m_findings = input->facts.findings + input->renderer->findings() + job.findings();
   return done;
 }
 
 foundation::Result<void> RenderTask::setValues(runtime::CompositionRenderer& renderer) const {
-  const auto values = playout::InputValues::fromObject(m_values, renderer, m_valuesFolder);
-  if (!values) return tl::unexpected(values.error().error);
+  const auto values =
+      playout::InputValues::fromObject(m_values.values, renderer, m_source.folder());
+  if (!values) return tl::unexpected(toldOfSet(values.error().error));
   for (const playout::InputValue& input : *values)
     renderer.setValueForInputKey(input.value, input.key);
   return {};
+}
+
+foundation::Error RenderTask::toldOfSet(foundation::Error error) const {
+  if (error.file.isEmpty()) {
+    error.message = QStringLiteral("the set of values \"%1\" does not fit the graphic: %2")
+                        .arg(m_values.name, error.message);
+    error.file = m_source.document();
+  } else {
+    error.message = QStringLiteral("%1 (in the set of values \"%2\" of %3)")
+                        .arg(error.message, m_values.name, m_source.document());
+  }
+  return error;
 }
 
 void RenderTask::tell(qint64 frames) {

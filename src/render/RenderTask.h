@@ -1,11 +1,11 @@
 #pragma once
 
 #include <QElapsedTimer>
-#include <QJsonObject>
 #include <QMutex>
 #include <QObject>
 #include <thread>
 
+#include "playout/ValueSets.h"
 #include "render/RenderJob.h"
 #include "render/RenderSource.h"
 
@@ -24,14 +24,15 @@ class RenderTask : public QObject {
     std::optional<double> timeLeft;  ///< seconds, once there is something to judge by
   };
 
-  /// `values` are set before the first frame; names of files in them start at the folder.
-  RenderTask(RenderSource source, RenderSettings settings, QJsonObject values = {},
-             QString valuesFolder = {});
+  /// `values`, of the document, are set before the first frame.
+  RenderTask(RenderSource source, RenderSettings settings, playout::ValueSet values = {});
   /// Cancels what is going on and waits for its end.
   ~RenderTask() override;
 
   /// Once.
   void start();
+  /// Leaves a core to others from the next frame on.
+  void setGivesWay(bool givesWay) { m_givesWay = givesWay; }
   /// Ends it soon, in the middle of a frame if need be. A movie then leaves nothing behind;
   /// pictures that are written stay.
   void cancel();
@@ -56,16 +57,18 @@ class RenderTask : public QObject {
   void run();
   [[nodiscard]] foundation::Result<void> render();
   [[nodiscard]] foundation::Result<void> setValues(runtime::CompositionRenderer& renderer) const;
+  /// What is wrong with the values, said of the set and its document.
+  [[nodiscard]] foundation::Error toldOfSet(foundation::Error error) const;
   void tell(qint64 frames);
   /// How many frames the graphic makes if its stops are held as the settings say.
   [[nodiscard]] std::optional<qint64> expectedFrames(const PlayableInput& input) const;
 
   const RenderSource m_source;
   const RenderSettings m_settings;
-  const QJsonObject m_values;
-  const QString m_valuesFolder;
+  const playout::ValueSet m_values;
   const std::shared_ptr<runtime::Interruption> m_interruption;
   std::atomic<bool> m_cancelled = false;
+  std::atomic<bool> m_givesWay = false;
   mutable QMutex m_mutex;
   State m_state = State::Waiting;
   qint64 m_frames = 0;

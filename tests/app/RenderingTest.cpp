@@ -1,5 +1,6 @@
 #include <QComboBox>
 #include <QImageReader>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -75,8 +76,8 @@ TEST_F(RenderingTest, ReturnRendersTheDocumentAsItIsAndTheChoicesAreRemembered) 
   // What is changed from now on is not in the picture.
   composition().componentArray().first()->setOpacity(0);
   ASSERT_TRUE(comesToRest());
-  ASSERT_TRUE(queue().notice());
-  EXPECT_EQ(queue().notice()->path, path("still.png"));
+  ASSERT_EQ(queue().notices().size(), 1);
+  EXPECT_EQ(queue().notices().first().path, path("still.png"));
   const QImage picture(path("still.png"));
   EXPECT_EQ(picture.size(), QSize(160, 90));
   EXPECT_NE(picture.pixelColor(80, 45).alpha(), 0);
@@ -128,7 +129,13 @@ TEST_F(RenderingTest, QuittingAsksWhileSomethingIsRenderedAndThenLeavesNothing) 
                                             document::SaveOperation::SaveAs));
   trigger("quit");
   ASSERT_TRUE(alert());
-  press(*alert(), "Go On Rendering");
+  QTest::keyClick(alert(), Qt::Key_Return);
+  settle();
+  EXPECT_TRUE(queue().isBusy()) << "given up by the key that is pressed without looking";
+  trigger("quit");
+  ASSERT_TRUE(alert());
+  QTest::keyClick(alert(), Qt::Key_Escape);
+  settle();
   EXPECT_TRUE(queue().isBusy());
   trigger("quit");
   ASSERT_TRUE(alert());
@@ -145,7 +152,45 @@ TEST_F(RenderingTest, AFileThatCannotBeWrittenIsToldInTheWindow) {
   ASSERT_TRUE(comesToRest());
   settle();
   ASSERT_TRUE(alert());
-  EXPECT_FALSE(queue().notice());
+  EXPECT_TRUE(queue().notices().isEmpty());
+}
+
+TEST_F(RenderingTest, WhatOneOfSeveralRenderingsFoundIsKeptUntilItIsDismissed) {
+  composition().addStopFrame(1);
+  const auto source = render::RenderSource::fromDocument(window().document(), false);
+  ASSERT_TRUE(source);
+  const auto render = [&](const char* name, std::vector<double> triggers) {
+    render::RenderSettings settings;
+    settings.output = *render::OutputName::read(path(name));
+    settings.size = QSize(64, 36);
+    settings.frames = 1;
+    settings.triggers = std::move(triggers);
+    queue().add(std::make_unique<render::RenderTask>(*source, settings));
+  };
+  render("nothing.png", {});
+  render("early.png", {0});  // no stop waits yet
+  render("last.png", {});
+  ASSERT_TRUE(comesToRest());
+  ASSERT_EQ(queue().notices().size(), 2);
+  EXPECT_EQ(queue().notices().first().path, path("early.png"));
+  const QString finding = queue().notices().first().findings.value(0);
+  EXPECT_FALSE(finding.isEmpty());
+  auto* progress = window().findChild<RenderProgress*>();
+  const auto isTold = [progress, &finding] {
+    for (QLabel* label : progress->findChildren<QLabel*>())
+      if (label->isVisible() && label->toolTip().contains(finding)) return true;
+    return false;
+  };
+  EXPECT_TRUE(isTold());
+  render("another.png", {});
+  ASSERT_TRUE(comesToRest());
+  EXPECT_TRUE(isTold());
+  // The file of that name is another one now.
+  render("early.png", {});
+  ASSERT_TRUE(comesToRest());
+  EXPECT_FALSE(isTold());
+  queue().dismissNotices();
+  EXPECT_FALSE(progress->isVisible());
 }
 
 TEST_F(RenderingTest, ASetOfValuesTakesThePlaceOfTheDocumentsOwn) {
@@ -163,7 +208,7 @@ TEST_F(RenderingTest, ASetOfValuesTakesThePlaceOfTheDocumentsOwn) {
   EXPECT_EQ(sheet->choices().valueSet, QStringLiteral("Hidden"));
   press(*sheet, "Render");
   ASSERT_TRUE(comesToRest());
-  ASSERT_TRUE(queue().notice());
+  ASSERT_EQ(queue().notices().size(), 1);
   EXPECT_EQ(QImage(path("set.png")).pixelColor(80, 45).alpha(), 0);
 }
 
@@ -187,6 +232,16 @@ TEST_F(RenderingTest, ChoicesBecomeSettingsOrASentence) {
   EXPECT_FALSE(c.settings(composition()));
   c.to = 5;
   EXPECT_EQ(*c.settings(composition())->duration, 3);
+  EXPECT_FALSE(c.settings(composition())->passesStops) << "from and to are as played";
+  c.kind = Kind::Still;
+  c.stillAt = 1.2;
+  const auto still = c.settings(composition());
+  ASSERT_TRUE(still);
+  EXPECT_EQ(still->from, 1.2);
+  EXPECT_TRUE(still->passesStops) << "the playhead knows of no waiting";
+  EXPECT_FALSE(still->automaticTrigger);
+  c.kind = Kind::Movie;
+  c.path = path("a.webm");
   c.size = RenderChoices::Size::Own;
   c.ownSize = {161, 90};
   EXPECT_FALSE(c.settings(composition())) << "H.264 needs even sides";

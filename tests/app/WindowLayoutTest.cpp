@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDockWidget>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QTemporaryDir>
@@ -152,6 +153,15 @@ TEST_F(WindowLayoutTest, WhatWasFoldedAwayIsThereInTheNextWideWindow) {
   start();
   resize(1300);
   EXPECT_EQ(shownDocks(), all);
+}
+
+TEST_F(WindowLayoutTest, AFormatThatIsNotKnownHasNoSizeAndNoZoomThatCouldBeShown) {
+  window().composition()->setZoomMode(0);  // to fit
+  window().composition()->setVideoResolution(model::VideoResolution(QStringLiteral("HD 999z")));
+  settle();
+  for (const QLabel* label : window().findChild<StatusLine*>()->findChildren<QLabel*>())
+    EXPECT_FALSE(label->text().contains(u'-') || label->text().contains(QStringLiteral("0 ×")))
+        << label->text().toStdString();
 }
 
 TEST_F(WindowLayoutTest, AHintDoesNotWidenItsWindow) {

@@ -37,7 +37,7 @@ runtime::DrawList filled(int red) {
 TEST(RenderPipeline, DeliversEveryFrameInOrder) {
   RecordingWriter writer;
   {
-    render::RenderPipeline pipeline(writer, QSize(4, 4), 4);
+    render::RenderPipeline pipeline(writer, QSize(4, 4), {.threads = 4});
     for (int i = 0; i < 200; ++i) ASSERT_TRUE(pipeline.add({.list = filled(i), .number = i}));
     ASSERT_TRUE(pipeline.finish());
     EXPECT_EQ(pipeline.delivered(), 200);
@@ -58,7 +58,7 @@ TEST(RenderPipeline, FewerFramesOfLargePicturesAreUnderWay) {
 TEST(RenderPipeline, FailureStopsTheRunAndIsReported) {
   RecordingWriter writer;
   writer.failAt = 5;
-  render::RenderPipeline pipeline(writer, QSize(4, 4), 2);
+  render::RenderPipeline pipeline(writer, QSize(4, 4), {.threads = 2});
   int accepted = 0;
   while (accepted < 1000 && pipeline.add({.list = filled(0), .number = accepted})) ++accepted;
   EXPECT_LT(accepted, 20);
@@ -70,7 +70,7 @@ TEST(RenderPipeline, FailureStopsTheRunAndIsReported) {
 
 TEST(RenderPipeline, FramesDoNotShineThroughEachOther) {
   RecordingWriter writer;
-  render::RenderPipeline pipeline(writer, QSize(4, 4), 1);
+  render::RenderPipeline pipeline(writer, QSize(4, 4), {.threads = 1});
   for (int i = 0; i < 6; ++i)
     (void)pipeline.add(
         {.list = i % 2 == 0 ? filled(200) : runtime::DrawList(), .onBlack = i == 5, .number = i});

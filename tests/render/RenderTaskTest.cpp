@@ -115,6 +115,41 @@ TEST_F(RenderTaskTest, StopsAreHeldUntilTheyArePressedAndTheGraphicGoesToItsEnd)
   EXPECT_EQ((*movie)->info().size, QSize(160, 90));
 }
 
+TEST_F(RenderTaskTest, WhereStopsPassTimesAreThoseOfTheTimeLine) {
+  const auto still = [this](const RenderSource& played, double time, bool passesStops) {
+    RenderSettings s = settings("still.png");
+    s.rate = render::FrameRate{50, 1};
+    s.automaticTrigger = false;
+    s.passesStops = passesStops;
+    s.from = time;
+    s.frames = 1;
+    RenderTask task(played, s);
+    task.start();
+    task.wait();
+    EXPECT_EQ(task.state(), State::Done) << task.error().text().toStdString();
+    return contents(folder.filePath(q("still.png")));
+  };
+  const auto document = open("lower-third");
+  model::Composition& composition = *document->composition();
+  for (model::StopFrame* stop : composition.stopFrames()) composition.removeStopFrame(*stop);
+  const auto without = RenderSource::fromDocument(*document, false);
+  const double duration = composition.duration();
+  composition.addStopFrame(0.31);
+  composition.addStopFrame(duration - 0.4);
+  const auto with = RenderSource::fromDocument(*document, false);
+  ASSERT_TRUE(without && with);
+  QSet<QByteArray> pictures;
+  for (const double time : {0.1, 0.3, 0.31, 0.34, 0.405, 0.5, 0.66, duration - 0.38,
+                            duration - 0.26, duration - 0.11, duration}) {
+    const QByteArray expected = still(*without, time, false);
+    EXPECT_TRUE(still(*with, time, true) == expected) << time;
+    pictures.insert(expected);
+  }
+  EXPECT_GT(pictures.size(), 7) << "the graphic should move at these times";
+  EXPECT_FALSE(still(*with, duration - 0.26, false) == still(*without, duration - 0.26, false))
+      << "without that, stops wait";
+}
+
 TEST_F(RenderTaskTest, ACancelledMovieEndsSoonAndLeavesNothing) {
   RenderSettings s = settings("long.mov");
   s.frames = 1'000'000;
@@ -172,11 +207,22 @@ TEST_F(RenderTaskTest, FailuresNameTheFileAndTheReason) {
 }
 
 TEST_F(RenderTaskTest, ValuesThatTheGraphicDoesNotTakeAreRefused) {
-  RenderTask task(source("lower-third"), settings("a.png"), {{q("nothing"), 1}});
-  task.start();
-  task.wait();
-  EXPECT_EQ(task.state(), State::Failed);
-  EXPECT_TRUE(task.error().message.contains(q("nothing"))) << task.error().text().toStdString();
+  const auto errorWith = [this](const RenderSource& played) {
+    RenderTask task(played, settings("a.png"), {q("Ada"), {{q("Gone_Text"), 1}}});
+    task.start();
+    task.wait();
+    EXPECT_EQ(task.state(), State::Failed);
+    return task.error();
+  };
+  const foundation::Error saved = errorWith(source("lower-third"));
+  EXPECT_TRUE(saved.message.contains(q("\"Ada\""))) << saved.text().toStdString();
+  EXPECT_TRUE(saved.message.contains(q("Gone_Text"))) << saved.text().toStdString();
+  EXPECT_EQ(saved.file, example("lower-third"));
+  document::CompositionDocument unsaved(model::StandardComponents::located());
+  unsaved.emptyDocumentWithResolution(model::VideoResolution(QStringLiteral("HD 720p50")));
+  const auto played = RenderSource::fromDocument(unsaved, false);
+  ASSERT_TRUE(played);
+  EXPECT_EQ(errorWith(*played).file, unsaved.displayName());
   EXPECT_EQ(files(), QStringList());
 }
 
