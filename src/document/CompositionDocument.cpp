@@ -5,6 +5,7 @@
 #include <QTemporaryDir>
 
 #include "document/PackageFolder.h"
+#include "document/PackagePictures.h"
 #include "document/PosterFrame.h"
 #include "foundation/DurableFile.h"
 #include "foundation/Log.h"
@@ -89,14 +90,27 @@ void CompositionDocument::readValues() {
   if (wasHeld) heldBesideChanged();
 }
 
-Result<void> CompositionDocument::setValueSets(const playout::ValueSets& sets) {
+Result<void> CompositionDocument::setValueSets(const playout::ValueSets& sets,
+                                               const QStringList& pictureKeys) {
   m_values.hold(sets);
+  m_pictureKeys += pictureKeys;
+  m_pictureKeys.removeDuplicates();
   followPackage();
   const QString path = fileURL().toLocalFile();
-  const auto written = path.isEmpty() ? Result<void>() : m_values.write(PackageLayout(path));
+  Result<void> written;
+  if (!path.isEmpty()) {
+    const auto copied = holdPictures(PackageLayout(path));
+    written = m_values.write(PackageLayout(path)).and_then([&] { return copied; });
+  }
   heldBesideChanged();
   m_valueObservers.call(*this);
   return written;
+}
+
+Result<void> CompositionDocument::holdPictures(const PackageLayout& package) {
+  const auto kept = PackagePictures::kept(m_values.sets(), m_pictureKeys, package);
+  m_values.hold(kept.sets);
+  return kept.copied;
 }
 
 QByteArray CompositionDocument::heldBesideStore() const {
@@ -104,12 +118,19 @@ QByteArray CompositionDocument::heldBesideStore() const {
 }
 
 Result<void> CompositionDocument::writeHeld(const PackageLayout& package) const {
-  return m_values.writeCopy(package).map([](const auto&) {});
+  if (!m_values.isHeld()) return {};
+  const auto kept = PackagePictures::kept(m_values.sets(), m_pictureKeys, package);
+  if (!kept.copied) logError(kept.copied.error().text());
+  PackageValues values = m_values;
+  values.hold(kept.sets);
+  return values.writeCopy(package).map([](const auto&) {});
 }
 
 void CompositionDocument::writeValues(const PackageLayout& package, SaveOperation operation) {
   if (!m_values.isHeld()) return;
   if (operation == SaveOperation::Save || isAt(QUrl::fromLocalFile(package.folder()))) {
+    if (const auto copied = holdPictures(package); !copied)
+      m_saveWarnings.append(copied.error().text());
     if (const auto written = m_values.write(package); !written)
       leftOut(package.values(), written.error());
   } else if (operation == SaveOperation::SaveAs) {

@@ -41,8 +41,11 @@ class CompositionDocument : public PersistentPackageDocument {
   /// once; sets that another program has written meanwhile are brought together with these, so
   /// valueSets() may give more afterwards. What cannot be written, and why, is told; it is tried
   /// again by the next change and the next save. A document without a place keeps them for its
-  /// first save.
-  [[nodiscard]] foundation::Result<void> setValueSets(const playout::ValueSets& sets);
+  /// first save. Files that sets name under `pictureKeys` are copied into the package and go by
+  /// their names there then; of files that cannot be copied the sets keep the paths, and it is
+  /// told.
+  [[nodiscard]] foundation::Result<void> setValueSets(const playout::ValueSets& sets,
+                                                      const QStringList& pictureKeys = {});
   /// Called after they have changed, by reading the package as well.
   [[nodiscard]] store::Subscription observeValueSets(
       std::function<void(const CompositionDocument&)> observer) {
@@ -77,6 +80,8 @@ class CompositionDocument : public PersistentPackageDocument {
  private:
   void takeComposition();
   void readValues();
+  /// Copies the pictures of the sets that wait into the package that they are written into.
+  [[nodiscard]] foundation::Result<void> holdPictures(const PackageLayout& package);
   /// Those that wait: into the package that was saved, or noted as written into a new one.
   void writeValues(const PackageLayout& package, SaveOperation operation);
   [[nodiscard]] foundation::Result<void> writeThumbnail(const PackageLayout& package);
@@ -90,6 +95,7 @@ class CompositionDocument : public PersistentPackageDocument {
   QList<model::EmbeddedResource> m_saveResources;
   QStringList m_saveWarnings;
   PackageValues m_values;
+  QStringList m_pictureKeys;  ///< of the sets
   store::ObserverList<CompositionDocument> m_valueObservers;
 };
 

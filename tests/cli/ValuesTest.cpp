@@ -159,6 +159,24 @@ TEST_F(Values, RowsOfTables) {
   expectPlays("first", "#ff0000");
 }
 
+TEST_F(Values, PicturesOfSetsGoWithThePackage) {
+  QImage photo(32, 18, QImage::Format_RGB32);
+  photo.fill(Qt::green);
+  ASSERT_TRUE(photo.save(at("photo.png")));
+  expectDone(
+      "add a.composition Image title=Photo x=0 y=0 width=1920 height=1080 Fit=Stretch "
+      "fields=Image");
+  write("ada.json", "{\"Photo_Image\": \"photo.png\"}");
+  expectDone("values a.composition set ada ada.json");
+  expectPlays("ada", "#00ff00");
+  const QByteArray shown = call("values a.composition show ada").out;
+  EXPECT_EQ(QJsonDocument::fromJson(shown).object()[q("Photo_Image")], q("photo.png"));
+  ASSERT_TRUE(QFile::remove(at("photo.png")));
+  ASSERT_TRUE(QFile::rename(at("a.composition"), at("b.composition")));
+  expectDone("render b.composition -o out.png --size 16x9 --from 1 --values ada");
+  EXPECT_EQ(colour(), q("#00ff00"));
+}
+
 TEST_F(Values, ThumbnailsShowTheSetThatIsChosen) {
   const auto thumbnail = [&] { return colour("a.composition/QuickLook/Thumbnail.jpg"); };
   EXPECT_EQ(QColor(thumbnail()).blue() > 240, true);

@@ -99,6 +99,45 @@ TEST_F(DocumentValuesTest, WaitForTheFirstSave) {
   EXPECT_EQ(document.valueSets().names(), QStringList{home});
 }
 
+TEST_F(DocumentValuesTest, PicturesAreCopiedIntoThePackage) {
+  const QStringList keys{QStringLiteral("Photo")};
+  const auto keep = [&](const QString& name, const QString& picture) {
+    const QJsonObject values{{keys.front(), picture}, {QStringLiteral("Path"), picture}};
+    return document.setValueSets(with(document.valueSets(), name, values), keys).has_value();
+  };
+  const auto picture = [&](const QString& name) {
+    return document.valueSets().named(name)->values.value(keys.front()).toString();
+  };
+  ASSERT_TRUE(QDir(folder.path()).mkpath(QStringLiteral("other")));
+  for (const char* name : {"ada.png", "Values.json", "other/ada.png"})
+    write(path(QString::fromLatin1(name)), name);
+  // A document without a place has none for pictures either.
+  const QString ada = path(QStringLiteral("ada.png"));
+  EXPECT_TRUE(keep(home, ada));
+  EXPECT_EQ(picture(home), ada);
+  saveAs(a);
+  EXPECT_EQ(picture(home), QStringLiteral("ada.png"));
+  EXPECT_EQ(contents(path(a) + QStringLiteral("/ada.png")), "ada.png");
+  // Another file of the name, the same file again, one that is there, and one that is not.
+  const QString missing = path(QStringLiteral("none.png"));
+  EXPECT_TRUE(keep(QStringLiteral("1"), path(QStringLiteral("other/ada.png"))));
+  EXPECT_TRUE(keep(QStringLiteral("2"), ada));
+  EXPECT_TRUE(keep(QStringLiteral("3"), path(a) + QStringLiteral("/ada 2.png")));
+  EXPECT_TRUE(keep(QStringLiteral("4"), missing));
+  EXPECT_TRUE(keep(QStringLiteral("5"), path(QStringLiteral("Values.json"))));
+  EXPECT_EQ(picture(QStringLiteral("1")), QStringLiteral("ada 2.png"));
+  EXPECT_EQ(contents(path(a) + QStringLiteral("/ada 2.png")), "other/ada.png");
+  EXPECT_EQ(picture(QStringLiteral("2")), QStringLiteral("ada.png"));
+  EXPECT_EQ(picture(QStringLiteral("3")), QStringLiteral("ada 2.png"));
+  EXPECT_EQ(picture(QStringLiteral("4")), missing);
+  EXPECT_EQ(picture(QStringLiteral("5")), QStringLiteral("Values 2.json"));
+  EXPECT_THAT(namesIn(a), SizeIs(6)) << "the sets are where they were";
+  EXPECT_EQ(document.valueSets().named(home)->values.value(QStringLiteral("Path")), ada)
+      << "a text is no picture";
+  saveAs(b);
+  EXPECT_EQ(contents(path(b) + QStringLiteral("/ada 2.png")), "other/ada.png");
+}
+
 TEST_F(DocumentValuesTest, ChangesOfOtherProgramsAreBroughtTogether) {
   saveAs(a);
   put(home);

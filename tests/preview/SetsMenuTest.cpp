@@ -123,6 +123,31 @@ TEST_F(SetsMenuTest, SetsAreReplacedRenamedRemovedAndShownInThumbnails) {
   EXPECT_EQ(shown(), QStringLiteral("Own Values"));
 }
 
+TEST_F(SetsMenuTest, PicturesAreTheDocumentsOnceTheyAreKept) {
+  runtime::PortAttributes logo;
+  logo.key = QStringLiteral("Logo");
+  logo.type = PortType::Image;
+  model.setInputs({logo});
+  const QString path = folder.filePath(QStringLiteral("logo.png"));
+  QImage picture(4, 3, QImage::Format_RGB32);
+  picture.fill(Qt::red);
+  ASSERT_TRUE(picture.save(path));
+  EXPECT_TRUE(model.enter(logo.key, path));
+  name("Save", QStringLiteral("Evening"));
+  EXPECT_EQ(document->valueSets().named(QStringLiteral("Evening"))->values.value(logo.key),
+            QStringLiteral("logo.png"));
+  EXPECT_EQ(shown(), QStringLiteral("Evening"));
+  // The chosen file is not needed any more, neither for choosing nor for keeping again.
+  ASSERT_TRUE(QFile::remove(path));
+  name("Save", QStringLiteral("Morning"));
+  EXPECT_EQ(document->valueSets().named(QStringLiteral("Morning"))->values.value(logo.key),
+            QStringLiteral("logo.png"));
+  menu.choose({});
+  menu.choose(QStringLiteral("Evening"));
+  EXPECT_EQ(model.field(logo.key)->current().toImage().size(), QSize(4, 3));
+  EXPECT_EQ(shown(), QStringLiteral("Evening"));
+}
+
 TEST_F(SetsMenuTest, AfterTheDocumentWasClosedSetsCanOnlyBeChosen) {
   enter(QStringLiteral("Northgate"), QStringLiteral("5"));
   name("Save", QStringLiteral("Evening"));

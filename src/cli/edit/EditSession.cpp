@@ -148,7 +148,7 @@ EditSession::Done EditSession::saveValues(OpenDocument& open) {
   const playout::ValueSets before = open.document->valueSets();
   const playout::ValueSets sets = *open.values;
   open.values.reset();
-  if (const auto written = open.document->setValueSets(sets); !written)
+  if (const auto written = open.document->setValueSets(sets, open.pictureKeys); !written)
     return tl::unexpected(LoadFailure{ExitStatus::OutputFailed, written.error()});
   const playout::ValueSet* shownBefore = before.thumbnailSet();
   const playout::ValueSet* shown = open.document->valueSets().thumbnailSet();

@@ -16,6 +16,7 @@ struct OpenDocument {
   std::unique_ptr<document::DocumentLock> lock;  ///< from the first change on
   bool isChanged = false;
   std::optional<playout::ValueSets> values;  ///< to be written, whether it is changed or not
+  QStringList pictureKeys;                   ///< of these
 
   [[nodiscard]] model::Composition& composition() const { return *document->composition(); }
   [[nodiscard]] const playout::ValueSets& valueSets() const {

@@ -61,15 +61,19 @@ tl::expected<std::unique_ptr<runtime::CompositionRenderer>, LoadFailure> playabl
   return std::move(*renderer);
 }
 
+QStringList pictureKeys(const runtime::CompositionRenderer& renderer) {
+  QStringList keys;
+  for (const runtime::PortAttributes& port : playout::InputValues::inputsOf(renderer))
+    if (port.type == runtime::PortType::Image) keys.append(port.key);
+  return keys;
+}
+
 /// Pictures that the file names from its own folder are to be found from the package, too.
-QJsonObject withWholePaths(const ValueSource& source,
-                           const runtime::CompositionRenderer& renderer) {
+QJsonObject withWholePaths(const ValueSource& source, const QStringList& pictureKeys) {
   QJsonObject values = source.values;
-  for (const runtime::PortAttributes& port : playout::InputValues::inputsOf(renderer)) {
-    const QString name = values.value(port.key).toString();
-    if (port.type == runtime::PortType::Image && !name.isEmpty())
-      values[port.key] = QDir::cleanPath(QDir(source.folder).filePath(name));
-  }
+  for (const QString& key : pictureKeys)
+    if (const QString name = values.value(key).toString(); !name.isEmpty())
+      values[key] = QDir::cleanPath(QDir(source.folder).absoluteFilePath(name));
   return values;
 }
 
@@ -84,7 +88,8 @@ Done set(EditCall& call, ValueSets& sets) {
   if (!source) return tl::unexpected(source.error());
   if (auto fits = source->assign(**renderer); !fits) return fits;
   for (const QString& finding : source->findings) call.session.addFinding(finding);
-  return done(sets.put({call.words[1], withWholePaths(*source, **renderer)}));
+  call.document->pictureKeys = pictureKeys(**renderer);
+  return done(sets.put({call.words[1], withWholePaths(*source, call.document->pictureKeys)}));
 }
 
 Done remove(EditCall& call, ValueSets& sets) {

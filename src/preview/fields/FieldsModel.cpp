@@ -143,6 +143,22 @@ tl::expected<void, QString> FieldsModel::take(Field* field,
   return {};
 }
 
+void FieldsModel::setPicturePath(const QString& key, const QString& path) {
+  Field* field = find(key);
+  if (!field || !field->value) return;
+  const bool isSent = field->sent == field->value;
+  field->value->json = path;
+  if (isSent) field->sent = field->value;
+  Q_EMIT valueChanged(key);
+}
+
+QStringList FieldsModel::pictureKeys() const {
+  QStringList keys;
+  for (const Field& field : m_fields)
+    if (field.port.type == PortType::Image) keys.append(field.port.key);
+  return keys;
+}
+
 void FieldsModel::restore(const QString& key, const std::optional<FieldValue>& value) {
   if (Field* field = find(key)) assign(*field, value);
 }

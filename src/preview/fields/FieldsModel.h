@@ -49,6 +49,9 @@ class FieldsModel : public QObject {
                                     const QString& folder = {});
   tl::expected<void, QString> enterText(const QString& key, const QString& text,
                                         const QString& folder = {});
+  /// The picture of the field lies there from now on; it is the same one, and nothing is sent.
+  void setPicturePath(const QString& key, const QString& path);
+  [[nodiscard]] QStringList pictureKeys() const;
   /// As it was; none: the file's default.
   void restore(const QString& key, const std::optional<FieldValue>& value);
   /// Back to the file's default, entered like a value.

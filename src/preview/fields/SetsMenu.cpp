@@ -1,6 +1,7 @@
 #include "preview/fields/SetsMenu.h"
 
 #include <QComboBox>
+#include <QDir>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -140,7 +141,7 @@ void SetsMenu::showChoice() {
   const QJsonObject filled = m_model.filledIn();
   if (m_current.isEmpty() && !filled.isEmpty())
     for (const ValueSet& set : m_sets.list())
-      if (set.values == filled) {
+      if (withWholePaths(set.values) == filled) {
         m_current = set.name;
         m_filled = filled;
       }
@@ -190,7 +191,7 @@ bool SetsMenu::change(Change act) {
 }
 
 bool SetsMenu::keep(const ValueSets& sets) {
-  const auto kept = m_document->setValueSets(sets);
+  const auto kept = m_document->setValueSets(sets, m_model.pictureKeys());
   tell(kept ? QString() : kept.error().text());
   takeSets();
   return true;
@@ -200,10 +201,27 @@ void SetsMenu::save(const QString& name) {
   const ValueSet set{name, m_model.filledIn()};
   const QString before = std::exchange(m_current, name);
   if (change([&](ValueSets& sets) { return sets.put(set); }))
-    m_filled = set.values;
+    takePictures();
   else
     m_current = before;
   showChoice();
+}
+
+/// Those in the document, which were copied there: the files that were chosen may go away.
+void SetsMenu::takePictures() {
+  const ValueSet* set = m_sets.named(m_current);
+  const QJsonObject kept = withWholePaths(set ? set->values : QJsonObject());
+  for (const QString& key : m_model.pictureKeys())
+    if (const QString path = kept.value(key).toString(); !path.isEmpty())
+      m_model.setPicturePath(key, path);
+  m_filled = m_model.filledIn();
+}
+
+QJsonObject SetsMenu::withWholePaths(QJsonObject values) const {
+  for (const QString& key : m_model.pictureKeys())
+    if (const QString name = values.value(key).toString(); !name.isEmpty())
+      values[key] = QDir::cleanPath(QDir(m_folder).absoluteFilePath(name));
+  return values;
 }
 
 void SetsMenu::rename(const QString& to) {

@@ -58,6 +58,8 @@ class SetsMenu : public QWidget {
   void endNaming(bool keeps);
   /// False, told below, when they could not be kept.
   bool keep(const playout::ValueSets& sets);
+  void takePictures();
+  [[nodiscard]] QJsonObject withWholePaths(QJsonObject values) const;
   void tell(const QString& problem);
   template <typename Change>
   bool change(Change act);
