@@ -163,9 +163,12 @@ TEST_F(Values, PicturesOfSetsGoWithThePackage) {
   QImage photo(32, 18, QImage::Format_RGB32);
   photo.fill(Qt::green);
   ASSERT_TRUE(photo.save(at("photo.png")));
+  QImage red = photo;
+  red.fill(Qt::red);
+  ASSERT_TRUE(red.save(at("red.png")));
   expectDone(
-      "add a.composition Image title=Photo x=0 y=0 width=1920 height=1080 Fit=Stretch "
-      "fields=Image");
+      "add a.composition ImageComponent title=Photo x=0 y=0 width=1920 height=1080 Fit=Stretch "
+      "Image=@red.png fields=Image");
   write("ada.json", "{\"Photo_Image\": \"photo.png\"}");
   expectDone("values a.composition set ada ada.json");
   expectPlays("ada", "#00ff00");
