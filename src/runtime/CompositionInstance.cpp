@@ -169,8 +169,10 @@ void CompositionInstance::pull(int index) {
 void CompositionInstance::beginLook(int index, NodeMemory& mem) {
   const CompiledNode& compiledNode = node(index);
   const PatchClass& known = *compiledNode.patchClass;
-  mem.mayChange = compiledNode.closesLoop || known.kind == PatchClass::Kind::Provider ||
-                  known.timeMode == PatchClass::TimeMode::Idle;
+  const bool isSource =
+      known.kind == PatchClass::Kind::Provider && !mem.evaluator->followsTimeAndInputs();
+  mem.mayChange =
+      isSource || compiledNode.closesLoop || known.timeMode == PatchClass::TimeMode::Idle;
   mem.timeMayChange = false;
   if (known.timeMode != PatchClass::TimeMode::TimeBase || compiledNode.timeInput >= 0) return;
   mem.timeMayChange = timeRuns(compiledNode.timeBase, compiledNode.scope, nullptr);

@@ -23,6 +23,9 @@ class PatchEvaluator {
   /// True when its outputs stay what they are, however its time goes on, until another input
   /// changes. Asked after an execution.
   [[nodiscard]] virtual bool standsStill() const { return false; }
+  /// Of a provider: true when its outputs follow from its inputs and its time, and from nothing
+  /// else that differs from frame to frame.
+  [[nodiscard]] virtual bool followsTimeAndInputs() const { return false; }
 };
 
 }  // namespace runtime

@@ -61,6 +61,24 @@ class Example {
   double m_time = 0;
 };
 
+/// What waits is not to be looked at again until its operator does something; and what is said to
+/// stand still does look the same later.
+TEST(ExamplePictures, AGraphicThatWaitsStandsStill) {
+  const QSize size(480, 270);
+  for (const char* name : {"lower-third", "lower-third-rtl", "weather-strap"}) {
+    Example example(QString::fromLatin1(name));
+    ASSERT_TRUE(example.isPlayable()) << name;
+    ASSERT_TRUE(example.playToStop(size)) << name;
+    example.play(0.2, size, false);
+    EXPECT_FALSE(example.renderer().isAnimated()) << name;
+    const QImage before = example.picture(size);
+    example.play(3, size, false);
+    EXPECT_EQ(example.picture(size), before) << name;
+    example.play(0.1, size, true);
+    EXPECT_TRUE(example.renderer().isAnimated()) << name;
+  }
+}
+
 TEST(ExamplePictures, LowerThirdFromStopToStop) {
   Example example(QStringLiteral("lower-third"));
   ASSERT_TRUE(example.isPlayable());

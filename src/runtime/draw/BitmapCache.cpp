@@ -177,9 +177,11 @@ QImage BitmapCache::changed(const QImage& bitmap, const BitmapChange& change) {
                 change.factors, change.halvingsX, change.halvingsY};
   {
     const std::lock_guard lock(m_mutex);
+    ++m_calls;
     const auto found = m_index.constFind(key);
     if (found != m_index.constEnd()) {
       m_entries.splice(m_entries.begin(), m_entries, *found);
+      (*found)->used = m_calls;
       return (*found)->image;
     }
   }
@@ -189,13 +191,21 @@ QImage BitmapCache::changed(const QImage& bitmap, const BitmapChange& change) {
   return image;
 }
 
+qsizetype BitmapCache::bytes() const {
+  const std::lock_guard lock(m_mutex);
+  return m_bytes;
+}
+
 void BitmapCache::insert(const Key& key, const QImage& image) {
   const std::lock_guard lock(m_mutex);
   if (m_index.contains(key)) return;
-  m_entries.push_front({key, image});
+  m_entries.push_front({key, image, m_calls});
   m_index.insert(key, m_entries.begin());
   m_bytes += image.sizeInBytes();
-  while (m_bytes > m_limit && m_entries.size() > 1) {
+  const auto isPast = [this] {
+    return m_bytes > m_limit || m_entries.back().used + patience < m_calls;
+  };
+  while (m_entries.size() > 1 && isPast()) {
     m_bytes -= m_entries.back().image.sizeInBytes();
     m_index.remove(m_entries.back().key);
     m_entries.pop_back();

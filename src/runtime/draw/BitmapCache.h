@@ -32,11 +32,17 @@ struct BitmapChange {
 /// Changed bitmaps, kept while they are used and at most so many bytes of them. Thread-safe.
 class BitmapCache {
  public:
+  /// What was not asked for during so many calls is let go: a graphic that begins anew makes its
+  /// bitmaps anew, and those of its last playing would fill the cache for nothing.
+  static constexpr quint64 patience = 1U << 16;
+
   [[nodiscard]] static BitmapCache& shared();
   explicit BitmapCache(qsizetype limit) : m_limit(limit) {}
 
   /// The bitmap (premultiplied ARGB32) with the change made.
   [[nodiscard]] QImage changed(const QImage& bitmap, const BitmapChange& change);
+  /// Of the bitmaps that are kept.
+  [[nodiscard]] qsizetype bytes() const;
 
  private:
   struct Key {
@@ -54,14 +60,16 @@ class BitmapCache {
   struct Entry {
     Key key;
     QImage image;
+    quint64 used = 0;  ///< number of the call that asked for it last
   };
 
   void insert(const Key& key, const QImage& image);
 
-  std::mutex m_mutex;
+  mutable std::mutex m_mutex;
   std::list<Entry> m_entries;  ///< last used first
   QHash<Key, std::list<Entry>::iterator> m_index;
   qsizetype m_bytes = 0;
+  quint64 m_calls = 0;
   qsizetype m_limit;
 };
 

@@ -71,6 +71,7 @@ class ImageDownloaderEvaluator : public PatchEvaluator {
   }
   // The signal falls again in the frame after.
   [[nodiscard]] bool wantsNextFrame() const override { return m_justLoaded; }
+  [[nodiscard]] bool followsTimeAndInputs() const override { return true; }
 
  private:
   void load(Execution& x, const QString& location) {
@@ -115,6 +116,7 @@ class ImageDownloaderEvaluator : public PatchEvaluator {
 class NoInputEvaluator : public PatchEvaluator {
  public:
   void execute(Execution&) override {}
+  [[nodiscard]] bool followsTimeAndInputs() const override { return true; }
 };
 
 }  // namespace

@@ -33,6 +33,7 @@ class IteratorVariablesEvaluator : public PatchEvaluator {
     x.setOutput(1, count > 1 ? index / (count - 1) : 0.0);
     x.setOutput(2, Value::index(static_cast<quint64>(count)));
   }
+  [[nodiscard]] bool followsTimeAndInputs() const override { return true; }
 };
 
 }  // namespace

@@ -1,7 +1,7 @@
 #include "runtime/Execution.h"
 #include "runtime/PatchRegistry.h"
-#include "runtime/patches/AllPatches.h"
 #include "runtime/TimeLineCurve.h"
+#include "runtime/patches/AllPatches.h"
 
 namespace runtime::patches {
 
@@ -35,6 +35,7 @@ class TimeLineEvaluator : public PatchEvaluator {
     for (size_t i = 0; i < m_curves.size(); ++i)
       x.setOutput(static_cast<int>(i), m_curves[i].valueAt(x.time()));
   }
+  [[nodiscard]] bool followsTimeAndInputs() const override { return true; }
 
  private:
   std::vector<TimeLineCurve> m_curves;
