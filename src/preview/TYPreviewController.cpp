@@ -351,9 +351,9 @@ bool TYPreviewController::catchUp() {
     displayCompositionDocument(*document);
     return true;
   }
-  m_document->noteShown(
-      std::chrono::duration_cast<std::chrono::milliseconds>(FrameClock::Clock::now() - begin));
   if (program) {
+    m_document->noteShown(
+        std::chrono::duration_cast<std::chrono::milliseconds>(FrameClock::Clock::now() - begin));
     m_servesBoth = !program->hasOwnBackground;
     m_fields->takeProgram(*program, document);
     m_pump->exchangeProgram(std::move(*program));
@@ -403,6 +403,8 @@ void TYPreviewController::reloadComposition() {
   m_nextTimer.stop();
   m_view->setFailure({}, {});
   m_status->setTriggerVisible(false);
+  // What was found is found again where it still holds.
+  m_status->setNotice(m_document->document() ? QString() : tr("The document was closed"));
   m_fields->setWaiting(false);
   updateStatusField();
 }

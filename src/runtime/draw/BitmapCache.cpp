@@ -203,7 +203,8 @@ void BitmapCache::insert(const Key& key, const QImage& image) {
   m_index.insert(key, m_entries.begin());
   m_bytes += image.sizeInBytes();
   const auto isPast = [this] {
-    return m_bytes > m_limit || m_entries.back().used + patience < m_calls;
+    return m_bytes > m_limit ||
+           (m_bytes > usualBytes && m_entries.back().used + patience < m_calls);
   };
   while (m_entries.size() > 1 && isPast()) {
     m_bytes -= m_entries.back().image.sizeInBytes();

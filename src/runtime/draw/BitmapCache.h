@@ -32,9 +32,11 @@ struct BitmapChange {
 /// Changed bitmaps, kept while they are used and at most so many bytes of them. Thread-safe.
 class BitmapCache {
  public:
-  /// What was not asked for during so many calls is let go: a graphic that begins anew makes its
-  /// bitmaps anew, and those of its last playing would fill the cache for nothing.
-  static constexpr quint64 patience = 1U << 16;
+  /// Above so many bytes what was not asked for during so many calls is let go: a graphic that
+  /// begins anew makes its bitmaps anew, and those of its last playing would fill the cache for
+  /// nothing.
+  static constexpr qsizetype usualBytes = qsizetype{16} << 20;
+  static constexpr quint64 patience = 1U << 12;
 
   [[nodiscard]] static BitmapCache& shared();
   explicit BitmapCache(qsizetype limit) : m_limit(limit) {}
