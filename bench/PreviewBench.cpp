@@ -103,6 +103,10 @@ class Player : public QObject {
   }
   [[nodiscard]] FrameMeter::Reading reading() const { return m_pump->reading(); }
   [[nodiscard]] FramePump& pump() { return *m_pump; }
+  void restart() {
+    m_state = {};
+    m_run = m_pump->restart();
+  }
   [[nodiscard]] int pictures() const { return m_pictures; }
   [[nodiscard]] bool isWaiting() const { return m_state.isWaiting; }
   /// Triggers and plays again by itself.
@@ -113,16 +117,18 @@ class Player : public QObject {
 
  private:
   void act(const FramePump::State& state) {
+    if (state.run < m_run) return;
     const bool ended = std::exchange(m_state, state).isActive && !state.isActive;
     if (!m_isOperated) return;
     m_pump->setInput(QStringLiteral("trigger"), state.isWaiting);
-    if (ended || !state.isActive) m_pump->restart();
+    if (ended || !state.isActive) restart();
   }
 
   preview::PreviewView m_view;
   preview::BackdropLoader m_backdrop;
   std::unique_ptr<FramePump> m_pump;
   FramePump::State m_state;
+  int m_run = 1;
   int m_pictures = 0;
   bool m_isOperated = true;
 };
@@ -196,8 +202,8 @@ void measureFollowing(document::CompositionDocument& document) {
     composition.setBackgroundColor(foundation::Color(edit / 10.0, 0.5, 0.5));
     worst = std::max(worst, timeToFollow(document, player));
   }
-  player.pump().restart();
   player.setOperated(false);
+  player.restart();
   QElapsedTimer patience;
   patience.start();
   while (!player.isWaiting() && patience.elapsed() < 15'000) wait(50);
