@@ -11,6 +11,7 @@
 #include "document/CompositionDocument.h"
 #include "preview/fields/FieldRow.h"
 #include "preview/fields/FieldsModel.h"
+#include "preview/fields/LabelledLine.h"
 #include "widgets/EventGuards.h"
 #include "widgets/TYStyleKit.h"
 #include "widgets/TokenLabel.h"
@@ -24,7 +25,7 @@ using widgets::Token;
 using widgets::TokenLabel;
 
 namespace {
-constexpr int lineHeight = 24;
+constexpr int lineHeight = LabelledLine::height;
 }
 
 SetsMenu::SetsMenu(FieldsModel& model, QWidget* parent)
@@ -48,14 +49,7 @@ SetsMenu::SetsMenu(FieldsModel& model, QWidget* parent)
 }
 
 void SetsMenu::build() {
-  auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(FieldRow::margin, 2, 0, 2);
-  column->setSpacing(2);
-  auto* line = new QHBoxLayout;
-  line->setContentsMargins(0, 0, FieldRow::margin, 0);
-  line->setSpacing(0);
-  auto* label = new TokenLabel(tr("Set"), TextStyle::Body, Token::Text2);
-  label->setFixedSize(FieldRow::labelWidth, lineHeight);
+  const auto [column, line] = LabelledLine(*this, tr("Set"));
   m_list->setFocusPolicy(Qt::TabFocus);
   m_list->setAccessibleName(tr("Set of Values"));
   m_list->setObjectName(QStringLiteral("valueSets"));
@@ -78,12 +72,9 @@ void SetsMenu::build() {
     const QSize size = m_menu->sizeHint();
     m_menu->popup(m_more->mapToGlobal(QPoint(m_more->width() - size.width(), m_more->height())));
   });
-  line->addWidget(label);
-  line->addSpacing(FieldRow::gap);
   line->addWidget(m_list, 1);
   line->addWidget(m_name, 1);
   line->addWidget(m_more);
-  column->addLayout(line);
   m_problem->setTextFormat(Qt::PlainText);
   m_problem->setWordWrap(true);
   m_problem->setContentsMargins(FieldRow::labelWidth + FieldRow::gap, 0, FieldRow::margin, 0);

@@ -12,6 +12,7 @@
 #include "preview/fields/ElidedNote.h"
 #include "preview/fields/FieldRow.h"
 #include "preview/fields/FieldsModel.h"
+#include "preview/fields/LabelledLine.h"
 #include "preview/fields/TableRows.h"
 #include "widgets/EventGuards.h"
 #include "widgets/FileChooser.h"
@@ -26,7 +27,7 @@ using widgets::TokenLabel;
 
 namespace {
 
-constexpr int lineHeight = 24;
+constexpr int lineHeight = LabelledLine::height;
 constexpr qsizetype mostProblems = 3;
 const QString lastTable = QStringLiteral("previewTable");
 
@@ -74,14 +75,7 @@ TableStrip::TableStrip(FieldsModel& model, QWidget* parent)
 }
 
 void TableStrip::build() {
-  auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(FieldRow::margin, 2, 0, 2);
-  column->setSpacing(2);
-  auto* line = new QHBoxLayout;
-  line->setContentsMargins(0, 0, FieldRow::margin, 0);
-  line->setSpacing(0);
-  auto* label = new TokenLabel(tr("Table"), TextStyle::Body, Token::Text2);
-  label->setFixedSize(FieldRow::labelWidth, lineHeight);
+  const auto [column, line] = LabelledLine(*this, tr("Table"));
   m_open->setFocusPolicy(Qt::TabFocus);
   m_open->setToolTip(tr("Fill in the fields from the rows of a CSV or JSON file"));
   widgets::leaveSpaceToWindow(*m_open);
@@ -93,13 +87,10 @@ void TableStrip::build() {
   m_list->setMinimumContentsLength(4);
   if (auto* view = qobject_cast<QListView*>(m_list->view())) view->setUniformItemSizes(true);
   widgets::leaveWheelToPane(*m_list);
-  line->addWidget(label);
-  line->addSpacing(FieldRow::gap);
   line->addWidget(m_open);
   line->addWidget(m_back);
   line->addWidget(m_list, 1);
   line->addWidget(m_forward);
-  column->addLayout(line);
   auto* below = new QHBoxLayout(m_file);
   below->setContentsMargins(FieldRow::labelWidth + FieldRow::gap, 0, FieldRow::margin, 0);
   below->setSpacing(0);
